@@ -1,0 +1,34 @@
+#include "CommandLine.h"
+
+#include "ReportCommand.h"
+
+namespace {
+
+const char *const usage = R"(Usage: tavlo [COMMAND] [OPTIONS]
+
+Tavlo tells you about a birth date: age in years, months and days, the age in
+months, weeks and days, Western and Chinese zodiac, planet, weekday of birth
+and the days to the next birthday.
+
+Commands:
+  report    Print the age report for one or more birth dates.
+
+Run "tavlo COMMAND --help" for a command's options.
+)";
+
+} // namespace
+
+int runCommandLine(const QStringList &arguments, CommandContext &context)
+{
+    const QString command = arguments.value(1);
+    if (command == u"report")
+        return ReportCommand(context).run(arguments.mid(1));
+    if (command.isEmpty() || command == u"--help" || command == u"-h" || command == u"help") {
+        context.out << usage;
+        context.out.flush();
+        return ExitStatus::ok;
+    }
+    context.err << "tavlo: unknown command \"" << command << "\" (try tavlo --help)\n";
+    context.err.flush();
+    return ExitStatus::usage;
+}

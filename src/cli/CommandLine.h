@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QStringList>
+#include <QTextStream>
+
+class Clock;
+class SettingsStore;
+
+// What a command works with; the process entry passes the real ones, tests
+// their own.
+struct CommandContext
+{
+    SettingsStore &settings;
+    // The device's preferred languages, most preferred first.
+    QStringList preferredLanguages;
+    const Clock &clock;
+    QTextStream &out;
+    QTextStream &err;
+};
+
+// Exit statuses of the command line.
+namespace ExitStatus {
+inline constexpr int ok = 0;
+inline constexpr int usage = 2;
+} // namespace ExitStatus
+
+// Runs `tavlo <command> ...`; arguments[0] is the program name. Returns the
+// exit status.
+int runCommandLine(const QStringList &arguments, CommandContext &context);

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QString>
+
+// One JSON object on one line, its keys in the order they were added.
+class JsonLine
+{
+public:
+    JsonLine &add(const QString &key, const QString &value);
+    JsonLine &add(const QString &key, qint64 value);
+
+    QString text() const { return u'{' + m_members + u'}'; }
+
+private:
+    void addKey(const QString &key);
+
+    QString m_members;
+};

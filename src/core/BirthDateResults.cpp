@@ -1,0 +1,43 @@
+#include "BirthDateResults.h"
+
+#include "ChineseZodiac.h"
+#include "DebugLog.h"
+#include "WesternZodiac.h"
+
+void BirthDateResults::compute(const QDateTime &birth, const QDateTime &now)
+{
+    m_age = computeAge(birth, now);
+    lookUpChineseYear(birth);
+    lookUpSign();
+    lookUpPlanet();
+}
+
+void BirthDateResults::lookUpChineseYear(const QDateTime &birth)
+{
+    const std::optional<int> year = ChineseZodiac::yearOf(birth);
+    if (!year) {
+        m_animal = unknownAnimal();
+        m_element = unknownElement();
+        return;
+    }
+    m_animal = UiStrings::english(ChineseZodiac::animal(*year));
+    m_element = UiStrings::english(ChineseZodiac::element(*year));
+    m_yinYang = ChineseZodiac::polarity(*year);
+}
+
+void BirthDateResults::lookUpSign()
+{
+    const std::optional<int> index = WesternZodiac::signIndex(m_age.birthDay, m_age.birthMonth);
+    if (!index) {
+        DebugLog::line(QStringLiteral("NOT"));
+        return;
+    }
+    m_signIndex = *index;
+    m_zodiacSign = UiStrings::english(WesternZodiac::signText(*index));
+}
+
+void BirthDateResults::lookUpPlanet()
+{
+    if (const std::optional<UiText> planet = WesternZodiac::planetForElement(m_element))
+        m_planet = UiStrings::english(*planet);
+}

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QDateTime>
+
+// Differences between two moments in calendar units, in local time, the way
+// a platform calendar counts them: for each unit in turn, the largest count
+// that, added to the running start, does not pass the end. Adding months or
+// years keeps the time of day and pins the day to the end of a shorter month
+// (31 January + 1 month = 28 or 29 February), so the time of day takes part:
+// born at 15:00, one is a day older only from 15:00 on.
+enum class CalendarUnit { Years, Months, Days };
+
+struct YearsMonthsDays
+{
+    qint64 years = 0;
+    qint64 months = 0;
+    qint64 days = 0;
+};
+
+namespace CalendarDifference {
+
+// Whole units from `from` to `to`; negative when `to` is earlier. When
+// `reached` is given it receives `from` advanced by the result. An invalid
+// moment counts as no difference.
+qint64 count(const QDateTime &from, const QDateTime &to, CalendarUnit unit,
+             QDateTime *reached = nullptr);
+
+// Years, then months, then days, each counted from where the one before stopped.
+YearsMonthsDays yearsMonthsDays(const QDateTime &from, const QDateTime &to);
+
+} // namespace CalendarDifference

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <QDate>
+#include <QDateTime>
+#include <QList>
+#include <QLocale>
+#include <QString>
+#include <optional>
+
+// Formats and reads dates by the small patterns Tavlo uses: "dd MM yyyy",
+// "d M yyyy", "yyyy-MM-dd", "dd MM", "EEEE", "MMMM dd, yyyy" and the like.
+//
+//   d, dd     day of month; dd pads to two digits
+//   M, MM     month number; MM pads to two digits
+//   MMMM      month name, EEEE weekday name (from the locale; formatting only)
+//   yyyy      year, padded to four digits
+//
+// Reading is forgiving in the ways the stored texts need: a day or month has
+// one or two digits whatever the pattern says, a year one to four, and any
+// punctuation or blank between fields matches any other ("1984-02.02" reads
+// as 2 February 1984 with "yyyy-MM-dd"). The whole text must be used and the
+// date must exist. A pattern without a year reads into defaultYear.
+class DatePattern
+{
+public:
+    explicit DatePattern(QStringView pattern, const QLocale &locale = QLocale::c());
+
+    QString format(QDate date) const;
+    std::optional<QDate> parse(QStringView text, int defaultYear = 2000) const;
+    // The start of the parsed day in local time (midnight, or the first moment
+    // after it when midnight is skipped by a clock change).
+    std::optional<QDateTime> parseLocalDay(QStringView text) const;
+
+private:
+    enum class Field { Literal, Day, Month, MonthName, Year, Weekday };
+    struct Token
+    {
+        Field field = Field::Literal;
+        int width = 0;
+        QString literal;
+    };
+
+    QList<Token> m_tokens;
+    QLocale m_locale;
+};

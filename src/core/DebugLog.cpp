@@ -1,0 +1,27 @@
+#include "DebugLog.h"
+
+#include <cstdio>
+
+namespace {
+DebugLog::Sink &currentSink()
+{
+    static DebugLog::Sink sink;
+    return sink;
+}
+} // namespace
+
+void DebugLog::line(const QString &text)
+{
+    if (const Sink &sink = currentSink()) {
+        sink(text);
+        return;
+    }
+    const QByteArray bytes = text.toUtf8() + '\n';
+    std::fwrite(bytes.constData(), 1, size_t(bytes.size()), stdout);
+    std::fflush(stdout);
+}
+
+DebugLog::Sink DebugLog::setSink(Sink sink)
+{
+    return std::exchange(currentSink(), std::move(sink));
+}

@@ -1,0 +1,80 @@
+#pragma once
+
+#include <QString>
+
+// Every key of Tavlo's settings store, with the type its value has. A key that
+// was never written, or holds a value of another type, reads as its type's
+// default: integer 0, boolean false, string absent, list absent (= empty).
+// Keys are case-sensitive; the misspellings ("selectetDate", "dataSave") are
+// the keys' real names.
+
+struct IntegerKey
+{
+    QString name;
+};
+struct BooleanKey
+{
+    QString name;
+};
+struct StringKey
+{
+    QString name;
+};
+// An array of strings.
+struct StringListKey
+{
+    QString name;
+};
+// An array of arrays of strings.
+struct StringTableKey
+{
+    QString name;
+};
+
+namespace SettingsKeys {
+
+// Colour theme index, 0 to 9.
+inline const IntegerKey color{QStringLiteral("color")};
+// The age report shows its detailed text. The first start turns it on.
+inline const BooleanKey moreDetails{QStringLiteral("moreDetails")};
+// The favorites list shows the weekday of each birthday.
+inline const BooleanKey weekday{QStringLiteral("weekday")};
+// Favorites whose birthday is still ahead carry a star. The first start turns it on.
+inline const BooleanKey star{QStringLiteral("star")};
+// Favorites order: 0 by name, 1 by birthday, 2 by age.
+inline const IntegerKey sort{QStringLiteral("sort")};
+// Day, month and four-digit year of the last picked birth date.
+inline const IntegerKey day{QStringLiteral("day")};
+inline const IntegerKey month{QStringLiteral("month")};
+inline const IntegerKey year{QStringLiteral("year")};
+// Language override: 0 device language, 1 German, 2 Russian, 3 English.
+inline const IntegerKey preferredLanguage{QStringLiteral("preferredL")};
+// Name of the background picture set; written as "space" when absent.
+inline const StringKey backgroundImage{QStringLiteral("backgroundImg")};
+inline const QString backgroundImageWhenAbsent = QStringLiteral("space");
+// The favorites: one [name, birthday] pair each, in display order.
+inline const StringTableKey favorites{QStringLiteral("person")};
+// The favorites as an earlier version kept them: names and dates side by side.
+inline const StringListKey olderFavoriteNames{QStringLiteral("arrayName")};
+inline const StringListKey olderFavoriteBirthdays{QStringLiteral("arrayBD")};
+// True once the first start of this version has been handled.
+inline const BooleanKey firstStartDone{QStringLiteral("firstStart2")};
+// Hand-over of a favorite chosen in the list to the main screen.
+inline const BooleanKey handOverPending{QStringLiteral("dataSave")};
+inline const StringKey handOverName{QStringLiteral("Name")};
+inline const StringKey handOverBirthday{QStringLiteral("birthday")};
+inline const BooleanKey handOverMovePicker{QStringLiteral("birthdayMove")};
+inline const IntegerKey handOverIndex{QStringLiteral("indexCount")};
+// Start counter and last asked version of the rating prompt.
+inline const IntegerKey appStarts{QStringLiteral("appStarts")};
+inline const StringKey reviewedVersion{QStringLiteral("myReviewVers")};
+inline const QString reviewedVersionWhenAbsent = QStringLiteral("0.0");
+
+// "selectetDate1" to "selectetDate5": the fire dates of the last scheduled reminders.
+inline constexpr int maxScheduledReminders = 5;
+inline StringKey scheduledReminder(int number)
+{
+    return {QStringLiteral("selectetDate") + QString::number(number)};
+}
+
+} // namespace SettingsKeys

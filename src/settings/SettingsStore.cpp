@@ -1,0 +1,134 @@
+#include "SettingsStore.h"
+
+namespace {
+
+// Text stores (INI files) give back every scalar as a string, so a string of
+// the right shape counts as that type.
+std::optional<qint64> toInteger(const QVariant &value)
+{
+    switch (value.typeId()) {
+    case QMetaType::Int:
+    case QMetaType::LongLong:
+    case QMetaType::UInt:
+    case QMetaType::Short:
+    case QMetaType::UShort: {
+        return value.toLongLong();
+    }
+    case QMetaType::ULongLong: {
+        bool ok = false;
+        const qint64 result = value.toLongLong(&ok);
+        return ok ? std::optional(result) : std::nullopt;
+    }
+    case QMetaType::QString: {
+        bool ok = false;
+        const qint64 result = value.toString().toLongLong(&ok);
+        return ok ? std::optional(result) : std::nullopt;
+    }
+    default:
+        return std::nullopt;
+    }
+}
+
+std::optional<bool> toBoolean(const QVariant &value)
+{
+    if (value.typeId() == QMetaType::Bool)
+        return value.toBool();
+    if (value.typeId() == QMetaType::QString) {
+        const QString text = value.toString();
+        if (text == u"true")
+            return true;
+        if (text == u"false")
+            return false;
+    }
+    return std::nullopt;
+}
+
+std::optional<QStringList> toStringList(const QVariant &value)
+{
+    if (value.typeId() == QMetaType::QStringList)
+        return value.toStringList();
+    if (value.typeId() != QMetaType::QVariantList)
+        return std::nullopt;
+    QStringList result;
+    for (const QVariant &item : value.toList()) {
+        if (item.typeId() != QMetaType::QString)
+            return std::nullopt;
+        result.append(item.toString());
+    }
+    return result;
+}
+
+} // namespace
+
+qint64 SettingsStore::value(const IntegerKey &key) const
+{
+    return toInteger(read(key.name)).value_or(0);
+}
+
+bool SettingsStore::value(const BooleanKey &key) const
+{
+    return toBoolean(read(key.name)).value_or(false);
+}
+
+std::optional<QString> SettingsStore::value(const StringKey &key) const
+{
+    const QVariant stored = read(key.name);
+    if (stored.typeId() != QMetaType::QString)
+        return std::nullopt;
+    return stored.toString();
+}
+
+std::optional<QStringList> SettingsStore::value(const StringListKey &key) const
+{
+    return toStringList(read(key.name));
+}
+
+std::optional<QList<QStringList>> SettingsStore::value(const StringTableKey &key) const
+{
+    const QVariant stored = read(key.name);
+    if (stored.typeId() != QMetaType::QVariantList)
+        return std::nullopt;
+    QList<QStringList> result;
+    for (const QVariant &row : stored.toList()) {
+        std::optional<QStringList> strings = toStringList(row);
+        if (!strings)
+            return std::nullopt;
+        result.append(*strings);
+    }
+    return result;
+}
+
+void SettingsStore::set(const IntegerKey &key, qint64 value)
+{
+    write(key.name, QVariant::fromValue(value));
+}
+
+void SettingsStore::set(const BooleanKey &key, bool value)
+{
+    write(key.name, QVariant(value));
+}
+
+void SettingsStore::set(const StringKey &key, const QString &value)
+{
+    write(key.name, QVariant(value));
+}
+
+void SettingsStore::set(const StringListKey &key, const QStringList &value)
+{
+    QVariantList list;
+    for (const QString &item : value)
+        list.append(item);
+    write(key.name, list);
+}
+
+void SettingsStore::set(const StringTableKey &key, const QList<QStringList> &value)
+{
+    QVariantList rows;
+    for (const QStringList &row : value) {
+        QVariantList strings;
+        for (const QString &item : row)
+            strings.append(item);
+        rows.append(QVariant(strings));
+    }
+    write(key.name, rows);
+}

@@ -1,0 +1,135 @@
+#include "UiStrings.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+struct Row
+{
+    QString english;
+    QString german;
+    QString russian;
+};
+
+// Blanks, line feeds, symbols and U+FE0E after the zodiac symbols are part
+// of the texts. The leading blank of some German animals is intended.
+const std::array<Row, UiTextCount> &rows()
+{
+    static const std::array<Row, UiTextCount> table{{
+        {u"Rat – 鼠"_s, u"Ratte – 鼠"_s, u"Крыса – 鼠"_s},
+        {u"Ox – 牛"_s, u"Büffel – 牛"_s, u"Бык – 牛"_s},
+        {u"Tiger – 虎"_s, u"Tiger – 虎"_s, u"Тигр – 虎"_s},
+        {u"Rabbit – 兔"_s, u"Hase – 兔"_s, u"Кролик – 兔"_s},
+        {u"Dragon – 龍"_s, u"Drache – 龍"_s, u"Дракон – 龍"_s},
+        {u"Snake – 蛇"_s, u" Schlange – 蛇"_s, u"Змея – 蛇"_s},
+        {u"Horse – 馬"_s, u"Pferd – 馬"_s, u"Лошадь – 馬"_s},
+        {u"Goat – 羊"_s, u"Ziege – 羊"_s, u"Коза – 羊"_s},
+        {u"Monkey – 猴"_s, u" Affe – 猴"_s, u"Обезьяна – 猴"_s},
+        {u"Rooster – 雞"_s, u" Hahn – 雞"_s, u"Петух – 雞"_s},
+        {u"Dog – 狗"_s, u" Hund – 狗"_s, u"Собака – 狗"_s},
+        {u"Pig – 豬"_s, u"Schwein – 豬"_s, u"Свинья – 豬"_s},
+        {u"Metal - 金"_s, u"Metall - 金"_s, u"Металл - 金"_s},
+        {u"Water - 水"_s, u"Wasser - 水"_s, u"Вода - 水"_s},
+        {u"Wood - 木"_s, u"Holz - 木"_s, u"Дерево - 木"_s},
+        {u"Fire - 火"_s, u"Feuer - 火"_s, u"Огонь - 火"_s},
+        {u"Earth - 土"_s, u"Erde - 土"_s, u"Земля - 土"_s},
+        {u"Venus ♀"_s, u"Venus ♀"_s, u"Венера ♀"_s},
+        {u"Mercury ☿"_s, u"Merkur ☿"_s, u"Меркурий ☿"_s},
+        {u"Jupiter ♃"_s, u"Jupiter ♃"_s, u"Юпитер ♃"_s},
+        {u"Mars ♂"_s, u"Mars ♂"_s, u"Марс ♂"_s},
+        {u"Saturn ♄"_s, u"Saturn ♄"_s, u"Сатурн ♄"_s},
+        {u"Aquarius ♒︎"_s, u"Wassermann ♒︎"_s, u"Водолей ♒︎"_s},
+        {u"Pisces ♓︎"_s, u"Fische ♓︎"_s, u"Рыбы ♓︎"_s},
+        {u"Aries ♈︎"_s, u"Widder ♈︎"_s, u"Овен ♈︎"_s},
+        {u"Taurus ♉︎"_s, u"Stier ♉︎"_s, u"Телец ♉︎"_s},
+        {u"Gemini ♊︎"_s, u"Zwillinge ♊︎"_s, u"Близнецы ♊︎"_s},
+        {u"Cancer ♋︎"_s, u"Krebs ♋︎"_s, u"Рак ♋︎"_s},
+        {u"Leo ♌︎"_s, u"Löwe ♌︎"_s, u"Лев ♌︎"_s},
+        {u"Virgo ♍︎"_s, u"Jungfrau ♍︎"_s, u"Дева ♍︎"_s},
+        {u"Libra ♎︎"_s, u"Waage ♎︎"_s, u"Весы ♎︎"_s},
+        {u"Scorpio ♏︎"_s, u"Skorpion ♏︎"_s, u"Скорпион ♏︎"_s},
+        {u"Sagittarius ♐︎"_s, u"Schütze ♐︎"_s, u"Стрелец ♐︎"_s},
+        {u"Capricorn ♑︎"_s, u"Steinbock ♑︎"_s, u"Козерог ♑︎"_s},
+        {u"Enter a Name"_s, u"Geben Sie einen Namen ein"_s, u"Введите имя"_s},
+        {u"Add this birthday to favorites"_s, u"diesen Geburtstag hinzufügen"_s,
+         u"Добавить этот день рождения"_s},
+        {u"Cancel"_s, u"Abbrechen"_s, u"Отменить"_s},
+        {u"Name for this birthday:"_s, u"Name für: "_s, u"Имя: "_s},
+        {u"has a birthday today!"_s, u"hat heute Geburtstag!"_s,
+         u"отмечает сегодня день рождения!"_s},
+        {u"is now"_s, u"ist jetzt"_s, u"теперь"_s},
+        {u"weeks old!"_s, u"Wochen alt!"_s, u"недель!"_s},
+        {u"months old!"_s, u"Monate alt!"_s, u"месяцев!"_s},
+        {u"days old!"_s, u"Tage alt!"_s, u"дней!"_s},
+        {u"Days"_s, u"Tage"_s, u"дней"_s},
+        {u"Months"_s, u"Monate"_s, u"месяцев"_s},
+        {u"Years"_s, u"Jahre"_s, u"лет"_s},
+        {u"Your"_s, u"Dein"_s, u"Твой"_s},
+        {u"Done"_s, u"Zurück"_s, u"назад"_s},
+        {u"Favorites"_s, u"Favoriten"_s, u"Избранные"_s},
+        {u"Edit"_s, u"Bearbeiten"_s, u"Редактировать"_s},
+        {u"Name"_s, u"Name"_s, u"Имя"_s},
+        {u"Save"_s, u"Speichern"_s, u"Сохранить"_s},
+        {u"Sort"_s, u"Sortieren"_s, u"Сортировать"_s},
+        {u"Settings"_s, u"Einstellungen"_s, u"Настройки"_s},
+        {u"Show more details"_s, u"Zeige mehr Details"_s, u"Показать больше информации"_s},
+        {u"Rate App"_s, u"App bewerten"_s, u"Оценить приложение"_s},
+        {u"More Apps"_s, u"Andere Apps"_s, u"Другие приложения"_s},
+        {u"Background"_s, u"Hintergrund"_s, u"фон"_s},
+        {u"Birthday Reminder"_s, u"Geburtstagserinnerung"_s, u"День рождения"_s},
+        {u"Sort by name"_s, u"Nach Name sortieren"_s, u"Сортировать по имени"_s},
+        {u"Sort by age"_s, u"Nach Alter sortieren"_s, u"Сортировать по возрасту"_s},
+        {u"Sort by birthday"_s, u"Nach Geburtstag sortieren"_s, u"Сортировать по дню рождения"_s},
+        {u"Your"_s, u"Dein"_s, u"Твой"_s},
+        {u"Select your date of birth"_s, u"Wähle dein Geburtsdatum"_s, u"Выбери дату рождения"_s},
+        {u"age is:"_s, u"Alter ist:"_s, u"Возраст:"_s},
+        {u"in months:"_s, u"in Monaten:"_s, u"в месяцах:"_s},
+        {u"in weeks:"_s, u"in Wochen:"_s, u"в неделях:"_s},
+        {u"in days:"_s, u"in Tagen:"_s, u"в днях:"_s},
+        {u"Zodiac sign: "_s, u"Sternzeichen:"_s, u"Знак зодиака:"_s},
+        {u"\nChinese zodiac: "_s, u"\nTierkreiszeichen: "_s, u"\nВосточный зодиак: "_s},
+        {u"\nElement: "_s, u"\nElement: "_s, u"\nСтихия: "_s},
+        {u"Planet:"_s, u"Planet: "_s, u"Обитель:"_s},
+        {u"next birthday: in"_s, u"nächster Geburtstag: in"_s, u"день рождения через"_s},
+        {u"age"_s, u"Alter"_s, u"\nВозраст:"_s},
+        {u"In years: "_s, u"In Jahren: "_s, u"В годах: "_s},
+        {u"In months: "_s, u"In Monaten: "_s, u"В месяцах: "_s},
+        {u"In days: "_s, u"In Tagen: "_s, u"В днях: "_s},
+        {u"Show weekday in table view"_s, u"Wochentag in Tabellenansicht anzeigen"_s,
+         u"Показать день недели в таблице"_s},
+        {u"Entries:"_s, u"Einträge:"_s, u"Записи:"_s},
+        {u"Mark future birthdays ☆"_s, u"Zukünftige Geburtstage markieren ☆"_s,
+         u"Будущие дни рождения пометить ☆"_s},
+    }};
+    return table;
+}
+
+} // namespace
+
+UiStrings::UiStrings()
+{
+    for (int i = 0; i < UiTextCount; ++i)
+        m_texts[i] = rows()[i].english;
+}
+
+void UiStrings::apply(Language language)
+{
+    if (language == Language::English)
+        return;
+    for (int i = 0; i < UiTextCount; ++i)
+        m_texts[i] = language == Language::German ? rows()[i].german : rows()[i].russian;
+}
+
+const QString &UiStrings::english(UiText id)
+{
+    return rows()[index(id)].english;
+}
+
+QString UiStrings::translated(const QString &englishText) const
+{
+    for (int i = 0; i < UiTextCount; ++i) {
+        if (rows()[i].english == englishText)
+            return m_texts[i];
+    }
+    return englishText;
+}
