@@ -1,33 +1,164 @@
 #include "CalendarDifference.h"
 
+// Moments are handled as milliseconds since 1970 (UTC), and the local clock
+// is asked only for its UTC offset at a moment. That keeps every step in our
+// hands where the clocks change: Qt's own local-time arithmetic may pick
+// either pass of a repeated hour.
+
 namespace {
 
-QDateTime advance(const QDateTime &start, CalendarUnit unit, qint64 count)
+constexpr qint64 msPerDay = 24 * 60 * 60 * 1000;
+constexpr qint64 unixEpochJulianDay = 2440588;
+
+qint64 floorMod(qint64 a, qint64 b)
 {
-    switch (unit) {
-    case CalendarUnit::Years:
-        return start.addYears(int(count));
-    case CalendarUnit::Months:
-        return start.addMonths(int(count));
-    case CalendarUnit::Days:
-        break;
-    }
-    return start.addDays(count);
+    const qint64 r = a % b;
+    return r < 0 ? r + b : r;
 }
 
-// A first guess from the calendar dates alone; the time of day and month
-// ends move the true count by at most one.
-qint64 estimate(QDate from, QDate to, CalendarUnit unit)
+// Local wall-clock time as milliseconds since 1970-01-01 00:00 local.
+qint64 wallOf(QDate date, qint64 msOfDay)
 {
-    switch (unit) {
-    case CalendarUnit::Years:
-        return to.year() - from.year();
-    case CalendarUnit::Months:
-        return qint64(to.year() - from.year()) * 12 + to.month() - from.month();
-    case CalendarUnit::Days:
-        break;
+    return (date.toJulianDay() - unixEpochJulianDay) * msPerDay + msOfDay;
+}
+
+// The local date and time of a moment are exact; Qt 6.4's offsetFromUtc() is
+// not where a summer time gives way to another summer time (Berlin, 1945).
+qint64 wallOf(qint64 instant)
+{
+    const QDateTime local = QDateTime::fromMSecsSinceEpoch(instant, Qt::LocalTime);
+    return wallOf(local.date(), local.time().msecsSinceStartOfDay());
+}
+
+qint64 offsetAt(qint64 instant)
+{
+    return wallOf(instant) - instant;
+}
+
+QDate dateOfWall(qint64 wall)
+{
+    return QDate::fromJulianDay(unixEpochJulianDay + (wall - floorMod(wall, msPerDay)) / msPerDay);
+}
+
+// The moment a wall-clock time stands for. A time the clocks pass twice is
+// taken at its second pass; a time they skip is read with the offset from
+// before the change, so it lands as far past the change as it was past the
+// last time that existed.
+qint64 instantOfWall(qint64 wall)
+{
+    const qint64 before = offsetAt(wall - msPerDay);
+    const qint64 after = offsetAt(wall + msPerDay);
+    if (before == after)
+        return wall - before;
+    const qint64 later = std::max(wall - before, wall - after);
+    const qint64 earlier = std::min(wall - before, wall - after);
+    if (wallOf(later) == wall)
+        return later;
+    if (wallOf(earlier) == wall)
+        return earlier;
+    return wall - before;
+}
+
+// Days are added as whole 24-hour days, then moved by the change of offset on
+// the way so that the clock reads as before. Where that time is skipped the
+// plain 24-hour days stand when the clocks went forward.
+class DayStepper
+{
+public:
+    explicit DayStepper(qint64 start)
+        : m_start(start), m_offset(offsetAt(start)), m_msOfDay(floorMod(start + m_offset, msPerDay))
+    {}
+
+    qint64 advance(qint64 days) const
+    {
+        const qint64 plain = m_start + days * msPerDay;
+        const qint64 offset = offsetAt(plain);
+        if (offset == m_offset || floorMod(plain + offset, msPerDay) == m_msOfDay)
+            return plain;
+        const qint64 shift = (m_offset - offset) % msPerDay;
+        const qint64 shifted = plain + shift;
+        if (shift < 0 && floorMod(wallOf(shifted), msPerDay) != m_msOfDay)
+            return plain;
+        return shifted;
     }
-    return from.daysTo(to);
+
+private:
+    qint64 m_start;
+    qint64 m_offset;
+    qint64 m_msOfDay;
+};
+
+// Years and months move the calendar date, pinned to the end of a shorter
+// month, and keep the wall-clock time of day.
+class DateStepper
+{
+public:
+    DateStepper(qint64 start, CalendarUnit unit) : m_start(start), m_unit(unit)
+    {
+        const qint64 wall = wallOf(start);
+        m_date = dateOfWall(wall);
+        m_msOfDay = floorMod(wall, msPerDay);
+    }
+
+    QDate date() const { return m_date; }
+
+    qint64 advance(qint64 count) const
+    {
+        if (count == 0)
+            return m_start;
+        const QDate date = m_unit == CalendarUnit::Years ? m_date.addYears(int(count))
+                                                         : m_date.addMonths(int(count));
+        return instantOfWall(wallOf(date, m_msOfDay));
+    }
+
+private:
+    qint64 m_start;
+    CalendarUnit m_unit;
+    QDate m_date;
+    qint64 m_msOfDay = 0;
+};
+
+// The largest count whose step from the start does not pass the end (the
+// smallest, going backwards), beginning from a guess that is at most a step
+// or two off.
+template <typename Stepper>
+qint64 countSteps(const Stepper &stepper, qint64 end, qint64 guess, bool forward, qint64 *reached)
+{
+    qint64 n = forward ? std::max<qint64>(guess, 0) : std::min<qint64>(guess, 0);
+    const qint64 step = forward ? 1 : -1;
+    const auto passes = [&](qint64 t) { return forward ? t > end : t < end; };
+
+    qint64 at = stepper.advance(n);
+    while (n != 0 && passes(at)) {
+        n -= step;
+        at = stepper.advance(n);
+    }
+    for (;;) {
+        const qint64 next = stepper.advance(n + step);
+        if (passes(next))
+            break;
+        n += step;
+        at = next;
+    }
+    *reached = at;
+    return n;
+}
+
+qint64 countUnits(qint64 start, qint64 end, CalendarUnit unit, qint64 *reached)
+{
+    const bool forward = end >= start;
+    const QDate endDate = dateOfWall(wallOf(end));
+    if (unit == CalendarUnit::Days) {
+        const DayStepper stepper(start);
+        return countSteps(stepper, end, dateOfWall(wallOf(start)).daysTo(endDate), forward,
+                          reached);
+    }
+    const DateStepper stepper(start, unit);
+    const QDate startDate = stepper.date();
+    const qint64 years = endDate.year() - startDate.year();
+    const qint64 guess =
+        unit == CalendarUnit::Years ? years : years * 12 + endDate.month() - startDate.month();
+    return countSteps(stepper, end, guess, forward, reached);
 }
 
 } // namespace
@@ -35,42 +166,29 @@ qint64 estimate(QDate from, QDate to, CalendarUnit unit)
 qint64 CalendarDifference::count(const QDateTime &from, const QDateTime &to, CalendarUnit unit,
                                  QDateTime *reached)
 {
-    const QDateTime start = from.toLocalTime();
-    const QDateTime end = to.toLocalTime();
-    if (!start.isValid() || !end.isValid()) {
+    if (!from.isValid() || !to.isValid()) {
         if (reached)
-            *reached = start;
+            *reached = from;
         return 0;
     }
-    const bool forward = end >= start;
-    qint64 n = estimate(start.date(), end.date(), unit);
-    n = forward ? std::max<qint64>(n, 0) : std::min<qint64>(n, 0);
-    const qint64 step = forward ? 1 : -1;
-    const auto passes = [&](const QDateTime &t) { return forward ? t > end : t < end; };
-
-    QDateTime at = advance(start, unit, n);
-    while (n != 0 && passes(at)) {
-        n -= step;
-        at = advance(start, unit, n);
-    }
-    for (;;) {
-        QDateTime next = advance(start, unit, n + step);
-        if (passes(next))
-            break;
-        n += step;
-        at = std::move(next);
-    }
+    qint64 at = 0;
+    const qint64 n = countUnits(from.toMSecsSinceEpoch(), to.toMSecsSinceEpoch(), unit, &at);
     if (reached)
-        *reached = std::move(at);
+        *reached = QDateTime::fromMSecsSinceEpoch(at, Qt::LocalTime);
     return n;
 }
 
+// The running start stays a plain moment: a local QDateTime cannot hold
+// every moment of a repeated hour.
 YearsMonthsDays CalendarDifference::yearsMonthsDays(const QDateTime &from, const QDateTime &to)
 {
+    if (!from.isValid() || !to.isValid())
+        return {};
+    const qint64 end = to.toMSecsSinceEpoch();
+    qint64 running = from.toMSecsSinceEpoch();
     YearsMonthsDays result;
-    QDateTime running;
-    result.years = count(from, to, CalendarUnit::Years, &running);
-    result.months = count(running, to, CalendarUnit::Months, &running);
-    result.days = count(running, to, CalendarUnit::Days);
+    result.years = countUnits(running, end, CalendarUnit::Years, &running);
+    result.months = countUnits(running, end, CalendarUnit::Months, &running);
+    result.days = countUnits(running, end, CalendarUnit::Days, &running);
     return result;
 }

@@ -8,6 +8,11 @@
 // years keeps the time of day and pins the day to the end of a shorter month
 // (31 January + 1 month = 28 or 29 February), so the time of day takes part:
 // born at 15:00, one is a day older only from 15:00 on.
+//
+// Where the clocks change, a year or month step that lands on a repeated
+// time takes its second pass, and one that lands on a skipped time moves
+// past the change by as much. A day step adds whole days and keeps the clock
+// reading when the offset changed on the way.
 enum class CalendarUnit { Years, Months, Days };
 
 struct YearsMonthsDays

@@ -10,6 +10,10 @@ QDateTime at(int y, int m, int d, int h = 0, int min = 0)
 {
     return QDateTime(QDate(y, m, d), QTime(h, min));
 }
+QDateTime moment(qint64 msSince1970)
+{
+    return QDateTime::fromMSecsSinceEpoch(msSince1970, Qt::LocalTime);
+}
 } // namespace
 
 class TestAgeCalculator : public QObject
@@ -54,6 +58,16 @@ private slots:
         QTest::newRow("23.5 hours across the spring clock change are no day")
             << at(2026, 3, 28, 12) << at(2026, 3, 29, 11, 30) << 0LL << 0LL << 0LL << 0LL << 0LL
             << 0LL;
+        // 02:01:56 comes twice on 30 October 2022; three years after the birth
+        // is its second pass, later than now at the first pass of 02:10.
+        QTest::newRow("a year step lands on the second pass of a repeated hour")
+            << moment(1572397316822) << moment(1667088643225) << 2LL << 11LL << 30LL << 35LL
+            << 156LL << 1095LL;
+        // On 11 May 1947 the clocks went from 02:00 straight to 03:00 (double
+        // summer time): at 02:52 the birth time of day, 03:38, has not come yet.
+        QTest::newRow("a day step across double summer time")
+            << moment(-715472468489) << moment(-714611263162) << 0LL << 0LL << 9LL << 0LL << 1LL
+            << 9LL;
         QTest::newRow("century") << at(1900, 1, 1) << at(2026, 11, 22, 12) << 126LL << 10LL << 21LL
                                  << 1522LL << 6620LL << 46346LL;
     }
