@@ -120,11 +120,3 @@ std::optional<QDate> DatePattern::parse(QStringView text, int defaultYear) const
     const QDate date(year, month, day);
     return date.isValid() ? std::optional(date) : std::nullopt;
 }
-
-std::optional<QDateTime> DatePattern::parseLocalDay(QStringView text) const
-{
-    const std::optional<QDate> date = parse(text);
-    if (!date)
-        return std::nullopt;
-    return date->startOfDay();
-}

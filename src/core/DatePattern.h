@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QDate>
-#include <QDateTime>
 #include <QList>
 #include <QLocale>
 #include <QString>
@@ -27,9 +26,6 @@ public:
 
     QString format(QDate date) const;
     std::optional<QDate> parse(QStringView text, int defaultYear = 2000) const;
-    // The start of the parsed day in local time (midnight, or the first moment
-    // after it when midnight is skipped by a clock change).
-    std::optional<QDateTime> parseLocalDay(QStringView text) const;
 
 private:
     enum class Field { Literal, Day, Month, MonthName, Year, Weekday };

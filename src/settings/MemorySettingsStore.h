@@ -11,7 +11,6 @@ public:
     // Puts any value under a key, bypassing the typed writes: lets a test
     // store a value of the wrong type.
     void setRaw(const QString &key, const QVariant &value) { m_values.insert(key, value); }
-    bool contains(const QString &key) const { return m_values.contains(key); }
     qsizetype writeCount() const { return m_writes; }
 
 protected:

@@ -1,3 +1,4 @@
+#include "LocalTime.h"
 #include "TimeZoneScope.h"
 #include "core/AgeCalculator.h"
 #include "core/CalendarDifference.h"
@@ -6,10 +7,6 @@
 #include <QTest>
 
 namespace {
-QDateTime at(int y, int m, int d, int h = 0, int min = 0)
-{
-    return QDateTime(QDate(y, m, d), QTime(h, min));
-}
 QDateTime moment(qint64 msSince1970)
 {
     return QDateTime::fromMSecsSinceEpoch(msSince1970, Qt::LocalTime);

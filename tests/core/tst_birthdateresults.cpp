@@ -1,3 +1,4 @@
+#include "LocalTime.h"
 #include "TimeZoneScope.h"
 #include "core/BirthDateResults.h"
 #include "core/DebugLog.h"
@@ -5,10 +6,6 @@
 #include <QTest>
 
 namespace {
-QDateTime at(int y, int m, int d, int h = 0)
-{
-    return QDateTime(QDate(y, m, d), QTime(h, 0));
-}
 const QDateTime now = at(2026, 11, 22, 12);
 } // namespace
 

@@ -1,14 +1,8 @@
+#include "LocalTime.h"
 #include "TimeZoneScope.h"
 #include "core/ChineseZodiac.h"
 
 #include <QTest>
-
-namespace {
-QDateTime at(int y, int m, int d, int h = 0, int min = 0)
-{
-    return QDateTime(QDate(y, m, d), QTime(h, min));
-}
-} // namespace
 
 class TestChineseZodiac : public QObject
 {

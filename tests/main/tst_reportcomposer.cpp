@@ -1,3 +1,4 @@
+#include "LocalTime.h"
 #include "TimeZoneScope.h"
 #include "core/BirthDateResults.h"
 #include "main/ReportComposer.h"
@@ -6,10 +7,6 @@
 #include <QTest>
 
 namespace {
-QDateTime at(int y, int m, int d, int h = 0, int min = 0)
-{
-    return QDateTime(QDate(y, m, d), QTime(h, min));
-}
 const QDateTime now = at(2026, 11, 22, 12);
 
 // Composes one report the way the main screen does after deciding the language.
