@@ -1,0 +1,167 @@
+#include "FavoritesStore.h"
+
+#include "core/DebugLog.h"
+#include "core/FatalError.h"
+
+#include <algorithm>
+
+using namespace SettingsKeys;
+
+namespace {
+
+// The add dialog's idea of white space: tabs and any space separator (the
+// platform's "whitespaces"); a line feed is text.
+bool isBlankOrTab(QChar c)
+{
+    return c == u'\t' || c.category() == QChar::Separator_Space;
+}
+
+bool isBlankText(const QString &text)
+{
+    return std::all_of(text.cbegin(), text.cend(), isBlankOrTab);
+}
+
+// Earlier versions put a running number before or after each name ("1. Ann").
+QString withoutRunningNumber(const QString &name)
+{
+    const auto isNumberChar = [](QChar c) { return (c >= u'0' && c <= u'9') || c == u'.'; };
+    qsizetype begin = 0;
+    qsizetype end = name.size();
+    while (begin < end && isNumberChar(name.at(begin)))
+        ++begin;
+    while (end > begin && isNumberChar(name.at(end - 1)))
+        --end;
+    // Only trailing blanks go: a blank between the number and the name stays.
+    while (end > begin && name.at(end - 1) == u' ')
+        --end;
+    return name.mid(begin, end - begin);
+}
+
+// An array as the earlier version printed it: ["1. Ann", "Bob 2"]. Escaped so
+// that the diagnostic stays one line.
+QString printed(const QStringList &list)
+{
+    QStringList quoted;
+    for (QString item : list) {
+        item.replace(u'\\', QStringLiteral("\\\\"))
+            .replace(u'"', QStringLiteral("\\\""))
+            .replace(u'\n', QStringLiteral("\\n"))
+            .replace(u'\r', QStringLiteral("\\r"))
+            .replace(u'\t', QStringLiteral("\\t"));
+        quoted.append(u'"' + item + u'"');
+    }
+    return u'[' + quoted.join(QStringLiteral(", ")) + u']';
+}
+
+} // namespace
+
+FavoritesStore::FavoritesStore(SettingsStore &settings) : m_settings(settings) {}
+
+void FavoritesStore::load()
+{
+    m_rows = m_settings.value(favorites).value_or(QList<QStringList>());
+}
+
+void FavoritesStore::save() const
+{
+    m_settings.set(favorites, m_rows);
+}
+
+void FavoritesStore::requireIndex(qsizetype index) const
+{
+    if (index < 0 || index >= m_rows.size())
+        fatalError(QStringLiteral("favorite %1 does not exist (the list has %2)")
+                       .arg(index)
+                       .arg(m_rows.size()));
+}
+
+Favorite FavoritesStore::at(qsizetype index) const
+{
+    requireIndex(index);
+    const QStringList &row = m_rows.at(index);
+    if (row.size() < 2)
+        fatalError(QStringLiteral("stored favorite %1 has fewer than two texts").arg(index));
+    return {row.at(0), row.at(1)};
+}
+
+QList<Favorite> FavoritesStore::all() const
+{
+    QList<Favorite> result;
+    result.reserve(m_rows.size());
+    for (qsizetype i = 0; i < m_rows.size(); ++i)
+        result.append(at(i));
+    return result;
+}
+
+void FavoritesStore::append(const QString &fieldText, qint64 day, qint64 month, qint64 year)
+{
+    const QString name = isBlankText(fieldText) ? QStringLiteral("Unknown") : fieldText;
+    const QString birthday =
+        QString::number(day) + u' ' + QString::number(month) + u' ' + QString::number(year);
+    m_rows.append({name, birthday});
+    save();
+}
+
+void FavoritesStore::remove(qsizetype index)
+{
+    requireIndex(index);
+    m_rows.removeAt(index);
+    save();
+}
+
+void FavoritesStore::update(qsizetype index, const QString &name, const QString &birthday)
+{
+    requireIndex(index);
+    m_rows[index] = {name, birthday};
+    save();
+}
+
+void FavoritesStore::replaceAll(const QList<Favorite> &favorites)
+{
+    m_rows.clear();
+    m_rows.reserve(favorites.size());
+    for (const Favorite &favorite : favorites)
+        m_rows.append({favorite.name, favorite.birthday});
+    save();
+}
+
+void FavoritesStore::select(qsizetype index) const
+{
+    // Read (and so check) the row before writing anything: a bad row must not
+    // leave half a hand-over behind.
+    const Favorite chosen = at(index);
+    m_settings.set(handOverPending, true);
+    m_settings.set(handOverBirthday, chosen.birthday);
+    m_settings.set(handOverName, chosen.name);
+    m_settings.set(handOverMovePicker, true);
+    m_settings.set(handOverIndex, qint64(index));
+}
+
+bool FavoritesStore::convertOlderForm()
+{
+    if (m_settings.value(firstStartDone))
+        return false;
+    m_settings.set(firstStartDone, true);
+
+    const QStringList names = m_settings.value(olderFavoriteNames).value_or(QStringList());
+    const QStringList birthdays = m_settings.value(olderFavoriteBirthdays).value_or(QStringList());
+    DebugLog::line(QStringLiteral("name: ") + printed(names) + QStringLiteral("  -   bd: ") +
+                   printed(birthdays));
+
+    // Checked up front so that "person" is never left half converted.
+    if (birthdays.size() < names.size())
+        fatalError(QStringLiteral("older favorites: %1 names but %2 birth dates")
+                       .arg(names.size())
+                       .arg(birthdays.size()));
+
+    if (!names.isEmpty()) {
+        QList<QStringList> rows;
+        for (qsizetype i = 0; i < names.size(); ++i) {
+            rows.append({withoutRunningNumber(names.at(i)), birthdays.at(i)});
+            // Written after each one, so an interruption leaves a valid prefix.
+            m_settings.set(favorites, rows);
+        }
+    }
+    load();
+    return true;
+}

@@ -1,0 +1,60 @@
+#pragma once
+
+#include "settings/SettingsStore.h"
+
+#include <QList>
+#include <QString>
+#include <QStringList>
+
+// One saved birthday: the name as typed and the record date text ("12 3 1985").
+struct Favorite
+{
+    QString name;
+    QString birthday;
+
+    friend bool operator==(const Favorite &, const Favorite &) = default;
+};
+
+// The one favorites list, kept under "person" as an array of [name, birthday]
+// string arrays in display order. Every change writes the whole list.
+//
+// Rows are held exactly as stored, so a row with fewer than two texts only
+// stops the program when it is read, and save() writes back what was loaded.
+class FavoritesStore
+{
+public:
+    explicit FavoritesStore(SettingsStore &settings);
+
+    // Reads "person"; missing or of another type gives an empty list.
+    void load();
+    // Writes the whole list under "person".
+    void save() const;
+
+    qsizetype count() const { return m_rows.size(); }
+    // Fatal for an index outside the list or a stored row with fewer than two texts.
+    Favorite at(qsizetype index) const;
+    // Every favorite in order; fatal as at().
+    QList<Favorite> all() const;
+
+    // The add dialog: a field of only blanks and tabs stores "Unknown", any other
+    // text is kept untrimmed; the birthday is "d M yyyy" from the three integers.
+    void append(const QString &fieldText, qint64 day, qint64 month, qint64 year);
+    void remove(qsizetype index);
+    void update(qsizetype index, const QString &name, const QString &birthday);
+    // A reordered list from sorting.
+    void replaceAll(const QList<Favorite> &favorites);
+
+    // Hands the chosen favorite to the main screen through the settings store.
+    void select(qsizetype index) const;
+
+    // Converts the two arrays of an earlier version once, guarded by
+    // "firstStart2". Returns true when it ran; the caller then turns on
+    // "moreDetails" and "star".
+    bool convertOlderForm();
+
+private:
+    void requireIndex(qsizetype index) const;
+
+    SettingsStore &m_settings;
+    QList<QStringList> m_rows;
+};

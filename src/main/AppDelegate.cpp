@@ -1,0 +1,98 @@
+#include "AppDelegate.h"
+
+#include "ScreenFactory.h"
+#include "Session.h"
+#include "core/Clock.h"
+#include "settings/QSettingsStore.h"
+
+#include <QDateTime>
+#include <QDir>
+#include <QFile>
+#include <QFontDatabase>
+#include <QGuiApplication>
+#include <QPalette>
+#include <QQmlApplicationEngine>
+#include <QQuickStyle>
+#include <QQuickWindow>
+#include <QTimer>
+#include <cstdio>
+
+namespace {
+
+void loadBundledFonts()
+{
+    const QDir fonts(QStringLiteral(":/qt/qml/Tavlo/resources/fonts"));
+    for (const QString &file : fonts.entryList({QStringLiteral("*.otf"), QStringLiteral("*.ttf")}))
+        QFontDatabase::addApplicationFont(fonts.filePath(file));
+    QGuiApplication::setFont(QFont(QStringLiteral("Inter")));
+}
+
+// The most memory the process has held, from the kernel's own count.
+QByteArray peakResidentKilobytes()
+{
+    QFile status(QStringLiteral("/proc/self/status"));
+    if (!status.open(QIODevice::ReadOnly))
+        return "unknown";
+    for (const QByteArray &line : status.readAll().split('\n')) {
+        if (line.startsWith("VmHWM:"))
+            return line.mid(6).trimmed().split(' ').value(0);
+    }
+    return "unknown";
+}
+
+} // namespace
+
+Appearance AppDelegate::appearance()
+{
+    const QByteArray forced = qgetenv("TAVLO_APPEARANCE");
+    if (forced == "dark")
+        return Appearance::Dark;
+    if (forced == "light")
+        return Appearance::Light;
+    return QGuiApplication::palette().color(QPalette::Window).lightness() < 128 ? Appearance::Dark
+                                                                                : Appearance::Light;
+}
+
+int AppDelegate::run(QGuiApplication &app, const Options &options)
+{
+    QQuickStyle::setStyle(QStringLiteral("Basic"));
+    loadBundledFonts();
+
+    QSettingsStore settings;
+    SystemClock clock;
+    Session session(settings, clock, QLocale::system().uiLanguages(), appearance());
+    ScreenFactory::setSession(&session);
+
+    QQmlApplicationEngine engine;
+    engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
+    engine.load(QUrl(QStringLiteral("qrc:/qt/qml/Tavlo/resources/Main.qml")));
+    if (engine.rootObjects().isEmpty())
+        return 1;
+    auto *window = qobject_cast<QQuickWindow *>(engine.rootObjects().constFirst());
+
+    if (window && (options.traceStartup || !options.screenshotPath.isEmpty())) {
+        QObject::connect(
+            window, &QQuickWindow::frameSwapped, &app,
+            [window, options] {
+                if (options.traceStartup) {
+                    std::printf("first-frame-epoch-ms %lld\n",
+                                static_cast<long long>(QDateTime::currentMSecsSinceEpoch()));
+                    std::fflush(stdout);
+                }
+                if (options.screenshotPath.isEmpty())
+                    return;
+                // Pictures load in the background; give them a moment.
+                QTimer::singleShot(800, window, [window, path = options.screenshotPath] {
+                    QDir().mkpath(QFileInfo(path).absolutePath());
+                    window->grabWindow().save(path);
+                    QCoreApplication::quit();
+                });
+            },
+            Qt::SingleShotConnection);
+    }
+
+    const int status = app.exec();
+    if (options.traceStartup)
+        std::printf("peak-rss-kb %s\n", peakResidentKilobytes().constData());
+    return status;
+}

@@ -1,0 +1,27 @@
+#pragma once
+
+#include "Themes.h"
+
+#include <QString>
+
+class QGuiApplication;
+
+// Starts the app: the settings file, the clock, the shared session, the
+// bundled fonts, and the QML engine with its window.
+class AppDelegate
+{
+public:
+    struct Options
+    {
+        // Save a picture of the window once it is drawn, then quit.
+        QString screenshotPath;
+        // Print when the first frame was drawn and the peak memory at exit.
+        bool traceStartup = false;
+    };
+
+    int run(QGuiApplication &app, const Options &options);
+
+    // Dark or light, from the platform's palette; TAVLO_APPEARANCE=dark|light
+    // overrides it.
+    static Appearance appearance();
+};

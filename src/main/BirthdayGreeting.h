@@ -1,0 +1,13 @@
+#pragma once
+
+#include "core/AgeCalculator.h"
+
+#include <QString>
+
+class UiStrings;
+
+// What the main screen says about a favorite today: a birthday, or else the
+// first round age reached today in days, months or weeks ("Anna is now 1000
+// days old!"), each followed by an empty line. Empty when there is nothing
+// to say.
+QString birthdayGreetingLine(const QString &name, const AgeFacts &age, const UiStrings &strings);

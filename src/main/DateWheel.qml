@@ -1,0 +1,29 @@
+import QtQuick
+import QtQuick.Controls
+
+// One wheel of the birth date: its labels, the selected index, and a text
+// colour for the labels.
+Tumbler {
+    id: wheel
+
+    property color textColor: "white"
+
+    visibleItemCount: 5
+    wrap: false
+    palette.windowText: textColor
+
+    delegate: Text {
+        required property int index
+        required property var modelData
+
+        text: modelData
+        color: Tumbler.tumbler.palette.windowText
+        opacity: 1.0 - Math.abs(Tumbler.displacement) / (Tumbler.tumbler.visibleItemCount / 2) * 0.8
+        font.family: "Inter"
+        font.weight: Font.Light
+        font.pixelSize: 21
+        horizontalAlignment: Text.AlignHCenter
+        verticalAlignment: Text.AlignVCenter
+        elide: Text.ElideRight
+    }
+}

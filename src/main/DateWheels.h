@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QList>
+#include <QLocale>
+#include <QStringList>
+#include <optional>
+
+// The birth date wheels: which wheel comes where, and what they offer.
+namespace DateWheels {
+
+enum class Field { Day, Month, Year };
+
+inline constexpr int firstYear = 1800;
+inline constexpr int lastYear = 2200;
+
+// Day, month and year in the order the locale writes a date (month first in
+// American English, day first in German and Russian).
+QList<Field> order(const QLocale &locale);
+
+// The twelve month names as they read inside a date ("марта" in Russian).
+QStringList monthNames(const QLocale &locale);
+
+} // namespace DateWheels

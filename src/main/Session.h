@@ -1,0 +1,46 @@
+#pragma once
+
+#include "Themes.h"
+#include "core/BirthDateResults.h"
+#include "core/Clock.h"
+#include "favorites/FavoritesStore.h"
+#include "settings/Language.h"
+#include "settings/UiStrings.h"
+
+#include <QDateTime>
+#include <QStringList>
+
+class SettingsStore;
+
+// What the screens share for the whole run: the stores, the clock, the
+// interface texts and language, the last birth-date results and the theme
+// table. No screen keeps a copy of a setting; each reads the store itself.
+class Session
+{
+public:
+    Session(SettingsStore &settings, const Clock &clock, QStringList preferredLanguages,
+            Appearance appearance);
+
+    SettingsStore &settings;
+    const Clock &clock;
+    FavoritesStore favorites;
+    UiStrings strings;
+    BirthDateResults results;
+    ThemeTable themes;
+    const QStringList preferredLanguages;
+    const Appearance appearance;
+
+    Language language() const { return m_language; }
+    qint64 languageOverride() const { return m_languageOverride; }
+    // Decides the language from the device and "preferredL" and fills the
+    // interface texts with it.
+    void decideLanguage();
+
+    // "Today" for the whole run: the moment of first use.
+    QDateTime launchDate();
+
+private:
+    Language m_language = Language::English;
+    qint64 m_languageOverride = 0;
+    QDateTime m_launchDate;
+};

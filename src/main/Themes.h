@@ -1,0 +1,77 @@
+#pragma once
+
+#include <QString>
+#include <array>
+#include <optional>
+
+// Light or dark appearance, decided once when the main screen loads.
+enum class Appearance { Light, Dark };
+
+// A colour as red, green and blue from 0 to 1; values outside are clamped
+// only when drawn.
+struct Rgb
+{
+    double red = 0;
+    double green = 0;
+    double blue = 0;
+
+    bool operator==(const Rgb &) const = default;
+};
+
+// The few named colours of the system that the screens use.
+struct SystemColors
+{
+    Rgb label;
+    Rgb secondaryLabel;
+    Rgb background;
+    Rgb grey;
+    Rgb darkGrey;
+    Rgb red;
+
+    static SystemColors of(Appearance appearance);
+};
+
+// How a screen looks in one theme.
+struct ThemeLook
+{
+    Rgb accent;
+    // Themes 0 to 4: a picture ("space0" ... "space4") under a blur.
+    QString backgroundImage;
+    bool blur = false;
+    // Themes 5 to 8: a top-to-bottom gradient, 0.07 lighter to 0.12 darker.
+    std::optional<std::pair<Rgb, Rgb>> gradient;
+    // The plain colour behind everything: the theme's colour for 5 to 8, the
+    // system background for 9.
+    std::optional<Rgb> backgroundColor;
+    // The title bar's backdrop is a thinner material in theme 9.
+    bool thinTitleBar = false;
+};
+
+// The ten colour themes, indexed by the setting "color". The table starts as
+// the one for dark appearance; the main screen swaps in the light one at load
+// when the appearance is light, for the rest of the run.
+class ThemeTable
+{
+public:
+    static constexpr int count = 10;
+
+    explicit ThemeTable(Appearance appearance = Appearance::Dark) : m_appearance(appearance) {}
+
+    void useLightColors() { m_light = true; }
+    bool lightColors() const { return m_light; }
+
+    // Entry `index` of the table; entry 9 is the system background.
+    Rgb color(int index) const;
+
+    // The look of theme `index`. An index outside 0 to 9 stops the program:
+    // it can only come from a damaged "color" setting.
+    ThemeLook look(qint64 index) const;
+
+    // The colour with each of red, green and blue raised by percent / 100,
+    // clamped at 1.
+    static Rgb lightened(Rgb color, double percent);
+
+private:
+    Appearance m_appearance;
+    bool m_light = false;
+};

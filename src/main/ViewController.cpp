@@ -1,0 +1,388 @@
+#include "ViewController.h"
+
+#include "BirthdayGreeting.h"
+#include "DateWheels.h"
+#include "PersonName.h"
+#include "RatingRule.h"
+#include "ReportComposer.h"
+#include "Session.h"
+#include "core/DatePattern.h"
+#include "core/DebugLog.h"
+#include "core/FatalError.h"
+#include "settings/SettingsStore.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+QUrl imageUrl(const QString &name)
+{
+    return QUrl(u"qrc:/qt/qml/Tavlo/resources/images/"_s + name + u".svg"_s);
+}
+
+// Components beyond 0 to 1 are clamped here, where they are drawn.
+QColor toColor(Rgb c)
+{
+    return QColor::fromRgbF(float(std::clamp(c.red, 0.0, 1.0)),
+                            float(std::clamp(c.green, 0.0, 1.0)),
+                            float(std::clamp(c.blue, 0.0, 1.0)));
+}
+
+const QString fallbackBirthDate = u"06 02 1977"_s;
+
+} // namespace
+
+ViewController::ViewController(Session &session, QObject *parent)
+    : QObject(parent), m_session(session), m_picker(session.launchDate()),
+      m_accent(toColor(SystemColors::of(session.appearance).red)),
+      m_backgroundImage(imageUrl(u"space"_s))
+{}
+
+ViewController::~ViewController() = default;
+
+QStringList ViewController::dayLabels() const
+{
+    QStringList labels;
+    for (int day = 1; day <= m_picker.date().daysInMonth(); ++day)
+        labels.append(QString::number(day));
+    return labels;
+}
+
+QStringList ViewController::yearLabels() const
+{
+    QStringList labels;
+    for (int year = DateWheels::firstYear; year <= DateWheels::lastYear; ++year)
+        labels.append(QString::number(year));
+    return labels;
+}
+
+QStringList ViewController::monthNames() const
+{
+    return DateWheels::monthNames(localeFor(m_session.language()));
+}
+
+QStringList ViewController::wheelOrder() const
+{
+    QStringList order;
+    for (const DateWheels::Field field : DateWheels::order(localeFor(m_session.language()))) {
+        order.append(field == DateWheels::Field::Day     ? u"day"_s
+                     : field == DateWheels::Field::Month ? u"month"_s
+                                                         : u"year"_s);
+    }
+    return order;
+}
+
+int ViewController::firstYear() const
+{
+    return DateWheels::firstYear;
+}
+
+int ViewController::lastYear() const
+{
+    return DateWheels::lastYear;
+}
+
+bool ViewController::dark() const
+{
+    return m_session.appearance == Appearance::Dark;
+}
+
+QColor ViewController::labelColor() const
+{
+    return toColor(SystemColors::of(m_session.appearance).label);
+}
+
+void ViewController::viewDidLoad()
+{
+    SettingsStore &settings = m_session.settings;
+
+    if (m_session.appearance != Appearance::Dark)
+        m_session.themes.useLightColors();
+
+    if (m_session.favorites.convertOlderForm()) {
+        settings.set(SettingsKeys::moreDetails, true);
+        settings.set(SettingsKeys::star, true);
+    }
+    m_session.favorites.load();
+
+    applyTheme();
+
+    setPlusEnabled(false);
+    m_currentFavoriteIndex = settings.value(SettingsKeys::handOverIndex);
+
+    const bool handOver = settings.value(SettingsKeys::handOverPending);
+    const bool movePicker = settings.value(SettingsKeys::handOverMovePicker);
+    const QString savedText = u"%1 %2 %3"_s.arg(settings.value(SettingsKeys::day))
+                                  .arg(settings.value(SettingsKeys::month))
+                                  .arg(settings.value(SettingsKeys::year));
+
+    m_session.decideLanguage();
+    m_personName = m_session.strings[UiText::ReportYour];
+    emit languageChanged();
+
+    if (!settings.value(SettingsKeys::backgroundImage))
+        settings.set(SettingsKeys::backgroundImage, SettingsKeys::backgroundImageWhenAbsent);
+
+    // Nothing picked yet (all zero on a fresh install): 6 February 1977.
+    const QDateTime saved =
+        parseRecordDate(savedText).value_or(*parseRecordDate(fallbackBirthDate));
+
+    if (!handOver) {
+        checkNotificationPermission();
+        const QString greeting = todaysBirthdaysText();
+        setReport(greeting.isEmpty() ? m_session.strings[UiText::SelectYourDateOfBirth] : greeting,
+                  m_weekday);
+        setPicker(saved);
+    } else {
+        if (!movePicker) {
+            setPicker(saved);
+        } else {
+            const std::optional<QString> name = settings.value(SettingsKeys::handOverName);
+            const std::optional<QString> birthday = settings.value(SettingsKeys::handOverBirthday);
+            if (!name || !birthday)
+                fatalError(u"a favorite was handed over without \"Name\" and \"birthday\""_s);
+            const std::optional<QDateTime> date = parseRecordDate(*birthday);
+            if (!date) {
+                fatalError(u"the handed-over \"birthday\" \"%1\" is not a date"_s.arg(*birthday));
+            }
+            m_personName = personNameFromFavorite(*name, m_session.language());
+            setPicker(*date);
+            settings.set(SettingsKeys::handOverMovePicker, false);
+        }
+        settings.set(SettingsKeys::handOverPending, false);
+        composeReport();
+    }
+
+    setPlusEnabled(false);
+
+    const RatingDecision rating =
+        applyRatingRule(settings, m_session.favorites.count(), QStringLiteral(TAVLO_VERSION));
+    if (rating.askForRating)
+        requestRating();
+}
+
+void ViewController::viewDidLayoutSubviews()
+{
+    applyTheme();
+}
+
+void ViewController::applyTheme()
+{
+    const qint64 index = m_session.settings.value(SettingsKeys::color);
+    const ThemeLook look = m_session.themes.look(index);
+    m_accent = toColor(look.accent);
+    // The blur goes for good once a plain-colour theme has been shown.
+    if (!look.blur)
+        m_blurVisible = false;
+    if (!look.backgroundImage.isEmpty())
+        m_backgroundImage = imageUrl(look.backgroundImage);
+    m_gradientVisible = look.gradient.has_value();
+    if (look.gradient) {
+        m_gradientTop = toColor(look.gradient->first);
+        m_gradientBottom = toColor(look.gradient->second);
+    }
+    m_backgroundColor =
+        look.backgroundColor ? toColor(*look.backgroundColor) : QColor(Qt::transparent);
+    m_thinTitleBar = look.thinTitleBar;
+    emit themeChanged();
+}
+
+void ViewController::pickDate(int day, int month, int year)
+{
+    const QDate first(year, month, 1);
+    if (!first.isValid())
+        return;
+    const QDate date(year, month, std::clamp(day, 1, first.daysInMonth()));
+    const bool sameDay = date == m_picker.date();
+    setPicker(QDateTime(date, m_picker.time()));
+    if (!sameDay)
+        dpChanged();
+}
+
+void ViewController::dpChanged()
+{
+    m_personName = m_session.strings[UiText::ReportYour];
+    if (m_picker < m_session.launchDate()) {
+        composeReport();
+        return;
+    }
+    m_detailed = false;
+    setReport(m_session.strings[UiText::SelectYourDateOfBirth], QString());
+    setPlusEnabled(false);
+}
+
+void ViewController::resetPressed()
+{
+    setPicker(m_session.launchDate());
+    storePickedDate();
+    composeReport();
+}
+
+void ViewController::composeReport()
+{
+    setPlusEnabled(false);
+    ReportComposer composer(m_session.strings, m_session.results);
+    const AgeReport report =
+        composer.compose(m_picker, m_session.clock.now(), m_personName, m_session.language());
+    storePickedDate();
+    m_detailed = m_session.settings.value(SettingsKeys::moreDetails);
+    const ShownReport shown = ShownReport::of(report, m_detailed);
+    m_starImage = imageUrl(report.starImage);
+    setReport(shown.display, shown.weekday);
+    setPlusEnabled(true);
+}
+
+void ViewController::storePickedDate()
+{
+    const QDate date = m_picker.date();
+    m_session.settings.set(SettingsKeys::day, date.day());
+    m_session.settings.set(SettingsKeys::month, date.month());
+    m_session.settings.set(SettingsKeys::year, date.year());
+}
+
+QString ViewController::todaysBirthdaysText()
+{
+    const FavoritesStore &favorites = m_session.favorites;
+    if (favorites.count() == 0) {
+        setReport(m_display, QString());
+        return {};
+    }
+    // Each favorite is reported in turn, which leaves the wheels and the
+    // report on the last one until the load moves on. Its date is read as
+    // midnight in UTC, as the greeting always has.
+    QString greeting;
+    const DatePattern recordDate(u"dd MM yyyy");
+    for (qsizetype i = 0; i < favorites.count(); ++i) {
+        const Favorite favorite = favorites.at(i);
+        const std::optional<QDate> date = recordDate.parse(favorite.birthday);
+        if (!date) {
+            fatalError(u"favorite %1 has the birthday \"%2\", which is not a date"_s.arg(i).arg(
+                favorite.birthday));
+        }
+        setPicker(QDateTime(*date, QTime(0, 0), Qt::UTC).toLocalTime());
+        composeReport();
+        greeting += birthdayGreetingLine(favorite.name, m_session.results.age(), m_session.strings);
+    }
+    return greeting;
+}
+
+void ViewController::plusPressed()
+{
+    const UiStrings &strings = m_session.strings;
+    const QString date = DatePattern(u"dd.MM.yyyy").format(m_picker.date());
+    m_addDialog = {strings[UiText::EnterAName], strings[UiText::AddThisBirthday],
+                   strings[UiText::NameForThisBirthday] + u' ' + date, strings[UiText::Cancel]};
+    emit addDialogChanged();
+    emit addFavoriteDialogRequested();
+}
+
+void ViewController::addFavorite(const QString &fieldText)
+{
+    const SettingsStore &settings = m_session.settings;
+    m_session.favorites.append(fieldText, settings.value(SettingsKeys::day),
+                               settings.value(SettingsKeys::month),
+                               settings.value(SettingsKeys::year));
+    checkNotificationPermission();
+}
+
+void ViewController::favPressed()
+{
+    showScreen(u"Fav"_s);
+}
+
+void ViewController::setPressed()
+{
+    showScreen(u"Set"_s);
+}
+
+void ViewController::showScreen(const QString &identifier)
+{
+    // The dim stays on this screen for as long as it lives.
+    if (!m_dimmed) {
+        m_dimmed = true;
+        emit dimmedChanged();
+    }
+    emit screenRequested(identifier);
+}
+
+void ViewController::handleGesture(Swipe swipe)
+{
+    const FavoritesStore &favorites = m_session.favorites;
+    const std::optional<qint64> index = FavoriteBrowsing::afterSwipe(
+        m_currentFavoriteIndex,
+        swipe == Swipe::Left ? FavoriteBrowsing::Swipe::Left : FavoriteBrowsing::Swipe::Right,
+        favorites.count());
+    if (!index)
+        return;
+    if (*index < 0 || *index >= favorites.count()) {
+        fatalError(
+            u"the setting \"indexCount\" is %1, but there are %2 favorites"_s.arg(*index).arg(
+                favorites.count()));
+    }
+    m_currentFavoriteIndex = *index;
+    showFavorite(*index);
+}
+
+void ViewController::showFavorite(qint64 index)
+{
+    SettingsStore &settings = m_session.settings;
+    m_session.decideLanguage();
+    emit languageChanged();
+    if (!settings.value(SettingsKeys::backgroundImage))
+        settings.set(SettingsKeys::backgroundImage, SettingsKeys::backgroundImageWhenAbsent);
+
+    const Favorite favorite = m_session.favorites.at(index);
+    const std::optional<QDateTime> date = parseRecordDate(favorite.birthday);
+    if (!date) {
+        fatalError(u"favorite %1 has the birthday \"%2\", which is not a date"_s.arg(index).arg(
+            favorite.birthday));
+    }
+    m_personName = personNameFromFavorite(favorite.name, m_session.language());
+    setPicker(*date);
+    settings.set(SettingsKeys::handOverMovePicker, false);
+    settings.set(SettingsKeys::handOverPending, false);
+    composeReport();
+}
+
+void ViewController::checkNotificationPermission()
+{
+    emit notificationPermissionCheckRequested();
+}
+
+void ViewController::requestRating()
+{
+    // Linux has no rating prompt of its own; the request is logged and announced.
+    DebugLog::line(u"CANCEL"_s);
+    emit ratingRequested();
+}
+
+void ViewController::setPicker(const QDateTime &date)
+{
+    if (date == m_picker)
+        return;
+    m_picker = date;
+    emit pickerChanged();
+}
+
+void ViewController::setPlusEnabled(bool enabled)
+{
+    if (enabled == m_plusEnabled)
+        return;
+    m_plusEnabled = enabled;
+    emit plusEnabledChanged();
+}
+
+void ViewController::setReport(const QString &display, const QString &weekday)
+{
+    m_display = display;
+    m_weekday = weekday;
+    emit reportChanged();
+}
+
+std::optional<QDateTime> ViewController::parseRecordDate(const QString &text)
+{
+    const std::optional<QDate> date = DatePattern(u"dd MM yyyy").parse(text);
+    if (!date)
+        return std::nullopt;
+    return date->startOfDay();
+}

@@ -1,0 +1,173 @@
+#pragma once
+
+#include "FavoriteBrowsing.h"
+
+#include <QColor>
+#include <QDateTime>
+#include <QObject>
+#include <QStringList>
+#include <QUrl>
+#include <QtQml/qqmlregistration.h>
+#include <optional>
+
+class Session;
+
+// The main screen: the birth date wheels, the age report, the theme, and
+// the buttons to reset, add a favorite, and open the favorites and settings.
+// It runs the screen's rules in their fixed order and shows the results as
+// properties; the view (MainScreen.qml) only lays them out.
+class ViewController : public QObject
+{
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("Made by the screen host.")
+
+    Q_PROPERTY(QString displayText READ displayText NOTIFY reportChanged)
+    Q_PROPERTY(QString weekdayText READ weekdayText NOTIFY reportChanged)
+    Q_PROPERTY(bool detailed READ detailed NOTIFY reportChanged)
+    Q_PROPERTY(QUrl starImage READ starImage NOTIFY reportChanged)
+    Q_PROPERTY(bool plusEnabled READ plusEnabled NOTIFY plusEnabledChanged)
+
+    Q_PROPERTY(int pickerDay READ pickerDay NOTIFY pickerChanged)
+    Q_PROPERTY(int pickerMonth READ pickerMonth NOTIFY pickerChanged)
+    Q_PROPERTY(int pickerYear READ pickerYear NOTIFY pickerChanged)
+    Q_PROPERTY(QStringList dayLabels READ dayLabels NOTIFY pickerChanged)
+    Q_PROPERTY(QStringList monthNames READ monthNames NOTIFY languageChanged)
+    Q_PROPERTY(QStringList yearLabels READ yearLabels CONSTANT)
+    Q_PROPERTY(QStringList wheelOrder READ wheelOrder NOTIFY languageChanged)
+    Q_PROPERTY(int firstYear READ firstYear CONSTANT)
+    Q_PROPERTY(int lastYear READ lastYear CONSTANT)
+
+    Q_PROPERTY(QColor accentColor READ accentColor NOTIFY themeChanged)
+    Q_PROPERTY(QUrl backgroundImage READ backgroundImage NOTIFY themeChanged)
+    Q_PROPERTY(bool blurVisible READ blurVisible NOTIFY themeChanged)
+    Q_PROPERTY(bool gradientVisible READ gradientVisible NOTIFY themeChanged)
+    Q_PROPERTY(QColor gradientTop READ gradientTop NOTIFY themeChanged)
+    Q_PROPERTY(QColor gradientBottom READ gradientBottom NOTIFY themeChanged)
+    Q_PROPERTY(QColor backgroundColor READ backgroundColor NOTIFY themeChanged)
+    Q_PROPERTY(bool thinTitleBar READ thinTitleBar NOTIFY themeChanged)
+    Q_PROPERTY(bool dark READ dark CONSTANT)
+    Q_PROPERTY(QColor labelColor READ labelColor CONSTANT)
+    Q_PROPERTY(bool dimmed READ dimmed NOTIFY dimmedChanged)
+
+    Q_PROPERTY(QString addDialogTitle READ addDialogTitle NOTIFY addDialogChanged)
+    Q_PROPERTY(QString addDialogMessage READ addDialogMessage NOTIFY addDialogChanged)
+    Q_PROPERTY(QString addDialogPlaceholder READ addDialogPlaceholder NOTIFY addDialogChanged)
+    Q_PROPERTY(QString cancelText READ cancelText NOTIFY addDialogChanged)
+
+public:
+    enum class Swipe { Left, Right };
+    Q_ENUM(Swipe)
+
+    explicit ViewController(Session &session, QObject *parent = nullptr);
+    ~ViewController() override;
+
+    QString displayText() const { return m_display; }
+    QString weekdayText() const { return m_weekday; }
+    bool detailed() const { return m_detailed; }
+    QUrl starImage() const { return m_starImage; }
+    bool plusEnabled() const { return m_plusEnabled; }
+    int pickerDay() const { return m_picker.date().day(); }
+    int pickerMonth() const { return m_picker.date().month(); }
+    int pickerYear() const { return m_picker.date().year(); }
+    QDateTime pickerDate() const { return m_picker; }
+    QStringList dayLabels() const;
+    QStringList monthNames() const;
+    QStringList yearLabels() const;
+    QStringList wheelOrder() const;
+    int firstYear() const;
+    int lastYear() const;
+    QColor accentColor() const { return m_accent; }
+    QUrl backgroundImage() const { return m_backgroundImage; }
+    bool blurVisible() const { return m_blurVisible; }
+    bool gradientVisible() const { return m_gradientVisible; }
+    QColor gradientTop() const { return m_gradientTop; }
+    QColor gradientBottom() const { return m_gradientBottom; }
+    QColor backgroundColor() const { return m_backgroundColor; }
+    bool thinTitleBar() const { return m_thinTitleBar; }
+    bool dark() const;
+    QColor labelColor() const;
+    bool dimmed() const { return m_dimmed; }
+    QString addDialogTitle() const { return m_addDialog.title; }
+    QString addDialogMessage() const { return m_addDialog.message; }
+    QString addDialogPlaceholder() const { return m_addDialog.placeholder; }
+    QString cancelText() const { return m_addDialog.cancel; }
+    QString personName() const { return m_personName; }
+    qint64 currentFavoriteIndex() const { return m_currentFavoriteIndex; }
+
+    // The screen's load: once per main screen, in a fixed order.
+    Q_INVOKABLE void viewDidLoad();
+    // After every layout pass.
+    Q_INVOKABLE void viewDidLayoutSubviews();
+    // The user turned a wheel to this date; the time of day stays.
+    Q_INVOKABLE void pickDate(int day, int month, int year);
+    Q_INVOKABLE void resetPressed();
+    Q_INVOKABLE void plusPressed();
+    // "OK" in the add dialog, with the name field's text.
+    Q_INVOKABLE void addFavorite(const QString &fieldText);
+    Q_INVOKABLE void favPressed();
+    Q_INVOKABLE void setPressed();
+    Q_INVOKABLE void handleGesture(Swipe swipe);
+
+    void applyTheme();
+    void composeReport();
+
+signals:
+    void reportChanged();
+    void plusEnabledChanged();
+    void pickerChanged();
+    void languageChanged();
+    void themeChanged();
+    void dimmedChanged();
+    void addDialogChanged();
+    // The add dialog is to open; its texts are in the addDialog properties.
+    void addFavoriteDialogRequested();
+    // The screen host is to present the screen registered under `identifier`.
+    void screenRequested(const QString &identifier);
+    // Reminders are to be checked and scheduled again.
+    void notificationPermissionCheckRequested();
+    // A rating request would be shown now, if the platform had one.
+    void ratingRequested();
+
+private:
+    void dpChanged();
+    void showScreen(const QString &identifier);
+    void checkNotificationPermission();
+    QString todaysBirthdaysText();
+    void requestRating();
+    void setPicker(const QDateTime &date);
+    void setPlusEnabled(bool enabled);
+    void setReport(const QString &display, const QString &weekday);
+    void storePickedDate();
+    static std::optional<QDateTime> parseRecordDate(const QString &text);
+    void showFavorite(qint64 index);
+
+    Session &m_session;
+    QDateTime m_picker;
+    QString m_display;
+    QString m_weekday;
+    bool m_detailed = false;
+    QUrl m_starImage;
+    bool m_plusEnabled = true;
+    bool m_dimmed = false;
+
+    QColor m_accent;
+    QUrl m_backgroundImage;
+    bool m_blurVisible = true;
+    bool m_gradientVisible = false;
+    QColor m_gradientTop;
+    QColor m_gradientBottom;
+    QColor m_backgroundColor;
+    bool m_thinTitleBar = false;
+
+    struct AddDialogTexts
+    {
+        QString title;
+        QString message;
+        QString placeholder;
+        QString cancel;
+    } m_addDialog;
+
+    QString m_personName;
+    qint64 m_currentFavoriteIndex = 0;
+};

@@ -1,0 +1,23 @@
+#include "ScreenFactory.h"
+
+#include "main/ViewController.h"
+
+namespace {
+Session *currentSession = nullptr;
+}
+
+void ScreenFactory::setSession(Session *session)
+{
+    currentSession = session;
+}
+
+ScreenFactory *ScreenFactory::create(QQmlEngine *, QJSEngine *)
+{
+    Q_ASSERT_X(currentSession, "ScreenFactory", "setSession() must come before QML loads");
+    return new ScreenFactory(*currentSession);
+}
+
+ViewController *ScreenFactory::makeMainController(QObject *owner) const
+{
+    return new ViewController(m_session, owner);
+}

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QObject>
+#include <QtQml/qqmlregistration.h>
+
+class QJSEngine;
+class QQmlEngine;
+class Session;
+class ViewController;
+
+// Makes the controllers of the screens the screen host presents, each
+// wired to the run's shared session.
+class ScreenFactory : public QObject
+{
+    Q_OBJECT
+    QML_ELEMENT
+    QML_SINGLETON
+
+public:
+    // The session every controller works on; set before QML is loaded.
+    static void setSession(Session *session);
+    static ScreenFactory *create(QQmlEngine *, QJSEngine *);
+
+    // A new main screen controller owned by `owner`, which the host destroys
+    // together with the screen.
+    Q_INVOKABLE ViewController *makeMainController(QObject *owner) const;
+
+private:
+    explicit ScreenFactory(Session &session) : m_session(session) {}
+
+    Session &m_session;
+};

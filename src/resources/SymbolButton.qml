@@ -1,0 +1,36 @@
+import QtQuick
+import QtQuick.Controls
+import QtQuick.Controls.impl
+
+// A symbol-only button, tinted, that shrinks a little while pressed.
+AbstractButton {
+    id: button
+
+    property url iconSource
+    property color iconColor: "white"
+    property int iconSize: 26
+
+    opacity: enabled ? 1 : 0.35
+    scale: pressed ? 0.9 : 1
+    Accessible.role: Accessible.Button
+
+    Behavior on scale {
+        NumberAnimation {
+            duration: 200
+        }
+    }
+
+    contentItem: Item {
+        IconImage {
+            anchors.centerIn: parent
+            width: button.iconSize
+            height: button.iconSize
+            sourceSize.width: button.iconSize * 2
+            sourceSize.height: button.iconSize * 2
+            source: button.iconSource
+            color: button.iconColor
+        }
+    }
+
+    background: Item {}
+}

@@ -1,0 +1,470 @@
+#include "favorites/FavoritesStore.h"
+
+#include "core/DebugLog.h"
+#include "settings/MemorySettingsStore.h"
+#include "settings/QSettingsStore.h"
+
+#include <QCoreApplication>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace SettingsKeys;
+using Rows = QList<QStringList>;
+
+namespace {
+
+// Keeps every write in order, for the checks where the order matters.
+class RecordingSettingsStore final : public SettingsStore
+{
+public:
+    QList<std::pair<QString, QVariant>> writes;
+    QStringList writtenKeys() const
+    {
+        QStringList keys;
+        for (const auto &[key, value] : writes)
+            keys.append(key);
+        return keys;
+    }
+
+protected:
+    QVariant read(const QString &key) const override { return m_values.value(key); }
+    void write(const QString &key, const QVariant &value) override
+    {
+        m_values.insert(key, value);
+        writes.append({key, value});
+    }
+    void erase(const QString &key) override { m_values.remove(key); }
+
+private:
+    QHash<QString, QVariant> m_values;
+};
+
+// Collects the diagnostic lines written while it lives.
+class CapturedLog
+{
+public:
+    CapturedLog()
+        : m_previous(DebugLog::setSink([this](const QString &line) { lines.append(line); }))
+    {}
+    ~CapturedLog() { DebugLog::setSink(m_previous); }
+    QStringList lines;
+
+private:
+    DebugLog::Sink m_previous;
+};
+
+const Rows threePeople = {{"Ann", "12 3 1985"}, {"Bob", "1 1 2000"}, {"Cy", "29 2 1996"}};
+
+// The list the fatal cases start from: the row at index 1 is short.
+const Rows withShortRow = {{"Ann", "12 3 1985"}, {"Bob"}, {"Cy", "1 1 2000"}};
+const char fatalCaseArgument[] = "--fatal-case";
+
+// Runs in a child process: one operation that must stop the program.
+int runFatalCase(const QString &operation, qsizetype index, const QString &iniPath)
+{
+    QSettingsStore settings(iniPath);
+    FavoritesStore store(settings);
+    store.load();
+    if (operation == u"at")
+        store.at(index);
+    else if (operation == u"all")
+        store.all();
+    else if (operation == u"remove")
+        store.remove(index);
+    else if (operation == u"update")
+        store.update(index, "Zed", "2 2 2002");
+    else if (operation == u"select")
+        store.select(index);
+    else if (operation == u"convert")
+        store.convertOlderForm();
+    return 0;
+}
+
+} // namespace
+
+class TestFavoritesStore : public QObject
+{
+    Q_OBJECT
+
+    QTemporaryDir m_dir;
+
+private slots:
+    void missingOrMistypedListLoadsEmpty_data()
+    {
+        QTest::addColumn<QVariant>("stored");
+        QTest::newRow("missing") << QVariant();
+        QTest::newRow("empty array") << QVariant(QVariantList());
+        QTest::newRow("a string") << QVariant("Ann");
+        QTest::newRow("an integer") << QVariant(3);
+        QTest::newRow("flat array of strings") << QVariant(QVariantList{"Ann", "12 3 1985"});
+        QTest::newRow("row holding a number")
+            << QVariant(QVariantList{QVariantList{"Ann", "12 3 1985"}, QVariantList{"Bob", 7}});
+    }
+    void missingOrMistypedListLoadsEmpty()
+    {
+        QFETCH(QVariant, stored);
+        MemorySettingsStore settings;
+        FavoritesStore store(settings);
+        store.replaceAll({{"Old", "1 1 1990"}});
+        if (stored.isValid())
+            settings.setRaw("person", stored);
+        else
+            settings.remove("person");
+
+        store.load();
+        QCOMPARE(store.count(), 0);
+        QCOMPARE(store.all(), QList<Favorite>());
+    }
+
+    void rowsAreKeptAsStored()
+    {
+        const Rows stored = {{"Ann", "12 3 1985", "extra"}, {"Bob"}, {"Cy", "not a date"}};
+        MemorySettingsStore settings;
+        settings.set(favorites, stored);
+        FavoritesStore store(settings);
+        store.load();
+
+        QCOMPARE(store.count(), 3);
+        QCOMPARE(store.at(0), (Favorite{"Ann", "12 3 1985"}));
+        QCOMPARE(store.at(2), (Favorite{"Cy", "not a date"}));
+        settings.set(favorites, Rows());
+        store.save();
+        QCOMPARE(settings.value(favorites), stored);
+        store.remove(2);
+        QCOMPARE(settings.value(favorites), stored.first(2));
+    }
+
+    void append_data()
+    {
+        QTest::addColumn<QString>("fieldText");
+        QTest::addColumn<qint64>("day");
+        QTest::addColumn<qint64>("month");
+        QTest::addColumn<qint64>("year");
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QString>("birthday");
+
+        QTest::newRow("typed name") << "Anna" << 12LL << 3LL << 1985LL << "Anna"
+                                    << "12 3 1985";
+        QTest::newRow("three blanks") << "   " << 5LL << 11LL << 1990LL << "Unknown"
+                                      << "5 11 1990";
+        QTest::newRow("empty") << "" << 5LL << 11LL << 1990LL << "Unknown"
+                               << "5 11 1990";
+        QTest::newRow("blanks and tabs") << " \t \t" << 5LL << 11LL << 1990LL << "Unknown"
+                                         << "5 11 1990";
+        QTest::newRow("no-break and ideographic spaces")
+            << QStringLiteral("\u00A0\u3000") << 5LL << 11LL << 1990LL << "Unknown"
+            << "5 11 1990";
+        QTest::newRow("a line feed is text") << "\n"
+                                             << 5LL << 11LL << 1990LL << "\n"
+                                             << "5 11 1990";
+        QTest::newRow("blanks around kept") << " Ann " << 5LL << 11LL << 1990LL << " Ann "
+                                            << "5 11 1990";
+        QTest::newRow("tab before, blank after kept")
+            << "\tAnn Lee " << 5LL << 11LL << 1990LL << "\tAnn Lee "
+            << "5 11 1990";
+        QTest::newRow("digits and full stops kept")
+            << "1. Ann." << 5LL << 11LL << 1990LL << "1. Ann."
+            << "5 11 1990";
+        QTest::newRow("no leading zeros") << "Ann" << 1LL << 1LL << 2000LL << "Ann"
+                                          << "1 1 2000";
+        QTest::newRow("two-digit day and month") << "Ann" << 31LL << 12LL << 1999LL << "Ann"
+                                                 << "31 12 1999";
+    }
+    void append()
+    {
+        QFETCH(QString, fieldText);
+        QFETCH(qint64, day);
+        QFETCH(qint64, month);
+        QFETCH(qint64, year);
+        QFETCH(QString, name);
+        QFETCH(QString, birthday);
+        MemorySettingsStore settings;
+        settings.set(favorites, Rows{{"First", "2 2 2002"}});
+        FavoritesStore store(settings);
+        store.load();
+
+        store.append(fieldText, day, month, year);
+        QCOMPARE(store.count(), 2);
+        QCOMPARE(store.at(1), (Favorite{name, birthday}));
+        QCOMPARE(settings.value(favorites), (Rows{{"First", "2 2 2002"}, {name, birthday}}));
+    }
+
+    void namesInAnyScriptKeptExactly_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::newRow("emoji") << QStringLiteral("😀 👩‍👩‍👧 Ann");
+        QTest::newRow("Cyrillic") << QStringLiteral("Ольга Петровна");
+        QTest::newRow("Hebrew") << QStringLiteral("שרה כהן");
+        QTest::newRow("Arabic with Latin and digits") << QStringLiteral("ليلى Ann ١٢");
+        QTest::newRow("combining accent") << QStringLiteral("Zoe\u0308");
+        QTest::newRow("line feed") << "Ann\nLee";
+        QTest::newRow("10000 characters") << QStringLiteral("Жa").repeated(5000);
+    }
+    void namesInAnyScriptKeptExactly()
+    {
+        QFETCH(QString, name);
+        MemorySettingsStore settings;
+        FavoritesStore store(settings);
+        store.append(name, 5, 11, 1990);
+        store.append("Other", 1, 1, 2000);
+        store.update(1, name + name, "1 1 2000");
+
+        FavoritesStore reloaded(settings);
+        reloaded.load();
+        QCOMPARE(reloaded.at(0).name, name);
+        QCOMPARE(reloaded.at(1).name, name + name);
+        reloaded.select(0);
+        QCOMPARE(settings.value(handOverName), name);
+    }
+
+    void changesWriteTheWholeList_data()
+    {
+        QTest::addColumn<QString>("operation");
+        QTest::addColumn<qsizetype>("index");
+        QTest::addColumn<Rows>("expected");
+
+        QTest::newRow("remove first") << "remove" << qsizetype(0) << threePeople.sliced(1);
+        QTest::newRow("remove last") << "remove" << qsizetype(2) << threePeople.first(2);
+        QTest::newRow("update middle")
+            << "update" << qsizetype(1)
+            << Rows{threePeople[0], {" Robert ", "2 1 2000"}, threePeople[2]};
+        QTest::newRow("rename to empty")
+            << "update" << qsizetype(0) << Rows{{"", "12 3 1985"}, threePeople[1], threePeople[2]};
+        QTest::newRow("reorder") << "replaceAll" << qsizetype(-1)
+                                 << Rows{threePeople[2], threePeople[0], threePeople[1]};
+        QTest::newRow("replace by nothing") << "replaceAll" << qsizetype(-1) << Rows();
+    }
+    void changesWriteTheWholeList()
+    {
+        QFETCH(QString, operation);
+        QFETCH(qsizetype, index);
+        QFETCH(Rows, expected);
+        MemorySettingsStore settings;
+        settings.set(favorites, threePeople);
+        FavoritesStore store(settings);
+        store.load();
+        const qsizetype writesBefore = settings.writeCount();
+
+        if (operation == u"remove") {
+            store.remove(index);
+        } else if (operation == u"update") {
+            store.update(index, expected[index][0], expected[index][1]);
+        } else {
+            QList<Favorite> list;
+            for (const QStringList &row : expected)
+                list.append({row[0], row[1]});
+            store.replaceAll(list);
+        }
+
+        QCOMPARE(settings.writeCount(), writesBefore + 1);
+        QCOMPARE(settings.value(favorites), expected);
+        QCOMPARE(store.count(), expected.size());
+    }
+
+    void selectHandsOverInOrder_data()
+    {
+        QTest::addColumn<qsizetype>("index");
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QString>("birthday");
+        QTest::newRow("first") << qsizetype(0) << "Ann"
+                               << "12 3 1985";
+        QTest::newRow("last, texts verbatim") << qsizetype(2) << " Cy. "
+                                              << "3.3.";
+    }
+    void selectHandsOverInOrder()
+    {
+        QFETCH(qsizetype, index);
+        QFETCH(QString, name);
+        QFETCH(QString, birthday);
+        RecordingSettingsStore settings;
+        settings.set(favorites, Rows{{"Ann", "12 3 1985"}, {"Bob", "1 1 2000"}, {" Cy. ", "3.3."}});
+        FavoritesStore store(settings);
+        store.load();
+        settings.writes.clear();
+
+        store.select(index);
+        QCOMPARE(settings.writtenKeys(),
+                 QStringList({"dataSave", "birthday", "Name", "birthdayMove", "indexCount"}));
+        QCOMPARE(settings.value(handOverPending), true);
+        QCOMPARE(settings.value(handOverBirthday), birthday);
+        QCOMPARE(settings.value(handOverName), name);
+        QCOMPARE(settings.value(handOverMovePicker), true);
+        QCOMPARE(settings.value(handOverIndex), index);
+    }
+
+    void conversion_data()
+    {
+        QTest::addColumn<QStringList>("names");
+        QTest::addColumn<QStringList>("dates");
+        QTest::addColumn<Rows>("expected");
+        QTest::addColumn<QString>("line");
+
+        // The number goes from both ends, then trailing blanks; the blank
+        // between the number and the name stays.
+        QTest::newRow("running numbers")
+            << QStringList{"1. Ann", "Bob 2", "3.3."}
+            << QStringList{"12 3 1985", "1 1 2000", "7 1 2001"}
+            << Rows{{" Ann", "12 3 1985"}, {"Bob", "1 1 2000"}, {"", "7 1 2001"}}
+            << R"(name: ["1. Ann", "Bob 2", "3.3."]  -   bd: ["12 3 1985", "1 1 2000", "7 1 2001"])";
+        QTest::newRow("only trailing blanks, only ASCII digits")
+            << QStringList{"  Kim 10.  ", "Lee\t", "12 Ann 3", "R2D2", QStringLiteral("Ann ١٢")}
+            << QStringList{"a", "b", "c", "d", "e"}
+            << Rows{{"  Kim 10.", "a"},
+                    {"Lee\t", "b"},
+                    {" Ann", "c"},
+                    {"R2D", "d"},
+                    {QStringLiteral("Ann ١٢"), "e"}}
+            << QStringLiteral(
+                   "name: [\"  Kim 10.  \", \"Lee\\t\", \"12 Ann 3\", \"R2D2\", \"Ann ١٢\"]"
+                   "  -   bd: [\"a\", \"b\", \"c\", \"d\", \"e\"]");
+        QTest::newRow("dates verbatim, extra dates ignored")
+            << QStringList{"Eve"} << QStringList{"07.03.1990", "1 1 2000"}
+            << Rows{{"Eve", "07.03.1990"}}
+            << R"(name: ["Eve"]  -   bd: ["07.03.1990", "1 1 2000"])";
+        QTest::newRow("quote and line feed printed escaped")
+            << QStringList{"Ann \"Jr\"\nX"} << QStringList{"1 1 2000"}
+            << Rows{{"Ann \"Jr\"\nX", "1 1 2000"}}
+            << "name: [\"Ann \\\"Jr\\\"\\nX\"]  -   bd: [\"1 1 2000\"]";
+    }
+    void conversion()
+    {
+        QFETCH(QStringList, names);
+        QFETCH(QStringList, dates);
+        QFETCH(Rows, expected);
+        QFETCH(QString, line);
+        RecordingSettingsStore settings;
+        settings.set(favorites, threePeople);
+        settings.set(olderFavoriteNames, names);
+        settings.set(olderFavoriteBirthdays, dates);
+        settings.writes.clear();
+        FavoritesStore store(settings);
+
+        CapturedLog log;
+        QVERIFY(store.convertOlderForm());
+        QCOMPARE(log.lines, QStringList{line});
+        QCOMPARE(settings.value(firstStartDone), true);
+        QCOMPARE(settings.value(favorites), expected);
+        QCOMPARE(store.count(), expected.size());
+
+        // "person" after each element, so an interruption leaves a valid prefix.
+        QStringList keys = settings.writtenKeys();
+        QCOMPARE(keys.takeFirst(), QString("firstStart2"));
+        QCOMPARE(keys, QStringList(names.size(), QString("person")));
+        for (qsizetype i = 1; i < settings.writes.size(); ++i)
+            QCOMPARE(settings.writes[i].second.toList().size(), i);
+    }
+
+    void conversionWithoutNamesLeavesList_data()
+    {
+        QTest::addColumn<QVariant>("names");
+        QTest::addColumn<QVariant>("dates");
+        QTest::addColumn<QString>("line");
+        QTest::newRow("both missing") << QVariant() << QVariant() << "name: []  -   bd: []";
+        QTest::newRow("empty names")
+            << QVariant(QVariantList()) << QVariant(QVariantList{"1 1 2000"})
+            << R"(name: []  -   bd: ["1 1 2000"])";
+        QTest::newRow("names not an array")
+            << QVariant("1. Ann") << QVariant(QVariantList{"1 1 2000"})
+            << R"(name: []  -   bd: ["1 1 2000"])";
+    }
+    void conversionWithoutNamesLeavesList()
+    {
+        QFETCH(QVariant, names);
+        QFETCH(QVariant, dates);
+        QFETCH(QString, line);
+        MemorySettingsStore settings;
+        settings.set(favorites, threePeople);
+        if (names.isValid())
+            settings.setRaw("arrayName", names);
+        if (dates.isValid())
+            settings.setRaw("arrayBD", dates);
+        FavoritesStore store(settings);
+
+        CapturedLog log;
+        QVERIFY(store.convertOlderForm());
+        QCOMPARE(log.lines, QStringList{line});
+        QCOMPARE(settings.value(firstStartDone), true);
+        QCOMPARE(settings.value(favorites), threePeople);
+    }
+
+    void conversionRunsOnce()
+    {
+        MemorySettingsStore settings;
+        settings.set(olderFavoriteNames, QStringList{"1. Ann"});
+        settings.set(olderFavoriteBirthdays, QStringList{"12 3 1985"});
+        CapturedLog log;
+        QVERIFY(FavoritesStore(settings).convertOlderForm());
+        QCOMPARE(log.lines.size(), 1);
+        settings.set(favorites, threePeople);
+        const qsizetype writes = settings.writeCount();
+        log.lines.clear();
+
+        // The next start.
+        FavoritesStore store(settings);
+        QVERIFY(!store.convertOlderForm());
+        QCOMPARE(settings.writeCount(), writes);
+        QCOMPARE(settings.value(favorites), threePeople);
+        QCOMPARE(log.lines, QStringList());
+    }
+
+    // Each case runs in a child process, which must abort after one line on
+    // standard error and leave the stored data as it was.
+    void fatalCases_data()
+    {
+        QTest::addColumn<QString>("operation");
+        QTest::addColumn<qsizetype>("index");
+        QTest::addColumn<QString>("message");
+        QTest::newRow("at past the end")
+            << "at" << qsizetype(3) << "favorite 3 does not exist (the list has 3)";
+        QTest::newRow("at negative") << "at" << qsizetype(-1) << "favorite -1 does not exist";
+        QTest::newRow("at short row")
+            << "at" << qsizetype(1) << "stored favorite 1 has fewer than two texts";
+        QTest::newRow("all with short row") << "all" << qsizetype(0) << "stored favorite 1 ";
+        QTest::newRow("remove past the end") << "remove" << qsizetype(3) << "favorite 3 ";
+        QTest::newRow("update past the end") << "update" << qsizetype(7) << "favorite 7 ";
+        QTest::newRow("select short row") << "select" << qsizetype(1) << "stored favorite 1 ";
+        QTest::newRow("select past the end") << "select" << qsizetype(4) << "favorite 4 ";
+        QTest::newRow("conversion short of dates")
+            << "convert" << qsizetype(0) << "older favorites: 3 names but 2 birth dates";
+    }
+    void fatalCases()
+    {
+        QFETCH(QString, operation);
+        QFETCH(qsizetype, index);
+        QFETCH(QString, message);
+        const QString path = m_dir.filePath(QString::fromLatin1(QTest::currentDataTag()) + ".conf");
+        {
+            QSettingsStore settings(path);
+            settings.set(favorites, withShortRow);
+            settings.set(olderFavoriteNames, QStringList{"1. Ann", "2. Bob", "3. Cy"});
+            settings.set(olderFavoriteBirthdays, QStringList{"12 3 1985", "1 1 2000"});
+        }
+
+        QProcess child;
+        child.start(QCoreApplication::applicationFilePath(),
+                    {fatalCaseArgument, operation, QString::number(index), path});
+        QVERIFY(child.waitForFinished(30000));
+        QCOMPARE(child.exitStatus(), QProcess::CrashExit);
+        const QString err = QString::fromUtf8(child.readAllStandardError());
+        QCOMPARE(err.count(u'\n'), 1);
+        QVERIFY2(err.endsWith(u'\n') && err.contains(message), qPrintable(err));
+
+        QSettingsStore settings(path);
+        QCOMPARE(settings.value(favorites), withShortRow);
+        QCOMPARE(settings.value(handOverPending), false);
+        QVERIFY(!settings.value(handOverName));
+    }
+};
+
+int main(int argc, char *argv[])
+{
+    if (argc == 5 && qstrcmp(argv[1], fatalCaseArgument) == 0)
+        return runFatalCase(QString::fromLocal8Bit(argv[2]), QByteArray(argv[3]).toLongLong(),
+                            QString::fromLocal8Bit(argv[4]));
+    QCoreApplication app(argc, argv);
+    TestFavoritesStore test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_favoritesstore.moc"
