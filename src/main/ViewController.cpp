@@ -360,7 +360,11 @@ void ViewController::setPicker(const QDateTime &date)
 {
     if (date == m_picker)
         return;
+    const int daysBefore = m_picker.date().daysInMonth();
     m_picker = date;
+    // New day labels reset the day wheel; the date that follows puts it back.
+    if (m_picker.date().daysInMonth() != daysBefore)
+        emit dayLabelsChanged();
     emit pickerChanged();
 }
 

@@ -31,7 +31,7 @@ class ViewController : public QObject
     Q_PROPERTY(int pickerDay READ pickerDay NOTIFY pickerChanged)
     Q_PROPERTY(int pickerMonth READ pickerMonth NOTIFY pickerChanged)
     Q_PROPERTY(int pickerYear READ pickerYear NOTIFY pickerChanged)
-    Q_PROPERTY(QStringList dayLabels READ dayLabels NOTIFY pickerChanged)
+    Q_PROPERTY(QStringList dayLabels READ dayLabels NOTIFY dayLabelsChanged)
     Q_PROPERTY(QStringList monthNames READ monthNames NOTIFY languageChanged)
     Q_PROPERTY(QStringList yearLabels READ yearLabels CONSTANT)
     Q_PROPERTY(QStringList wheelOrder READ wheelOrder NOTIFY languageChanged)
@@ -116,6 +116,8 @@ signals:
     void reportChanged();
     void plusEnabledChanged();
     void pickerChanged();
+    // Only when the month's length changes, so the day wheel keeps its place.
+    void dayLabelsChanged();
     void languageChanged();
     void themeChanged();
     void dimmedChanged();

@@ -21,6 +21,7 @@ Item {
             screen = placeholderScreen.createObject(layer, { identifier: identifier })
         }
         screen.screenRequested.connect(request)
+        layer.screen = screen
         const previous = currentLayer
         currentLayer = layer
         if (previous) {
@@ -50,6 +51,7 @@ Item {
             id: layer
 
             property Item previous: null
+            property Item screen: null
             property alias fadeIn: fadeIn
 
             anchors.fill: parent
@@ -62,8 +64,11 @@ Item {
                 duration: 300
                 easing.type: Easing.InOutQuad
                 onFinished: {
-                    if (layer.previous)
+                    // The screen goes before the layer that owns its controller.
+                    if (layer.previous) {
+                        layer.previous.screen.destroy()
                         layer.previous.destroy()
+                    }
                     layer.previous = null
                 }
             }
