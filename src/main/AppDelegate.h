@@ -15,7 +15,8 @@ public:
     {
         // Save a picture of the window once it is drawn, then quit.
         QString screenshotPath;
-        // Print when the first frame was drawn and the peak memory at exit.
+        // Print when the first frame was drawn, end a second later, and
+        // print the peak memory.
         bool traceStartup = false;
     };
 

@@ -21,6 +21,14 @@ Item {
         function onAddFavoriteDialogRequested() { addDialog.open() }
     }
 
+    // Declared by the main screen but never placed on it.
+    QtObject {
+        objectName: "btnBack"
+    }
+    QtObject {
+        objectName: "btnSort"
+    }
+
     // The picture, drawn small and smoothed up, which blurs it on every
     // renderer; or the theme's colour under its gradient.
     Rectangle {
@@ -58,7 +66,7 @@ Item {
         width: parent.width + 200
         height: parent.height
         visible: root.controller.blurVisible
-        color: root.controller.dark ? Qt.rgba(0, 0, 0, 0.3) : Qt.rgba(1, 1, 1, 0.3)
+        color: root.controller.dark ? Qt.rgba(0, 0, 0, 0.3) : Qt.rgba(1, 1, 1, 0.6)
     }
 
     Rectangle {

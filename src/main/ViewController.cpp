@@ -235,6 +235,7 @@ void ViewController::composeReport()
 void ViewController::storePickedDate()
 {
     const QDate date = m_picker.date();
+    const SettingsBatch batch(m_session.settings);
     m_session.settings.set(SettingsKeys::day, date.day());
     m_session.settings.set(SettingsKeys::month, date.month());
     m_session.settings.set(SettingsKeys::year, date.year());

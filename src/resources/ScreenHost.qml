@@ -6,7 +6,42 @@ import Tavlo
 Item {
     id: host
 
-    property Item currentLayer: null
+    // One presented screen, with the controller it owns.
+    component ScreenLayer: Item {
+        id: layer
+
+        property ScreenLayer previous: null
+        property Item screen: null
+
+        // The screen goes before the layer that owns its controller.
+        function retire() {
+            screen.destroy()
+            destroy()
+        }
+
+        anchors.fill: parent
+
+        NumberAnimation on opacity {
+            id: fadeIn
+
+            running: false
+            to: 1
+            duration: 300
+            easing.type: Easing.InOutQuad
+            onFinished: {
+                if (layer.previous)
+                    layer.previous.retire()
+                layer.previous = null
+            }
+        }
+
+        function present(over) {
+            previous = over
+            fadeIn.start()
+        }
+    }
+
+    property ScreenLayer currentLayer: null
     property string pendingIdentifier: ""
 
     function show(identifier) {
@@ -24,10 +59,8 @@ Item {
         layer.screen = screen
         const previous = currentLayer
         currentLayer = layer
-        if (previous) {
-            layer.previous = previous
-            layer.fadeIn.start()
-        }
+        if (previous)
+            layer.present(previous)
     }
 
     // Another screen is shown a moment later, after the dim has been drawn.
@@ -40,6 +73,7 @@ Item {
 
     Timer {
         id: hop
+
         interval: 1
         onTriggered: host.show(host.pendingIdentifier)
     }
@@ -47,32 +81,7 @@ Item {
     Component {
         id: layerComponent
 
-        Item {
-            id: layer
-
-            property Item previous: null
-            property Item screen: null
-            property alias fadeIn: fadeIn
-
-            anchors.fill: parent
-
-            NumberAnimation {
-                id: fadeIn
-                target: layer
-                property: "opacity"
-                to: 1
-                duration: 300
-                easing.type: Easing.InOutQuad
-                onFinished: {
-                    // The screen goes before the layer that owns its controller.
-                    if (layer.previous) {
-                        layer.previous.screen.destroy()
-                        layer.previous.destroy()
-                    }
-                    layer.previous = null
-                }
-            }
-        }
+        ScreenLayer {}
     }
 
     Component {

@@ -63,7 +63,8 @@ void QSettingsStore::write(const QString &key, const QVariant &value)
         writeList(key, value.toList());
     else
         m_settings.setValue(key, value);
-    m_settings.sync();
+    if (!batching())
+        m_settings.sync();
 }
 
 void QSettingsStore::writeList(const QString &key, const QVariantList &list)
@@ -81,5 +82,6 @@ void QSettingsStore::writeList(const QString &key, const QVariantList &list)
 void QSettingsStore::erase(const QString &key)
 {
     m_settings.remove(key);
-    m_settings.sync();
+    if (!batching())
+        m_settings.sync();
 }

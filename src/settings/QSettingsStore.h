@@ -14,7 +14,8 @@
 //   1\size=2
 //   size=1
 //
-// Every write is synced at once; QSettings replaces the file atomically.
+// Every write is synced at once (a batch syncs once at its end); QSettings
+// replaces the file atomically.
 class QSettingsStore final : public SettingsStore
 {
 public:
@@ -27,6 +28,7 @@ protected:
     QVariant read(const QString &key) const override;
     void write(const QString &key, const QVariant &value) override;
     void erase(const QString &key) override;
+    void flush() override { m_settings.sync(); }
 
 private:
     QVariant readList(const QString &key) const;

@@ -298,6 +298,27 @@ private slots:
                  qPrintable(text("lblDisplay")));
     }
 
+    void unusualNamesStayInsideTheReport_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::newRow("emoji") << QString::fromUtf8("Zoë 🎂👩‍👩‍👧");
+        QTest::newRow("right to left") << QString::fromUtf8("שרה بنت");
+        QTest::newRow("line feeds") << "Anna\nMaria\nLouise";
+        QTest::newRow("10,000 characters") << QString(10000, u'W');
+    }
+    void unusualNamesStayInsideTheReport()
+    {
+        QFETCH(QString, name);
+        m_settings->set(favorites, {{name, "12 3 1985"}});
+        start();
+        swipe(150);
+        QQuickItem *label = find("lblDisplay");
+        QVERIFY(text("lblDisplay").startsWith(name.left(100)));
+        QTRY_VERIFY(label->property("contentHeight").toReal() <= label->height());
+        QVERIFY(label->property("contentWidth").toReal() <= label->width() + 1);
+        QCOMPARE(m_settings->value(favorites)->at(0).at(0), name);
+    }
+
     void greetingMilestones_data()
     {
         QTest::addColumn<QDate>("birth");

@@ -127,6 +127,32 @@ private slots:
         QVERIFY2(text.contains("1\\1=Anna") && text.contains("1\\2=12 3 1985"), text.constData());
     }
 
+    void aBatchReachesTheFileWhenItCloses()
+    {
+        const QString path = freshIniPath();
+        QSettingsStore writer(path);
+        writer.set(day, 1);
+        {
+            const SettingsBatch batch(writer);
+            writer.set(day, 12);
+            writer.set(month, 3);
+            {
+                const SettingsBatch inner(writer);
+                writer.set(year, 1985);
+            }
+            // In one process QSettings shares its cache, so look at the file.
+            QFile file(path);
+            QVERIFY(file.open(QIODevice::ReadOnly));
+            const QByteArray onDisk = file.readAll();
+            QVERIFY2(onDisk.contains("day=1\n") && !onDisk.contains("year="), onDisk.constData());
+            QCOMPARE(writer.value(day), 12);
+        }
+        const QSettingsStore reader(path);
+        QCOMPARE(reader.value(day), 12);
+        QCOMPARE(reader.value(month), 3);
+        QCOMPARE(reader.value(year), 1985);
+    }
+
     void wrongTypesReadAsDefaults_data()
     {
         QTest::addColumn<QVariant>("stored");
