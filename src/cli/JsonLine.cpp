@@ -34,3 +34,10 @@ JsonLine &JsonLine::add(const QString &key, qint64 value)
     m_members += QString::number(value);
     return *this;
 }
+
+JsonLine &JsonLine::addBoolean(const QString &key, bool value)
+{
+    addKey(key);
+    m_members += value ? QStringLiteral("true") : QStringLiteral("false");
+    return *this;
+}

@@ -8,6 +8,8 @@ class JsonLine
 public:
     JsonLine &add(const QString &key, const QString &value);
     JsonLine &add(const QString &key, qint64 value);
+    // Named apart, so that a string literal never turns into a boolean.
+    JsonLine &addBoolean(const QString &key, bool value);
 
     QString text() const { return u'{' + m_members + u'}'; }
 

@@ -115,6 +115,8 @@ std::optional<QDate> DatePattern::parse(QStringView text, int defaultYear) const
         if (!number)
             return std::nullopt;
     }
+    while (pos < text.size() && text[pos].isSpace())
+        ++pos;
     if (pos != text.size() || year < 1)
         return std::nullopt;
     const QDate date(year, month, day);

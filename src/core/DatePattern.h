@@ -17,8 +17,10 @@
 // Reading is forgiving in the ways the stored texts need: a day or month has
 // one or two digits whatever the pattern says, a year one to four, and any
 // punctuation or blank between fields matches any other ("1984-02.02" reads
-// as 2 February 1984 with "yyyy-MM-dd"). The whole text must be used and the
-// date must exist. A pattern without a year reads into defaultYear.
+// as 2 February 1984 with "yyyy-MM-dd"). The whole text must be used, but
+// for trailing blanks ("12 3 " is the record text "12 3 1985" without its
+// year), and the date must exist. A pattern without a year reads into
+// defaultYear.
 class DatePattern
 {
 public:

@@ -8,7 +8,7 @@ Dialog {
     id: dialog
 
     required property ViewController controller
-    readonly property color textColor: controller.labelColor
+    readonly property color textColor: controller.theme.labelColor
 
     objectName: "addDialog"
     modal: true
@@ -27,7 +27,7 @@ Dialog {
 
     background: Rectangle {
         radius: 14
-        color: dialog.controller.dark ? "#2c2c2e" : "#f2f2f7"
+        color: dialog.controller.theme.dark ? "#2c2c2e" : "#f2f2f7"
     }
 
     header: Label {
@@ -61,7 +61,7 @@ Dialog {
             objectName: "addNameField"
             Layout.fillWidth: true
             placeholderText: dialog.controller.addDialogPlaceholder
-            placeholderTextColor: dialog.controller.dark ? "#8e8e93" : "#6c6c70"
+            placeholderTextColor: dialog.controller.theme.dark ? "#8e8e93" : "#6c6c70"
             color: dialog.textColor
             font.pixelSize: 15
             leftPadding: 8
@@ -71,8 +71,8 @@ Dialog {
 
             background: Rectangle {
                 radius: 6
-                color: dialog.controller.dark ? "#1c1c1e" : "white"
-                border.color: dialog.controller.dark ? "#48484a" : "#c7c7cc"
+                color: dialog.controller.theme.dark ? "#1c1c1e" : "white"
+                border.color: dialog.controller.theme.dark ? "#48484a" : "#c7c7cc"
             }
         }
     }
@@ -105,7 +105,7 @@ Dialog {
         Rectangle {
             Layout.fillWidth: true
             implicitHeight: 1
-            color: dialog.controller.dark ? "#48484a" : "#c7c7cc"
+            color: dialog.controller.theme.dark ? "#48484a" : "#c7c7cc"
         }
         RowLayout {
             spacing: 0
@@ -113,13 +113,13 @@ Dialog {
             DialogButton {
                 objectName: "addCancelButton"
                 text: dialog.controller.cancelText
-                tint: dialog.controller.accentColor
+                tint: dialog.controller.theme.accentColor
                 onClicked: dialog.reject()
             }
             DialogButton {
                 objectName: "addOkButton"
                 text: "OK"
-                tint: dialog.controller.accentColor
+                tint: dialog.controller.theme.accentColor
                 font.weight: Font.DemiBold
                 onClicked: dialog.accept()
             }

@@ -53,7 +53,7 @@ Item {
         x: wheels.xOf("day")
         width: wheels.widthOf("day")
         height: wheels.height - wheels.weekdayStrip
-        textColor: wheels.controller.labelColor
+        textColor: wheels.controller.theme.labelColor
         model: wheels.controller.dayLabels
         currentIndex: wheels.controller.pickerDay - 1
         onMovingChanged: settle.restart()
@@ -67,7 +67,7 @@ Item {
         x: wheels.xOf("month")
         width: wheels.widthOf("month")
         height: wheels.height - wheels.weekdayStrip
-        textColor: wheels.controller.labelColor
+        textColor: wheels.controller.theme.labelColor
         model: wheels.controller.monthNames
         currentIndex: wheels.controller.pickerMonth - 1
         onMovingChanged: settle.restart()
@@ -81,7 +81,7 @@ Item {
         x: wheels.xOf("year")
         width: wheels.widthOf("year")
         height: wheels.height - wheels.weekdayStrip
-        textColor: wheels.controller.labelColor
+        textColor: wheels.controller.theme.labelColor
         model: wheels.controller.yearLabels
         currentIndex: wheels.controller.pickerYear - wheels.controller.firstYear
         onMovingChanged: settle.restart()

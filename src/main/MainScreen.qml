@@ -29,68 +29,16 @@ Item {
         objectName: "btnSort"
     }
 
-    // The picture, drawn small and smoothed up, which blurs it on every
-    // renderer; or the theme's colour under its gradient.
-    Rectangle {
-        id: imgViewBackground
-
-        objectName: "ImgViewBackground"
+    ThemedBackground {
         anchors.fill: parent
-        color: root.controller.backgroundColor
-
-        Image {
-            anchors.fill: parent
-            visible: root.controller.blurVisible
-            source: visible ? root.controller.backgroundImage : ""
-            sourceSize.width: Math.max(24, Math.round(root.width / 16))
-            sourceSize.height: Math.max(48, Math.round(root.height / 16))
-            fillMode: Image.PreserveAspectCrop
-            smooth: true
-        }
-
-        Rectangle {
-            objectName: "gradientLayer"
-            anchors.fill: parent
-            visible: root.controller.gradientVisible
-            gradient: Gradient {
-                GradientStop { position: 0; color: root.controller.gradientTop }
-                GradientStop { position: 1; color: root.controller.gradientBottom }
-            }
-        }
+        theme: root.controller.theme
+        blurName: "blurredEffectView1"
     }
 
-    // The blur's material: a veil that keeps text readable over the picture.
-    Rectangle {
-        objectName: "blurredEffectView1"
-        x: -100
-        width: parent.width + 200
-        height: parent.height
-        visible: root.controller.blurVisible
-        color: root.controller.dark ? Qt.rgba(0, 0, 0, 0.3) : Qt.rgba(1, 1, 1, 0.6)
-    }
-
-    Rectangle {
-        id: titleBar
-
-        objectName: "titleBarBackdrop"
+    TitleBar {
         width: parent.width
-        height: 40
-        color: root.controller.dark
-               ? Qt.rgba(0.08, 0.08, 0.08, root.controller.thinTitleBar ? 0.35 : 0.6)
-               : Qt.rgba(0.98, 0.98, 0.98, root.controller.thinTitleBar ? 0.35 : 0.6)
-    }
-
-    Text {
-        objectName: "titleLabel"
-        y: -18
-        width: parent.width
-        height: 58
-        text: "Tavlo"
-        color: root.controller.labelColor
-        font.pixelSize: 22
-        horizontalAlignment: Text.AlignHCenter
-        verticalAlignment: Text.AlignVCenter
-        Accessible.role: Accessible.Heading
+        theme: root.controller.theme
+        title: "Tavlo"
     }
 
     Image {
@@ -114,7 +62,7 @@ Item {
         width: parent.width
         height: 58
         text: ""
-        color: root.controller.labelColor
+        color: root.controller.theme.labelColor
         font.pixelSize: 17
         horizontalAlignment: Text.AlignHCenter
         verticalAlignment: Text.AlignVCenter
@@ -137,7 +85,7 @@ Item {
             width: bottomBar.buttonWidth
             height: bottomBar.height
             iconSource: "qrc:/qt/qml/Tavlo/resources/icons/restart_alt.svg"
-            iconColor: root.controller.labelColor
+            iconColor: root.controller.theme.labelColor
             Accessible.name: qsTr("Today")
             onClicked: root.controller.resetPressed()
         }
@@ -147,7 +95,7 @@ Item {
             height: bottomBar.height
             enabled: root.controller.plusEnabled
             iconSource: "qrc:/qt/qml/Tavlo/resources/icons/add.svg"
-            iconColor: root.controller.labelColor
+            iconColor: root.controller.theme.labelColor
             Accessible.name: qsTr("Add to favorites")
             onClicked: root.controller.plusPressed()
         }
@@ -156,7 +104,7 @@ Item {
             width: bottomBar.buttonWidth
             height: bottomBar.height
             iconSource: "qrc:/qt/qml/Tavlo/resources/icons/star.svg"
-            iconColor: root.controller.labelColor
+            iconColor: root.controller.theme.labelColor
             Accessible.name: qsTr("Favorites")
             onClicked: root.controller.favPressed()
         }
@@ -165,7 +113,7 @@ Item {
             width: bottomBar.buttonWidth
             height: bottomBar.height
             iconSource: "qrc:/qt/qml/Tavlo/resources/icons/settings.svg"
-            iconColor: root.controller.labelColor
+            iconColor: root.controller.theme.labelColor
             Accessible.name: qsTr("Settings")
             onClicked: root.controller.setPressed()
         }
@@ -191,7 +139,7 @@ Item {
         anchors.rightMargin: 6
         anchors.bottom: datePicker.top
         text: root.controller.displayText
-        color: root.controller.labelColor
+        color: root.controller.theme.labelColor
         font.family: "Inter"
         font.weight: Font.Thin
         font.pixelSize: 26
@@ -215,7 +163,7 @@ Item {
         anchors.rightMargin: 6
         height: 26
         text: root.controller.weekdayText
-        color: root.controller.labelColor
+        color: root.controller.theme.labelColor
         font.family: "Inter"
         font.weight: Font.Light
         font.pixelSize: 20

@@ -15,27 +15,13 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-QUrl imageUrl(const QString &name)
-{
-    return QUrl(u"qrc:/qt/qml/Tavlo/resources/images/"_s + name + u".svg"_s);
-}
-
-// Components beyond 0 to 1 are clamped here, where they are drawn.
-QColor toColor(Rgb c)
-{
-    return QColor::fromRgbF(float(std::clamp(c.red, 0.0, 1.0)),
-                            float(std::clamp(c.green, 0.0, 1.0)),
-                            float(std::clamp(c.blue, 0.0, 1.0)));
-}
-
 const QString fallbackBirthDate = u"06 02 1977"_s;
 
 } // namespace
 
 ViewController::ViewController(Session &session, QObject *parent)
-    : QObject(parent), m_session(session), m_picker(session.launchDate()),
-      m_accent(toColor(SystemColors::of(session.appearance).red)),
-      m_backgroundImage(imageUrl(u"space"_s))
+    : QObject(parent), m_session(session), m_theme(new ScreenTheme(session.appearance, this)),
+      m_picker(session.launchDate())
 {}
 
 ViewController::~ViewController() = default;
@@ -80,16 +66,6 @@ int ViewController::firstYear() const
 int ViewController::lastYear() const
 {
     return DateWheels::lastYear;
-}
-
-bool ViewController::dark() const
-{
-    return m_session.appearance == Appearance::Dark;
-}
-
-QColor ViewController::labelColor() const
-{
-    return toColor(SystemColors::of(m_session.appearance).label);
 }
 
 void ViewController::viewDidLoad()
@@ -168,23 +144,7 @@ void ViewController::viewDidLayoutSubviews()
 
 void ViewController::applyTheme()
 {
-    const qint64 index = m_session.settings.value(SettingsKeys::color);
-    const ThemeLook look = m_session.themes.look(index);
-    m_accent = toColor(look.accent);
-    // The blur goes for good once a plain-colour theme has been shown.
-    if (!look.blur)
-        m_blurVisible = false;
-    if (!look.backgroundImage.isEmpty())
-        m_backgroundImage = imageUrl(look.backgroundImage);
-    m_gradientVisible = look.gradient.has_value();
-    if (look.gradient) {
-        m_gradientTop = toColor(look.gradient->first);
-        m_gradientBottom = toColor(look.gradient->second);
-    }
-    m_backgroundColor =
-        look.backgroundColor ? toColor(*look.backgroundColor) : QColor(Qt::transparent);
-    m_thinTitleBar = look.thinTitleBar;
-    emit themeChanged();
+    m_theme->apply(m_session.themes.look(m_session.settings.value(SettingsKeys::color)));
 }
 
 void ViewController::pickDate(int day, int month, int year)
@@ -227,7 +187,7 @@ void ViewController::composeReport()
     storePickedDate();
     m_detailed = m_session.settings.value(SettingsKeys::moreDetails);
     const ShownReport shown = ShownReport::of(report, m_detailed);
-    m_starImage = imageUrl(report.starImage);
+    m_starImage = ScreenTheme::imageUrl(report.starImage);
     setReport(shown.display, shown.weekday);
     setPlusEnabled(true);
 }

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "FavoriteBrowsing.h"
+#include "ScreenTheme.h"
 
-#include <QColor>
 #include <QDateTime>
 #include <QObject>
 #include <QStringList>
@@ -38,16 +38,7 @@ class ViewController : public QObject
     Q_PROPERTY(int firstYear READ firstYear CONSTANT)
     Q_PROPERTY(int lastYear READ lastYear CONSTANT)
 
-    Q_PROPERTY(QColor accentColor READ accentColor NOTIFY themeChanged)
-    Q_PROPERTY(QUrl backgroundImage READ backgroundImage NOTIFY themeChanged)
-    Q_PROPERTY(bool blurVisible READ blurVisible NOTIFY themeChanged)
-    Q_PROPERTY(bool gradientVisible READ gradientVisible NOTIFY themeChanged)
-    Q_PROPERTY(QColor gradientTop READ gradientTop NOTIFY themeChanged)
-    Q_PROPERTY(QColor gradientBottom READ gradientBottom NOTIFY themeChanged)
-    Q_PROPERTY(QColor backgroundColor READ backgroundColor NOTIFY themeChanged)
-    Q_PROPERTY(bool thinTitleBar READ thinTitleBar NOTIFY themeChanged)
-    Q_PROPERTY(bool dark READ dark CONSTANT)
-    Q_PROPERTY(QColor labelColor READ labelColor CONSTANT)
+    Q_PROPERTY(ScreenTheme *theme READ theme CONSTANT)
     Q_PROPERTY(bool dimmed READ dimmed NOTIFY dimmedChanged)
 
     Q_PROPERTY(QString addDialogTitle READ addDialogTitle NOTIFY addDialogChanged)
@@ -77,16 +68,7 @@ public:
     QStringList wheelOrder() const;
     int firstYear() const;
     int lastYear() const;
-    QColor accentColor() const { return m_accent; }
-    QUrl backgroundImage() const { return m_backgroundImage; }
-    bool blurVisible() const { return m_blurVisible; }
-    bool gradientVisible() const { return m_gradientVisible; }
-    QColor gradientTop() const { return m_gradientTop; }
-    QColor gradientBottom() const { return m_gradientBottom; }
-    QColor backgroundColor() const { return m_backgroundColor; }
-    bool thinTitleBar() const { return m_thinTitleBar; }
-    bool dark() const;
-    QColor labelColor() const;
+    ScreenTheme *theme() const { return m_theme; }
     bool dimmed() const { return m_dimmed; }
     QString addDialogTitle() const { return m_addDialog.title; }
     QString addDialogMessage() const { return m_addDialog.message; }
@@ -119,7 +101,6 @@ signals:
     // Only when the month's length changes, so the day wheel keeps its place.
     void dayLabelsChanged();
     void languageChanged();
-    void themeChanged();
     void dimmedChanged();
     void addDialogChanged();
     // The add dialog is to open; its texts are in the addDialog properties.
@@ -145,6 +126,7 @@ private:
     void showFavorite(qint64 index);
 
     Session &m_session;
+    ScreenTheme *m_theme;
     QDateTime m_picker;
     QString m_display;
     QString m_weekday;
@@ -152,15 +134,6 @@ private:
     QUrl m_starImage;
     bool m_plusEnabled = true;
     bool m_dimmed = false;
-
-    QColor m_accent;
-    QUrl m_backgroundImage;
-    bool m_blurVisible = true;
-    bool m_gradientVisible = false;
-    QColor m_gradientTop;
-    QColor m_gradientBottom;
-    QColor m_backgroundColor;
-    bool m_thinTitleBar = false;
 
     struct AddDialogTexts
     {

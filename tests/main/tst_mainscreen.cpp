@@ -368,7 +368,7 @@ private slots:
         if (color == 9)
             QCOMPARE(background,
                      appearance == Appearance::Dark ? QColor(Qt::black) : QColor(Qt::white));
-        QCOMPARE(m_controller->backgroundImage().fileName(),
+        QCOMPARE(m_controller->theme()->backgroundImage().fileName(),
                  color <= 4 ? QStringLiteral("space%1.svg").arg(color) : u"space.svg"_qs);
     }
 
@@ -378,7 +378,7 @@ private slots:
         start();
         m_settings->set(SettingsKeys::color, 0);
         m_window->resize(400, 844);
-        QTRY_COMPARE(m_controller->accentColor(), QColor::fromRgbF(0.5875715f, 0, 1));
+        QTRY_COMPARE(m_controller->theme()->accentColor(), QColor::fromRgbF(0.5875715f, 0, 1));
         QCOMPARE(find("blurredEffectView1")->isVisible(), false);
     }
 

@@ -1,0 +1,120 @@
+#include "FavoriteCard.h"
+
+#include "core/CalendarDifference.h"
+#include "core/DatePattern.h"
+#include "core/DebugLog.h"
+#include "core/FatalError.h"
+
+#include <array>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+struct SignSpan
+{
+    const char16_t *picture;
+    int firstMonth;
+    int firstDay;
+    int lastMonth;
+    int lastDay;
+};
+
+// The cell's own table of sign boundaries.
+constexpr std::array<SignSpan, 12> signSpans = {{
+    {u"aquarius", 1, 21, 2, 19},
+    {u"pisces", 2, 20, 3, 20},
+    {u"aries", 3, 21, 4, 20},
+    {u"taurus", 4, 21, 5, 20},
+    {u"gemini", 5, 21, 6, 21},
+    {u"cancer", 6, 22, 7, 22},
+    {u"leo", 7, 23, 8, 23},
+    {u"virgo", 8, 24, 9, 23},
+    {u"libra", 9, 24, 10, 23},
+    {u"scorpio", 10, 24, 11, 22},
+    {u"sagittauris", 11, 23, 12, 21},
+    {u"capricorn", 12, 22, 1, 20},
+}};
+
+QString birthdayFormat(Language language, bool showWeekday)
+{
+    if (language == Language::German || language == Language::Russian)
+        return showWeekday ? u"EEEE, dd. MMMM yyyy"_s : u"dd. MMMM yyyy"_s;
+    return showWeekday ? u"EEEE, MMMM dd, yyyy"_s : u"MMMM dd, yyyy"_s;
+}
+
+QString displayName(const QString &name)
+{
+    QString result = name;
+    while (result.endsWith(u' '))
+        result.chop(1);
+    return result.isEmpty() ? u"Unknown"_s : result;
+}
+
+} // namespace
+
+std::optional<QString> FavoriteCards::signPicture(int day, int month)
+{
+    for (const SignSpan &span : signSpans) {
+        if ((month == span.firstMonth && day >= span.firstDay) ||
+            (month == span.lastMonth && day <= span.lastDay))
+            return QString::fromUtf16(span.picture);
+    }
+    return std::nullopt;
+}
+
+std::optional<bool> FavoriteCards::birthdayStillToCome(const QString &birthday, QDate today)
+{
+    const QString thisYear =
+        birthday.chopped(std::min<qsizetype>(4, birthday.size())) + QString::number(today.year());
+    const std::optional<QDate> date = DatePattern(u"dd MM yyyy").parse(thisYear);
+    if (!date)
+        return std::nullopt;
+    return *date >= today;
+}
+
+FavoriteCard FavoriteCards::card(const Favorite &favorite, qsizetype index, const QDateTime &now,
+                                 Language language, const QLocale &deviceLocale, bool showWeekday,
+                                 bool markComing)
+{
+    const std::optional<QDate> birth = DatePattern(u"dd MM yyyy").parse(favorite.birthday);
+    if (!birth) {
+        fatalError(u"ERROR: Date conversion failed due to mismatched format. (favorite %1, "
+                   "birthday \"%2\")"_s.arg(index)
+                       .arg(favorite.birthday));
+    }
+    FavoriteCard card;
+    card.name = displayName(favorite.name);
+    card.birthdayText =
+        DatePattern(birthdayFormat(language, showWeekday), deviceLocale).format(*birth);
+    card.age = CalendarDifference::count(birth->startOfDay(), now, CalendarUnit::Years);
+    if (const std::optional<QString> picture = signPicture(birth->day(), birth->month())) {
+        card.signKey = *picture;
+    } else {
+        DebugLog::line(u"NOT"_s);
+        card.signKey = u"aquarius"_s;
+    }
+    if (markComing && birthdayStillToCome(favorite.birthday, now.date()).value_or(true))
+        card.star = u"★"_s;
+    return card;
+}
+
+FavoriteCardColors FavoriteCards::colors(const ThemeTable &themes, int theme, Appearance appearance)
+{
+    const SystemColors system = SystemColors::of(appearance);
+    const Rgb themeColor = theme == 9 ? system.darkGrey : themes.color(theme);
+    const bool dark = appearance == Appearance::Dark;
+    const bool light = !dark;
+    FavoriteCardColors colors{themeColor, themeColor, system.grey};
+    // Theme 8 is darkened in light appearance but left as it is in dark.
+    if (theme >= 4 && theme <= 7 && dark) {
+        colors.signCircle = ThemeTable::lightened(themeColor, 10);
+        colors.star = ThemeTable::lightened(themeColor, 20);
+    } else if (theme >= 4 && theme <= 8 && light) {
+        colors.signCircle = ThemeTable::lightened(themeColor, -10);
+        colors.star = ThemeTable::lightened(themeColor, -10);
+    }
+    if (light)
+        colors.birthday = ThemeTable::lightened(system.grey, -36);
+    return colors;
+}

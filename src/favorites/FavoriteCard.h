@@ -1,0 +1,54 @@
+#pragma once
+
+#include "FavoritesStore.h"
+#include "main/Themes.h"
+#include "settings/Language.h"
+
+#include <QDateTime>
+#include <QLocale>
+#include <QString>
+#include <optional>
+
+// What one row of the favorites list shows.
+struct FavoriteCard
+{
+    // The name without trailing blanks, or "Unknown" when nothing is left.
+    QString name;
+    // The birthday as the language writes dates, names from the device's locale.
+    QString birthdayText;
+    // Whole years completed.
+    qint64 age = 0;
+    // The sign picture: "aquarius" ... "capricorn".
+    QString signKey;
+    // "★" when this year's birthday is today or still to come, or cannot be read.
+    QString star;
+};
+
+// The colours of a row, by theme and appearance.
+struct FavoriteCardColors
+{
+    Rgb signCircle;
+    Rgb star;
+    Rgb birthday;
+};
+
+namespace FavoriteCards {
+
+// The row of `favorite` (at `index` in the list). A birthday that cannot be
+// read stops the program, naming the favorite.
+FavoriteCard card(const Favorite &favorite, qsizetype index, const QDateTime &now,
+                  Language language, const QLocale &deviceLocale, bool showWeekday,
+                  bool markComing);
+
+// Whether this year's birthday is today or still to come; nothing when the
+// text cannot be read with this year put in.
+std::optional<bool> birthdayStillToCome(const QString &birthday, QDate today);
+
+// The sign picture of a day and month, by the cell's own boundaries; nothing
+// for an impossible month.
+std::optional<QString> signPicture(int day, int month);
+
+// Theme 9's colour is dark grey here, as on the favorites screen.
+FavoriteCardColors colors(const ThemeTable &themes, int theme, Appearance appearance);
+
+} // namespace FavoriteCards

@@ -1,0 +1,78 @@
+#include "FavoritesSorting.h"
+
+#include "core/DatePattern.h"
+#include "core/FatalError.h"
+
+#include <algorithm>
+#include <numeric>
+
+namespace {
+
+// Sorts by a key worked out once per favorite, keeping equal keys in order.
+template <typename Key, typename KeyOf, typename Less>
+QList<Favorite> sortedByKey(const QList<Favorite> &favorites, KeyOf keyOf, Less less)
+{
+    QList<Key> keys;
+    keys.reserve(favorites.size());
+    for (qsizetype i = 0; i < favorites.size(); ++i)
+        keys.append(keyOf(favorites.at(i), i));
+    QList<qsizetype> order(favorites.size());
+    std::iota(order.begin(), order.end(), 0);
+    std::stable_sort(order.begin(), order.end(),
+                     [&](qsizetype a, qsizetype b) { return less(keys.at(a), keys.at(b)); });
+    QList<Favorite> result;
+    result.reserve(favorites.size());
+    for (const qsizetype i : order)
+        result.append(favorites.at(i));
+    return result;
+}
+
+} // namespace
+
+FavoritesSorting::Order FavoritesSorting::orderFor(qint64 sortSetting)
+{
+    if (sortSetting == 0)
+        return Order::ByName;
+    if (sortSetting == 1)
+        return Order::ByAge;
+    return Order::ByBirthday;
+}
+
+QList<Favorite> FavoritesSorting::sorted(QList<Favorite> favorites, Order order)
+{
+    switch (order) {
+    case Order::ByName:
+        std::stable_sort(favorites.begin(), favorites.end(),
+                         [](const Favorite &a, const Favorite &b) { return a.name < b.name; });
+        return favorites;
+    case Order::ByAge: {
+        const DatePattern recordDate(u"dd MM yyyy");
+        return sortedByKey<QDate>(
+            favorites,
+            [&](const Favorite &f, qsizetype index) {
+                const std::optional<QDate> date = recordDate.parse(f.birthday);
+                if (!date) {
+                    fatalError(QStringLiteral("favorite %1 has the birthday \"%2\", which is "
+                                              "not a date, so it cannot be sorted by age")
+                                   .arg(index)
+                                   .arg(f.birthday));
+                }
+                return *date;
+            },
+            [](QDate a, QDate b) { return b < a; });
+    }
+    case Order::ByBirthday:
+        break;
+    }
+    // Day and month in a leap year, so 29 February has its place; a text that
+    // cannot be read sorts before every date.
+    const DatePattern dayAndMonth(u"dd MM");
+    return sortedByKey<QDate>(
+        favorites,
+        [&](const Favorite &f, qsizetype) {
+            return dayAndMonth
+                .parse(QStringView(f.birthday).chopped(std::min<qsizetype>(4, f.birthday.size())))
+                .value_or(QDate());
+        },
+        [](QDate a, QDate b) { return a < b; });
+}

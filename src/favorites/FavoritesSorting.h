@@ -1,0 +1,23 @@
+#pragma once
+
+#include "FavoritesStore.h"
+
+#include <QList>
+
+// The three orders of the favorites list, by the setting "sort".
+namespace FavoritesSorting {
+
+enum class Order { ByName = 0, ByAge = 1, ByBirthday = 2 };
+
+// 0 is by name, 1 by age, and 2 or any other value by birthday.
+Order orderFor(qint64 sortSetting);
+
+// A stable sort:
+// - by name: plain code-point order, case-sensitive ("Anna", "Zoe", "bob");
+// - by age: the youngest first; a birthday that cannot be read stops the
+//   program, naming the favorite;
+// - by birthday: by day and month from 1 January to 31 December, whatever
+//   the year of birth; texts that cannot be read come first.
+QList<Favorite> sorted(QList<Favorite> favorites, Order order);
+
+} // namespace FavoritesSorting

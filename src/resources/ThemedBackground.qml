@@ -1,0 +1,47 @@
+import QtQuick
+import Tavlo
+
+// A screen's background in its theme: the picture drawn small and smoothed
+// up, which blurs it on every renderer, under a veil that keeps text
+// readable; or the theme's colour under its gradient.
+Item {
+    id: background
+
+    required property ScreenTheme theme
+    property string blurName: "blurredEffectView"
+
+    Rectangle {
+        objectName: "ImgViewBackground"
+        anchors.fill: parent
+        color: background.theme.backgroundColor
+
+        Image {
+            anchors.fill: parent
+            visible: background.theme.blurVisible
+            source: visible ? background.theme.backgroundImage : ""
+            sourceSize.width: Math.max(24, Math.round(background.width / 16))
+            sourceSize.height: Math.max(48, Math.round(background.height / 16))
+            fillMode: Image.PreserveAspectCrop
+            smooth: true
+        }
+
+        Rectangle {
+            objectName: "gradientLayer"
+            anchors.fill: parent
+            visible: background.theme.gradientVisible
+            gradient: Gradient {
+                GradientStop { position: 0; color: background.theme.gradientTop }
+                GradientStop { position: 1; color: background.theme.gradientBottom }
+            }
+        }
+    }
+
+    Rectangle {
+        objectName: background.blurName
+        x: -100
+        width: parent.width + 200
+        height: parent.height
+        visible: background.theme.blurVisible
+        color: background.theme.dark ? Qt.rgba(0, 0, 0, 0.3) : Qt.rgba(1, 1, 1, 0.6)
+    }
+}
