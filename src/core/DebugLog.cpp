@@ -21,6 +21,20 @@ void DebugLog::line(const QString &text)
     std::fflush(stdout);
 }
 
+void DebugLog::lines(const QStringList &texts)
+{
+    if (texts.isEmpty())
+        return;
+    if (const Sink &sink = currentSink()) {
+        for (const QString &text : texts)
+            sink(text);
+        return;
+    }
+    const QByteArray bytes = texts.join(u'\n').toUtf8() + '\n';
+    std::fwrite(bytes.constData(), 1, size_t(bytes.size()), stdout);
+    std::fflush(stdout);
+}
+
 DebugLog::Sink DebugLog::setSink(Sink sink)
 {
     return std::exchange(currentSink(), std::move(sink));

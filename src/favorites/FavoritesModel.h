@@ -4,6 +4,7 @@
 
 #include <QAbstractListModel>
 #include <QList>
+#include <QtQml/qqmlregistration.h>
 #include <functional>
 #include <optional>
 
@@ -12,6 +13,7 @@
 class FavoritesModel : public QAbstractListModel
 {
     Q_OBJECT
+    QML_ANONYMOUS
 
 public:
     enum Role { NameRole = Qt::UserRole + 1, BirthdayRole, AgeRole, SignImageRole, StarRole };

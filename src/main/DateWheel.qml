@@ -6,6 +6,7 @@ import QtQuick.Controls
 Tumbler {
     id: wheel
 
+    // With a count for a model, the labels count from 1 (days of a month).
     property color textColor: "white"
 
     visibleItemCount: 5
@@ -16,7 +17,7 @@ Tumbler {
         required property int index
         required property var modelData
 
-        text: modelData
+        text: typeof modelData === "number" ? index + 1 : modelData
         color: Tumbler.tumbler.palette.windowText
         opacity: 1.0 - Math.abs(Tumbler.displacement) / (Tumbler.tumbler.visibleItemCount / 2) * 0.8
         font.family: "Inter"

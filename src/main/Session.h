@@ -8,6 +8,7 @@
 #include "settings/UiStrings.h"
 
 #include <QDateTime>
+#include <QLocale>
 #include <QStringList>
 
 class SettingsStore;
@@ -29,6 +30,9 @@ public:
     ThemeTable themes;
     const QStringList preferredLanguages;
     const Appearance appearance;
+    // Month and weekday names in the favorites list follow the device's
+    // formats, not the interface language.
+    QLocale formatLocale = QLocale::system();
 
     Language language() const { return m_language; }
     qint64 languageOverride() const { return m_languageOverride; }

@@ -1,5 +1,6 @@
 #include "ScreenFactory.h"
 
+#include "favorites/FavViewController.h"
 #include "main/ViewController.h"
 
 namespace {
@@ -20,4 +21,9 @@ ScreenFactory *ScreenFactory::create(QQmlEngine *, QJSEngine *)
 ViewController *ScreenFactory::makeMainController(QObject *owner) const
 {
     return new ViewController(m_session, owner);
+}
+
+FavViewController *ScreenFactory::makeFavController(QObject *owner) const
+{
+    return new FavViewController(m_session, owner);
 }

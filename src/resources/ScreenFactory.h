@@ -6,6 +6,7 @@
 class QJSEngine;
 class QQmlEngine;
 class Session;
+class FavViewController;
 class ViewController;
 
 // Makes the controllers of the screens the screen host presents, each
@@ -24,6 +25,7 @@ public:
     // A new main screen controller owned by `owner`, which the host destroys
     // together with the screen.
     Q_INVOKABLE ViewController *makeMainController(QObject *owner) const;
+    Q_INVOKABLE FavViewController *makeFavController(QObject *owner) const;
 
 private:
     explicit ScreenFactory(Session &session) : m_session(session) {}

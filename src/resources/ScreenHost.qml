@@ -52,6 +52,10 @@ Item {
             const controller = ScreenFactory.makeMainController(layer)
             controller.viewDidLoad()
             screen = mainScreen.createObject(layer, { controller: controller })
+        } else if (identifier === "Fav") {
+            const controller = ScreenFactory.makeFavController(layer)
+            controller.viewDidLoad()
+            screen = favoritesScreen.createObject(layer, { controller: controller })
         } else {
             screen = placeholderScreen.createObject(layer, { identifier: identifier })
         }
@@ -88,6 +92,14 @@ Item {
         id: mainScreen
 
         MainScreen {
+            anchors.fill: parent
+        }
+    }
+
+    Component {
+        id: favoritesScreen
+
+        FavoritesScreen {
             anchors.fill: parent
         }
     }

@@ -1,0 +1,26 @@
+import QtQuick
+
+// The end of the favorites list: how many entries it has.
+Item {
+    property alias text: label.text
+    property alias color: label.color
+    property alias countShown: label.visible
+
+    height: 55
+
+    Text {
+        id: label
+
+        objectName: "footerCount"
+        x: 12
+        width: parent.width - 24
+        height: 40
+        visible: false
+        opacity: 0.7
+        font.family: "Inter"
+        font.weight: Font.Light
+        font.pixelSize: 10
+        horizontalAlignment: Text.AlignRight
+        verticalAlignment: Text.AlignVCenter
+    }
+}

@@ -1,0 +1,228 @@
+#include "FavViewController.h"
+
+#include "FavoritesSorting.h"
+#include "core/DatePattern.h"
+#include "core/DebugLog.h"
+#include "core/FatalError.h"
+#include "main/DateWheels.h"
+#include "main/Session.h"
+#include "settings/SettingsStore.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+FavViewController::FavViewController(Session &session, QObject *parent)
+    : QObject(parent), m_session(session), m_theme(new ScreenTheme(session.appearance, this)),
+      m_model(new FavoritesModel(this))
+{}
+
+QString FavViewController::title() const
+{
+    return m_session.strings[UiText::Favorites];
+}
+
+QString FavViewController::sortTitle() const
+{
+    return m_session.strings[UiText::Sort];
+}
+
+QStringList FavViewController::sortChoices() const
+{
+    const UiStrings &s = m_session.strings;
+    return {s[UiText::SortByName], s[UiText::SortByAge], s[UiText::SortByBirthday]};
+}
+
+int FavViewController::count() const
+{
+    return int(m_session.favorites.count());
+}
+
+QString FavViewController::entriesText() const
+{
+    return m_session.strings[UiText::Entries] + u' ' + QString::number(count());
+}
+
+QColor FavViewController::cardColor() const
+{
+    QColor color = ScreenTheme::toColor(SystemColors::of(m_session.appearance).background);
+    color.setAlphaF(0.2f);
+    return color;
+}
+
+QColor FavViewController::cardBorderColor() const
+{
+    return ScreenTheme::toColor(SystemColors::of(m_session.appearance).background);
+}
+
+QString FavViewController::namePlaceholder() const
+{
+    return m_session.strings[UiText::Name];
+}
+
+QString FavViewController::cancelText() const
+{
+    return m_session.strings[UiText::Cancel];
+}
+
+QStringList FavViewController::monthNames() const
+{
+    return DateWheels::monthNames(localeFor(m_session.language()));
+}
+
+QStringList FavViewController::yearLabels() const
+{
+    QStringList labels;
+    for (int year = DateWheels::firstYear; year <= DateWheels::lastYear; ++year)
+        labels.append(QString::number(year));
+    return labels;
+}
+
+QStringList FavViewController::wheelOrder() const
+{
+    QStringList order;
+    for (const DateWheels::Field field : DateWheels::order(localeFor(m_session.language()))) {
+        order.append(field == DateWheels::Field::Day     ? u"day"_s
+                     : field == DateWheels::Field::Month ? u"month"_s
+                                                         : u"year"_s);
+    }
+    return order;
+}
+
+int FavViewController::firstYear() const
+{
+    return DateWheels::firstYear;
+}
+
+int FavViewController::daysInMonth(int month, int year) const
+{
+    return QDate(year, month, 1).daysInMonth();
+}
+
+void FavViewController::viewDidLoad()
+{
+    FavoritesStore &favorites = m_session.favorites;
+    SettingsStore &settings = m_session.settings;
+
+    QStringList lines;
+    for (const Favorite &favorite : favorites.all())
+        lines.append(u"person = "_s + favorite.birthday + u"\t\t"_s + favorite.name);
+    DebugLog::lines(lines);
+
+    favorites.load();
+
+    m_sort = settings.value(SettingsKeys::sort);
+    applyOrder();
+
+    if (m_sort == 2) {
+        // The first birthday still to come this year; its row goes to the top.
+        const QDate today = m_session.clock.now().date();
+        for (qsizetype i = 0; i < favorites.count(); ++i) {
+            if (FavoriteCards::birthdayStillToCome(favorites.at(i).birthday, today)
+                    .value_or(true)) {
+                m_scrollTarget = int(i);
+                break;
+            }
+        }
+    }
+    m_showWeekday = settings.value(SettingsKeys::weekday);
+
+    const qint64 theme = settings.value(SettingsKeys::color);
+    m_theme->apply(m_session.themes.look(theme));
+    const FavoriteCardColors colors =
+        FavoriteCards::colors(m_session.themes, int(theme), m_session.appearance);
+    m_signCircle = ScreenTheme::toColor(colors.signCircle);
+    m_star = ScreenTheme::toColor(colors.star);
+    m_birthday = ScreenTheme::toColor(colors.birthday);
+
+    reloadRows();
+}
+
+void FavViewController::viewWillAppear()
+{
+    reloadRows();
+}
+
+void FavViewController::applyOrder()
+{
+    FavoritesStore &favorites = m_session.favorites;
+    favorites.replaceAll(
+        FavoritesSorting::sorted(favorites.all(), FavoritesSorting::orderFor(m_sort)));
+}
+
+void FavViewController::reloadRows()
+{
+    Session &session = m_session;
+    const bool showWeekday = m_showWeekday;
+    const QDateTime now = session.clock.now();
+    m_model->reset(session.favorites.all(), [&session, showWeekday, now](const Favorite &favorite,
+                                                                         qsizetype index) {
+        // The star setting is read for each card as it is made.
+        return FavoriteCards::card(favorite, index, now, session.language(), session.formatLocale,
+                                   showWeekday, session.settings.value(SettingsKeys::star));
+    });
+    emit countChanged();
+}
+
+void FavViewController::backPressed()
+{
+    close();
+}
+
+void FavViewController::sortPressed()
+{
+    emit sortMenuRequested();
+}
+
+void FavViewController::chooseSort(int order)
+{
+    m_sort = order;
+    m_session.settings.set(SettingsKeys::sort, m_sort);
+    applyOrder();
+    reloadRows();
+}
+
+void FavViewController::selectRow(int row)
+{
+    m_session.favorites.select(row);
+    close();
+}
+
+void FavViewController::longPressed(int row)
+{
+    const Favorite favorite = m_session.favorites.at(row);
+    const std::optional<QDate> date = DatePattern(u"d M yyyy").parse(favorite.birthday);
+    if (!date) {
+        fatalError(u"ERROR: Date conversion failed due to mismatched format. (favorite %1, "
+                   "birthday \"%2\")"_s.arg(row)
+                       .arg(favorite.birthday));
+    }
+    m_editRow = row;
+    m_editName = favorite.name;
+    m_editDate = *date;
+    emit editChanged();
+    emit editDialogRequested();
+}
+
+void FavViewController::confirmEdit(const QString &name, int day, int month, int year)
+{
+    const QDate date(year, month, std::clamp(day, 1, QDate(year, month, 1).daysInMonth()));
+    // The record text, without leading zeros; the name exactly as typed, even empty.
+    const QString birthday = DatePattern(u"d M yyyy").format(date);
+    m_session.favorites.update(m_editRow, name, birthday);
+    m_model->updateRow(m_editRow, m_session.favorites.at(m_editRow));
+}
+
+void FavViewController::deleteRow(int row)
+{
+    m_session.favorites.remove(row);
+    m_model->removeRow(row);
+    emit countChanged();
+}
+
+void FavViewController::close()
+{
+    if (!m_dimmed) {
+        m_dimmed = true;
+        emit dimmedChanged();
+    }
+    emit screenRequested(u"Main"_s);
+}

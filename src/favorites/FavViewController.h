@@ -1,0 +1,120 @@
+#pragma once
+
+#include "FavoritesModel.h"
+#include "ScreenTheme.h"
+
+#include <QObject>
+#include <QStringList>
+#include <QtQml/qqmlregistration.h>
+
+class Session;
+
+// The favorites screen: the saved birthdays as cards, sorted by the chosen
+// order, with the sort menu, renaming by long press and deleting by swipe.
+// Choosing a favorite hands it to a new main screen.
+class FavViewController : public QObject
+{
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("Made by the screen host.")
+
+    Q_PROPERTY(FavoritesModel *model READ model CONSTANT)
+    Q_PROPERTY(ScreenTheme *theme READ theme CONSTANT)
+    Q_PROPERTY(QString title READ title CONSTANT)
+    Q_PROPERTY(QString sortTitle READ sortTitle CONSTANT)
+    Q_PROPERTY(QStringList sortChoices READ sortChoices CONSTANT)
+    Q_PROPERTY(QString entriesText READ entriesText NOTIFY countChanged)
+    Q_PROPERTY(int count READ count NOTIFY countChanged)
+    Q_PROPERTY(int scrollTarget READ scrollTarget CONSTANT)
+    Q_PROPERTY(bool dimmed READ dimmed NOTIFY dimmedChanged)
+    Q_PROPERTY(QColor signCircleColor READ signCircleColor CONSTANT)
+    Q_PROPERTY(QColor starColor READ starColor CONSTANT)
+    Q_PROPERTY(QColor birthdayColor READ birthdayColor CONSTANT)
+    Q_PROPERTY(QColor cardColor READ cardColor CONSTANT)
+    Q_PROPERTY(QColor cardBorderColor READ cardBorderColor CONSTANT)
+
+    Q_PROPERTY(int editRow READ editRow NOTIFY editChanged)
+    Q_PROPERTY(QString editName READ editName NOTIFY editChanged)
+    Q_PROPERTY(int editDay READ editDay NOTIFY editChanged)
+    Q_PROPERTY(int editMonth READ editMonth NOTIFY editChanged)
+    Q_PROPERTY(int editYear READ editYear NOTIFY editChanged)
+    Q_PROPERTY(QString namePlaceholder READ namePlaceholder CONSTANT)
+    Q_PROPERTY(QString cancelText READ cancelText CONSTANT)
+    Q_PROPERTY(QStringList monthNames READ monthNames CONSTANT)
+    Q_PROPERTY(QStringList yearLabels READ yearLabels CONSTANT)
+    Q_PROPERTY(QStringList wheelOrder READ wheelOrder CONSTANT)
+    Q_PROPERTY(int firstYear READ firstYear CONSTANT)
+
+public:
+    explicit FavViewController(Session &session, QObject *parent = nullptr);
+
+    FavoritesModel *model() const { return m_model; }
+    ScreenTheme *theme() const { return m_theme; }
+    QString title() const;
+    QString sortTitle() const;
+    QStringList sortChoices() const;
+    QString entriesText() const;
+    int count() const;
+    // The row the list scrolls to a second after loading, or -1.
+    int scrollTarget() const { return m_scrollTarget; }
+    bool dimmed() const { return m_dimmed; }
+    QColor signCircleColor() const { return m_signCircle; }
+    QColor starColor() const { return m_star; }
+    QColor birthdayColor() const { return m_birthday; }
+    QColor cardColor() const;
+    QColor cardBorderColor() const;
+    int editRow() const { return m_editRow; }
+    QString editName() const { return m_editName; }
+    int editDay() const { return m_editDate.day(); }
+    int editMonth() const { return m_editDate.month(); }
+    int editYear() const { return m_editDate.year(); }
+    QString namePlaceholder() const;
+    QString cancelText() const;
+    QStringList monthNames() const;
+    QStringList yearLabels() const;
+    QStringList wheelOrder() const;
+    int firstYear() const;
+
+    // The screen's load: the list read, sorted and themed.
+    Q_INVOKABLE void viewDidLoad();
+    // Each time the screen appears: the rows are reloaded (and fly in).
+    Q_INVOKABLE void viewWillAppear();
+    Q_INVOKABLE void backPressed();
+    Q_INVOKABLE void sortPressed();
+    // One of the sort menu's choices: 0 by name, 1 by age, 2 by birthday.
+    Q_INVOKABLE void chooseSort(int order);
+    Q_INVOKABLE void selectRow(int row);
+    Q_INVOKABLE void longPressed(int row);
+    // "OK" in the edit dialog: the name as typed, the date from its wheels.
+    Q_INVOKABLE void confirmEdit(const QString &name, int day, int month, int year);
+    Q_INVOKABLE void deleteRow(int row);
+    // The number of days of a month, for the edit dialog's day wheel.
+    Q_INVOKABLE int daysInMonth(int month, int year) const;
+
+signals:
+    void countChanged();
+    void dimmedChanged();
+    void editChanged();
+    void sortMenuRequested();
+    void editDialogRequested();
+    void screenRequested(const QString &identifier);
+
+private:
+    void applyOrder();
+    void reloadRows();
+    void close();
+
+    Session &m_session;
+    ScreenTheme *m_theme;
+    FavoritesModel *m_model;
+    qint64 m_sort = 0;
+    bool m_showWeekday = false;
+    int m_scrollTarget = -1;
+    bool m_dimmed = false;
+    QColor m_signCircle;
+    QColor m_star;
+    QColor m_birthday;
+    int m_editRow = -1;
+    QString m_editName;
+    QDate m_editDate;
+};

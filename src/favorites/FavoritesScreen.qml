@@ -1,0 +1,188 @@
+import QtQuick
+import QtQuick.Controls
+import Tavlo
+
+// The saved birthdays as cards under a title bar with the back and sort
+// buttons, and the number of entries at the end of the list.
+Item {
+    id: root
+
+    required property FavViewController controller
+
+    signal screenRequested(string identifier)
+
+    objectName: "favView"
+    Component.onCompleted: controller.viewWillAppear()
+
+    Connections {
+        target: root.controller
+        function onScreenRequested(identifier) { root.screenRequested(identifier) }
+        function onSortMenuRequested() { sortMenu.open() }
+        function onEditDialogRequested() { editDialog.open() }
+    }
+
+    ThemedBackground {
+        anchors.fill: parent
+        theme: root.controller.theme
+        blurName: "blurredEffectViewFav"
+    }
+
+    FavoritesList {
+        id: tableView
+
+        property bool footerCountShown: false
+
+        objectName: "tableView"
+        anchors.fill: parent
+        anchors.topMargin: 40
+        model: root.controller.model
+        controller: root.controller
+        clip: true
+        cacheBuffer: 330
+        boundsBehavior: Flickable.StopAtBounds
+        ScrollBar.vertical: null
+
+        delegate: CustomCell {}
+
+        // Each time the rows appear they rise into place one after another.
+        populate: Transition {
+            id: rowsAppearing
+
+            SequentialAnimation {
+                PauseAnimation {
+                    duration: 50 * rowsAppearing.ViewTransition.index
+                }
+                NumberAnimation {
+                    property: "y"
+                    from: rowsAppearing.ViewTransition.destination.y + tableView.height
+                    duration: 1250
+                    easing.type: Easing.OutBack
+                    easing.overshoot: 0.6
+                }
+            }
+        }
+        remove: Transition {
+            NumberAnimation { property: "opacity"; to: 0; duration: 250 }
+        }
+        removeDisplaced: Transition {
+            NumberAnimation { property: "y"; duration: 250 }
+        }
+
+        footer: EntriesFooter {}
+
+        Binding {
+            target: tableView.footerItem
+            property: "width"
+            value: tableView.width
+        }
+        Binding {
+            target: tableView.footerItem
+            property: "text"
+            value: root.controller.entriesText
+        }
+        Binding {
+            target: tableView.footerItem
+            property: "color"
+            value: root.controller.theme.labelColor
+        }
+        Binding {
+            target: tableView.footerItem
+            property: "countShown"
+            value: tableView.footerCountShown
+        }
+
+        // The count shows up after the rows.
+        Timer {
+            interval: 800
+            running: true
+            onTriggered: tableView.footerCountShown = true
+        }
+
+        // Ordered by birthday, the list moves to the first birthday to come.
+        Timer {
+            interval: 1000
+            running: root.controller.scrollTarget >= 0
+            onTriggered: {
+                const from = tableView.contentY
+                tableView.positionViewAtIndex(root.controller.scrollTarget, ListView.Beginning)
+                const to = tableView.contentY
+                tableView.contentY = from
+                scroll.to = to
+                scroll.start()
+            }
+        }
+
+        NumberAnimation {
+            id: scroll
+
+            target: tableView
+            property: "contentY"
+            duration: 400
+            easing.type: Easing.InOutQuad
+        }
+    }
+
+    TitleBar {
+        width: parent.width
+        theme: root.controller.theme
+        title: root.controller.title
+    }
+
+    SymbolButton {
+        objectName: "btnBack"
+        x: 12
+        y: -4
+        width: 42
+        height: 42
+        iconSource: "qrc:/qt/qml/Tavlo/resources/icons/chevron_left.svg"
+        iconColor: root.controller.theme.labelColor
+        Accessible.name: qsTr("Back")
+        onClicked: root.controller.backPressed()
+    }
+
+    AbstractButton {
+        id: btnSort
+
+        objectName: "btnSort"
+        anchors.right: parent.right
+        anchors.rightMargin: 16
+        y: -4
+        height: 42
+        text: root.controller.sortTitle
+        scale: pressed ? 0.9 : 1
+        contentItem: Text {
+            text: btnSort.text
+            color: root.controller.theme.labelColor
+            font.pixelSize: 17
+            verticalAlignment: Text.AlignVCenter
+        }
+        background: Item {}
+        Accessible.role: Accessible.Button
+        Accessible.name: text
+        onClicked: root.controller.sortPressed()
+
+        Behavior on scale {
+            NumberAnimation { duration: 200 }
+        }
+    }
+
+    SortMenu {
+        id: sortMenu
+
+        controller: root.controller
+    }
+
+    EditFavoriteDialog {
+        id: editDialog
+
+        controller: root.controller
+    }
+
+    Rectangle {
+        objectName: "dimOverlay"
+        anchors.fill: parent
+        color: "black"
+        opacity: 0.5
+        visible: root.controller.dimmed
+    }
+}

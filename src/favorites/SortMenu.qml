@@ -1,0 +1,49 @@
+import QtQuick
+import QtQuick.Controls
+import QtQuick.Layouts
+import Tavlo
+
+// The three orders of the list; one of them must be chosen to close it.
+Alert {
+    id: menu
+
+    required property FavViewController controller
+
+    function choose(order) {
+        close()
+        controller.chooseSort(order)
+    }
+
+    objectName: "sortMenu"
+    theme: controller.theme
+    title: controller.sortTitle
+    closePolicy: Popup.NoAutoClose
+    padding: 4
+
+    footer: AlertButtonRow {
+        theme: menu.theme
+        stacked: true
+
+        AlertButton {
+            objectName: "sortChoice0"
+            Layout.fillWidth: true
+            text: menu.controller.sortChoices[0]
+            tint: menu.theme.labelColor
+            onClicked: menu.choose(0)
+        }
+        AlertButton {
+            objectName: "sortChoice1"
+            Layout.fillWidth: true
+            text: menu.controller.sortChoices[1]
+            tint: menu.theme.labelColor
+            onClicked: menu.choose(1)
+        }
+        AlertButton {
+            objectName: "sortChoice2"
+            Layout.fillWidth: true
+            text: menu.controller.sortChoices[2]
+            tint: menu.theme.labelColor
+            onClicked: menu.choose(2)
+        }
+    }
+}

@@ -1,0 +1,25 @@
+import QtQuick
+import QtQuick.Controls
+
+// A full-width text button of an alert, in the theme's tint.
+AbstractButton {
+    id: button
+
+    property color tint: "white"
+
+    implicitHeight: 44
+    contentItem: Text {
+        text: button.text
+        color: button.tint
+        font.pixelSize: 17
+        font.weight: button.font.weight
+        horizontalAlignment: Text.AlignHCenter
+        verticalAlignment: Text.AlignVCenter
+        elide: Text.ElideRight
+    }
+    background: Rectangle {
+        color: button.pressed ? Qt.rgba(0.5, 0.5, 0.5, 0.2) : "transparent"
+    }
+    Accessible.role: Accessible.Button
+    Accessible.name: text
+}

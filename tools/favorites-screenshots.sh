@@ -1,0 +1,81 @@
+#!/usr/bin/env bash
+# Pictures of the favorites screen with a dozen favorites, in chosen themes,
+# appearances and languages: the app runs on a virtual display, a tap on the
+# favorites button opens the list, and the screen is captured.
+#   tools/favorites-screenshots.sh OUTPUT_DIR [THEMES] [LANGUAGES]
+set -euo pipefail
+root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+out=${1:?output folder}
+themes=${2:-0 6 9}
+languages=${3:-en ru}
+mkdir -p "$out"
+export XDG_RUNTIME_DIR=${XDG_RUNTIME_DIR:-$(mktemp -d)}
+declare -A override=([de]=1 [ru]=2 [en]=3)
+display=:$((80 + RANDOM % 9))
+Xvfb "$display" -screen 0 1024x900x24 >/dev/null 2>&1 &
+xvfb=$!
+trap 'kill $xvfb 2>/dev/null' EXIT
+sleep 1
+export DISPLAY=$display
+
+people='[person]
+1\1=Anna
+1\2=12 3 1985
+1\size=2
+2\1=Bob
+2\2=1 1 2000
+2\size=2
+3\1=Ольга Петрова
+3\2=23 11 1990
+3\size=2
+4\1=  Zoë 🎂
+4\2=29 2 1996
+4\size=2
+5\1=Max Mustermann-Schmidt von Hohenlohe
+5\2=24 12 1970
+5\size=2
+6\1=Li Wei
+6\2=5 7 2012
+6\size=2
+7\1=Sam
+7\2=22 11 1950
+7\size=2
+8\1=Grandma
+8\2=2 2 1931
+8\size=2
+9\1=Noah
+9\2=30 6 2021
+9\size=2
+10\1=Emma
+10\2=14 8 1999
+10\size=2
+11\1=Ivan
+11\2=8 10 1984
+11\size=2
+12\1=Mia
+12\2=21 1 2005
+12\size=2
+size=12'
+
+for theme in $themes; do
+    for appearance in light dark; do
+        for language in $languages; do
+            config=$(mktemp -d)
+            mkdir -p "$config/tavlo"
+            printf '[General]\nfirstStart2=true\nstar=true\nweekday=true\nsort=2\ncolor=%s\npreferredL=%s\n%s\n' \
+                "$theme" "${override[$language]}" "$people" > "$config/tavlo/tavlo.conf"
+            XDG_CONFIG_HOME=$config TZ=Europe/Berlin TAVLO_APPEARANCE=$appearance \
+                "$root/build/tavlo" >/dev/null 2>&1 &
+            app=$!
+            window=$(xdotool search --sync --name '^Tavlo$' | head -1)
+            sleep 0.5
+            xdotool mousemove --window "$window" 244 824 click 1
+            sleep 2.5
+            import -window "$window" "$out/favorites-$theme-$appearance-$language.png"
+            kill $app
+            wait $app 2>/dev/null || true
+            rm -rf "$config"
+        done
+    done
+done
+ls "$out"
