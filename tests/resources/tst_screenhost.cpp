@@ -42,14 +42,14 @@ private slots:
     void presentsScreensAndComesBackToANewMain_data()
     {
         QTest::addColumn<QByteArray>("button");
-        QTest::addColumn<QString>("identifier");
-        QTest::newRow("favorites") << QByteArray("btnFav") << "Fav";
-        QTest::newRow("settings") << QByteArray("btnSet") << "Set";
+        QTest::addColumn<QString>("view");
+        QTest::newRow("favorites") << QByteArray("btnFav") << "favView";
+        QTest::newRow("settings") << QByteArray("btnSet") << "placeholderSet";
     }
     void presentsScreensAndComesBackToANewMain()
     {
         QFETCH(QByteArray, button);
-        QFETCH(QString, identifier);
+        QFETCH(QString, view);
         MemorySettingsStore settings;
         FixedClock clock(at(2026, 11, 22, 12));
         Session session(settings, clock, {QStringLiteral("en-US")}, Appearance::Dark);
@@ -68,13 +68,13 @@ private slots:
         QQuickItem *firstMain = screens(window, u"mainView"_qs).constFirst();
 
         tap(window, firstMain->findChild<QQuickItem *>(QString::fromLatin1(button)));
-        QTRY_COMPARE(screens(window, u"placeholder"_qs + identifier).size(), 1);
+        QTRY_COMPARE(screens(window, view).size(), 1);
         QTRY_COMPARE(screens(window, u"mainView"_qs).size(), 0);
 
-        QQuickItem *placeholder = screens(window, u"placeholder"_qs + identifier).constFirst();
-        tap(window, placeholder->findChild<QQuickItem *>(u"btnBack"_qs));
+        QQuickItem *other = screens(window, view).constFirst();
+        tap(window, other->findChild<QQuickItem *>(u"btnBack"_qs));
         QTRY_COMPARE(screens(window, u"mainView"_qs).size(), 1);
-        QTRY_COMPARE(screens(window, u"placeholder"_qs + identifier).size(), 0);
+        QTRY_COMPARE(screens(window, view).size(), 0);
         // A new main screen ran its load: the start counter counted it.
         QCOMPARE(settings.value(SettingsKeys::appStarts), 2);
         QVERIFY(!screens(window, u"dimOverlay"_qs).size());
