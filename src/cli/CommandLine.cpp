@@ -1,5 +1,7 @@
 #include "CommandLine.h"
 
+#include "FavoritesCommand.h"
+#include "RemindersCommand.h"
 #include "ReportCommand.h"
 
 namespace {
@@ -12,6 +14,8 @@ and the days to the next birthday.
 
 Commands:
   report    Print the age report for one or more birth dates.
+  favorites List, add or remove the saved birthdays.
+  reminders Print the birthday reminders that would be scheduled now.
 
 Run "tavlo COMMAND --help" for a command's options.
 )";
@@ -23,6 +27,10 @@ int runCommandLine(const QStringList &arguments, CommandContext &context)
     const QString command = arguments.value(1);
     if (command == u"report")
         return ReportCommand(context).run(arguments.mid(1));
+    if (command == u"favorites")
+        return FavoritesCommand(context).run(arguments.mid(1));
+    if (command == u"reminders")
+        return RemindersCommand(context).run(arguments.mid(1));
     if (command.isEmpty() || command == u"--help" || command == u"-h" || command == u"help") {
         context.out << usage;
         context.out.flush();

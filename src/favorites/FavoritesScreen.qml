@@ -102,12 +102,12 @@ Item {
         Timer {
             interval: 1000
             running: root.controller.scrollTarget >= 0
+            // Rows are all 66 high and the footer 55; while the rows are still
+            // flying in, the list's own idea of its height is not yet right.
             onTriggered: {
-                const from = tableView.contentY
-                tableView.positionViewAtIndex(root.controller.scrollTarget, ListView.Beginning)
-                const to = tableView.contentY
-                tableView.contentY = from
-                scroll.to = to
+                const end = Math.max(0, tableView.count * 66 + 55 - tableView.height)
+                scroll.to = tableView.originY
+                        + Math.min(root.controller.scrollTarget * 66, end)
                 scroll.start()
             }
         }
@@ -126,6 +126,7 @@ Item {
         width: parent.width
         theme: root.controller.theme
         title: root.controller.title
+        sideInset: Math.max(12 + 42, btnSort.width + 16) + 8
     }
 
     SymbolButton {

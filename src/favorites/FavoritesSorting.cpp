@@ -27,6 +27,27 @@ QList<Favorite> sortedByKey(const QList<Favorite> &favorites, KeyOf keyOf, Less 
     return result;
 }
 
+// Code-point order on UTF-16: units from U+E000 up sort after the
+// surrogates that make up the code points beyond U+FFFF.
+bool codePointLess(const QString &a, const QString &b)
+{
+    const auto weight = [](char16_t unit) -> int {
+        if (unit >= 0xE000)
+            return unit - 0x800;
+        if (unit >= 0xD800)
+            return unit + 0x2000;
+        return unit;
+    };
+    const qsizetype common = std::min(a.size(), b.size());
+    for (qsizetype i = 0; i < common; ++i) {
+        const char16_t x = a.at(i).unicode();
+        const char16_t y = b.at(i).unicode();
+        if (x != y)
+            return weight(x) < weight(y);
+    }
+    return a.size() < b.size();
+}
+
 } // namespace
 
 FavoritesSorting::Order FavoritesSorting::orderFor(qint64 sortSetting)
@@ -42,9 +63,14 @@ QList<Favorite> FavoritesSorting::sorted(QList<Favorite> favorites, Order order)
 {
     switch (order) {
     case Order::ByName:
-        std::stable_sort(favorites.begin(), favorites.end(),
-                         [](const Favorite &a, const Favorite &b) { return a.name < b.name; });
-        return favorites;
+        // Names that differ only in how their letters are composed ("é" or
+        // "e" and an accent) are the same name.
+        return sortedByKey<QString>(
+            favorites,
+            [](const Favorite &f, qsizetype) {
+                return f.name.normalized(QString::NormalizationForm_C);
+            },
+            codePointLess);
     case Order::ByAge: {
         const DatePattern recordDate(u"dd MM yyyy");
         return sortedByKey<QDate>(

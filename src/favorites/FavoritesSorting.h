@@ -13,7 +13,8 @@ enum class Order { ByName = 0, ByAge = 1, ByBirthday = 2 };
 Order orderFor(qint64 sortSetting);
 
 // A stable sort:
-// - by name: plain code-point order, case-sensitive ("Anna", "Zoe", "bob");
+// - by name: plain code-point order, case-sensitive ("Anna", "Zoe", "bob"),
+//   letters composed or not alike;
 // - by age: the youngest first; a birthday that cannot be read stops the
 //   program, naming the favorite;
 // - by birthday: by day and month from 1 January to 31 December, whatever

@@ -59,12 +59,15 @@ FavoritesStore::FavoritesStore(SettingsStore &settings) : m_settings(settings) {
 
 void FavoritesStore::load()
 {
-    m_rows = m_settings.value(favorites).value_or(QList<QStringList>());
+    const std::optional<QList<QStringList>> stored = m_settings.value(favorites);
+    m_rows = stored.value_or(QList<QStringList>());
+    m_storeHoldsRows = stored.has_value();
 }
 
 void FavoritesStore::save() const
 {
     m_settings.set(favorites, m_rows);
+    m_storeHoldsRows = true;
 }
 
 void FavoritesStore::requireIndex(qsizetype index) const
@@ -118,10 +121,14 @@ void FavoritesStore::update(qsizetype index, const QString &name, const QString 
 
 void FavoritesStore::replaceAll(const QList<Favorite> &favorites)
 {
-    m_rows.clear();
-    m_rows.reserve(favorites.size());
+    QList<QStringList> rows;
+    rows.reserve(favorites.size());
     for (const Favorite &favorite : favorites)
-        m_rows.append({favorite.name, favorite.birthday});
+        rows.append({favorite.name, favorite.birthday});
+    // A list sorted as it already was would write the same file again.
+    if (m_storeHoldsRows && rows == m_rows)
+        return;
+    m_rows = std::move(rows);
     save();
 }
 

@@ -57,4 +57,6 @@ private:
 
     SettingsStore &m_settings;
     QList<QStringList> m_rows;
+    // Whether "person" holds exactly m_rows.
+    mutable bool m_storeHoldsRows = false;
 };

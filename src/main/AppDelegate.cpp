@@ -1,5 +1,8 @@
 #include "AppDelegate.h"
 
+#include "CommandRunner.h"
+#include "LinuxNotificationCenter.h"
+#include "ReminderScheduler.h"
 #include "ScreenFactory.h"
 #include "Session.h"
 #include "core/Clock.h"
@@ -61,6 +64,31 @@ int AppDelegate::run(QGuiApplication &app, const Options &options)
     QSettingsStore settings;
     SystemClock clock;
     Session session(settings, clock, QLocale::system().uiLanguages(), appearance());
+
+    // The reminders. The screens made by the engine become the centre's
+    // delegate, so the centre outlives the engine. A screenshot leaves the
+    // user's reminders alone.
+    const bool remindersOn = options.screenshotPath.isEmpty();
+    ProcessRunner processes;
+    ReminderStore reminderStore;
+    LinuxNotificationCenter::Options centerOptions;
+    if (LinuxNotificationCenter::hasSystemdUserSession())
+        centerOptions.timers = &processes;
+    centerOptions.program = QCoreApplication::applicationFilePath();
+    if (qEnvironmentVariableIsSet("XDG_DATA_HOME"))
+        centerOptions.timerEnvironment = {QStringLiteral("XDG_DATA_HOME=") +
+                                          qEnvironmentVariable("XDG_DATA_HOME")};
+    if (remindersOn) {
+        centerOptions.iconPath = LinuxNotificationCenter::installIcon(
+            QFileInfo(reminderStore.filePath()).absolutePath());
+    }
+    LinuxNotificationCenter notificationCenter(reminderStore, clock, centerOptions);
+    ReminderScheduler reminders(notificationCenter, settings, clock, session.favorites,
+                                session.strings);
+    if (remindersOn) {
+        session.reminders = &reminders;
+        notificationCenter.start();
+    }
     ScreenFactory::setSession(&session);
 
     QQmlApplicationEngine engine;

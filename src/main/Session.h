@@ -11,6 +11,7 @@
 #include <QLocale>
 #include <QStringList>
 
+class ReminderScheduler;
 class SettingsStore;
 
 // What the screens share for the whole run: the stores, the clock, the
@@ -33,6 +34,9 @@ public:
     // Month and weekday names in the favorites list follow the device's
     // formats, not the interface language.
     QLocale formatLocale = QLocale::system();
+    // Checks the notification permission and schedules the birthday
+    // reminders; none where there is no notification centre (tests).
+    ReminderScheduler *reminders = nullptr;
 
     Language language() const { return m_language; }
     qint64 languageOverride() const { return m_languageOverride; }

@@ -4,6 +4,7 @@
 #include "DateWheels.h"
 #include "PersonName.h"
 #include "RatingRule.h"
+#include "ReminderScheduler.h"
 #include "ReportComposer.h"
 #include "Session.h"
 #include "core/DatePattern.h"
@@ -16,6 +17,31 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 const QString fallbackBirthDate = u"06 02 1977"_s;
+
+// The main screen's answer for a reminder that comes while the app is open:
+// a banner only, without sound, badge or a place in the list. It answers for
+// as long as its screen lives.
+class ForegroundPresentation final : public QObject, public NotificationCenterDelegate
+{
+public:
+    ForegroundPresentation(NotificationCenter &center, QObject *screen)
+        : QObject(screen), m_center(center)
+    {
+        m_center.setDelegate(this);
+    }
+    ~ForegroundPresentation() override
+    {
+        if (m_center.delegate() == this)
+            m_center.setDelegate(nullptr);
+    }
+    PresentationOptions willPresent(const NotificationRequest &) override
+    {
+        return PresentationOption::Banner;
+    }
+
+private:
+    NotificationCenter &m_center;
+};
 
 } // namespace
 
@@ -71,6 +97,8 @@ int ViewController::lastYear() const
 void ViewController::viewDidLoad()
 {
     SettingsStore &settings = m_session.settings;
+    if (m_session.reminders)
+        new ForegroundPresentation(m_session.reminders->center(), this);
 
     if (m_session.appearance != Appearance::Dark)
         m_session.themes.useLightColors();
@@ -308,6 +336,8 @@ void ViewController::showFavorite(qint64 index)
 void ViewController::checkNotificationPermission()
 {
     emit notificationPermissionCheckRequested();
+    if (m_session.reminders)
+        m_session.reminders->checkNotificationPermission();
 }
 
 void ViewController::requestRating()

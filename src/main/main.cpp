@@ -1,9 +1,11 @@
 #include "AppDelegate.h"
+#include "LinuxNotificationCenter.h"
 #include "cli/CommandLine.h"
 #include "core/Clock.h"
 #include "settings/QSettingsStore.h"
 
 #include <QCoreApplication>
+#include <QFileInfo>
 #include <QGuiApplication>
 #include <QLocale>
 #include <QtQml/qqmlextensionplugin.h>
@@ -29,11 +31,34 @@ int runCommand()
     return runCommandLine(QCoreApplication::arguments(), context);
 }
 
+// `tavlo deliver-reminder IDENTIFIER`: what a reminder's systemd timer runs.
+int deliverReminder()
+{
+    const QStringList arguments = QCoreApplication::arguments();
+    if (arguments.size() != 3 || arguments.at(2).isEmpty() || arguments.at(2).startsWith(u'-')) {
+        QTextStream(stderr) << "tavlo deliver-reminder: expected one IDENTIFIER, as a reminder's "
+                               "timer gives it\n";
+        return ExitStatus::usage;
+    }
+    ReminderStore store;
+    SystemClock clock;
+    const QString icon =
+        LinuxNotificationCenter::installIcon(QFileInfo(store.filePath()).absolutePath());
+    return LinuxNotificationCenter::deliverFromTimer(arguments.at(2), store, clock,
+                                                     QDBusConnection::sessionBus(), icon);
+}
+
 } // namespace
 
-// `tavlo` alone opens the app; `tavlo COMMAND ...` is the command line.
+// `tavlo` alone opens the app; `tavlo COMMAND ...` is the command line, and
+// `tavlo deliver-reminder IDENTIFIER` is what a reminder's timer runs.
 int main(int argc, char *argv[])
 {
+    if (argc > 1 && std::strcmp(argv[1], "deliver-reminder") == 0) {
+        QCoreApplication app(argc, argv);
+        describeApplication();
+        return deliverReminder();
+    }
     const bool screenshot = argc == 3 && std::strcmp(argv[1], "--screenshot") == 0;
     if (argc > 1 && !screenshot) {
         QCoreApplication app(argc, argv);

@@ -7,6 +7,8 @@ Item {
 
     required property ScreenTheme theme
     property alias title: titleLabel.text
+    // Room kept free on both sides for the buttons, so the title stays centred.
+    property real sideInset: 0
 
     height: 40
 
@@ -22,9 +24,13 @@ Item {
         id: titleLabel
 
         objectName: "titleLabel"
+        x: bar.sideInset
         y: -18
-        width: parent.width
+        width: parent.width - 2 * bar.sideInset
         height: 58
+        fontSizeMode: Text.HorizontalFit
+        minimumPixelSize: 14
+        elide: Text.ElideRight
         color: bar.theme.labelColor
         font.pixelSize: 22
         horizontalAlignment: Text.AlignHCenter

@@ -90,6 +90,36 @@ class TestFavoritesStore : public QObject
     QTemporaryDir m_dir;
 
 private slots:
+    void replaceAllWritesOnlyWhatChanges_data()
+    {
+        QTest::addColumn<QVariant>("stored");
+        QTest::addColumn<QList<Favorite>>("replacement");
+        QTest::addColumn<int>("writes");
+        const QVariantList two{QVariantList{"Ann", "1 1 2000"}, QVariantList{"Bob", "2 2 2002"}};
+        QTest::newRow("same order again")
+            << QVariant(two) << QList<Favorite>{{"Ann", "1 1 2000"}, {"Bob", "2 2 2002"}} << 0;
+        QTest::newRow("new order")
+            << QVariant(two) << QList<Favorite>{{"Bob", "2 2 2002"}, {"Ann", "1 1 2000"}} << 1;
+        QTest::newRow("empty list, nothing stored yet") << QVariant() << QList<Favorite>{} << 1;
+        QTest::newRow("empty list already stored")
+            << QVariant(QVariantList{}) << QList<Favorite>{} << 0;
+    }
+    void replaceAllWritesOnlyWhatChanges()
+    {
+        QFETCH(QVariant, stored);
+        QFETCH(QList<Favorite>, replacement);
+        QFETCH(int, writes);
+        MemorySettingsStore settings;
+        if (stored.isValid())
+            settings.setRaw(SettingsKeys::favorites.name, stored);
+        FavoritesStore store(settings);
+        store.load();
+        store.replaceAll(replacement);
+        QCOMPARE(settings.writeCount(), writes);
+        QCOMPARE(settings.value(SettingsKeys::favorites).has_value(), true);
+        QCOMPARE(store.all(), replacement);
+    }
+
     void missingOrMistypedListLoadsEmpty_data()
     {
         QTest::addColumn<QVariant>("stored");

@@ -1,0 +1,148 @@
+// With 10,000 favorites in a real settings file: the time from pressing the
+// favorites button to the first frame with rows drawn (offscreen, software
+// renderer), and each sort order on its own. Prints the median of RUNS runs.
+//   build/bench/favorites_open [RUNS]
+
+#include "core/Clock.h"
+#include "core/DebugLog.h"
+#include "favorites/FavViewController.h"
+#include "favorites/FavoritesSorting.h"
+#include "main/Session.h"
+#include "settings/QSettingsStore.h"
+
+#include <QElapsedTimer>
+#include <QGuiApplication>
+#include <QQmlComponent>
+#include <QQmlEngine>
+#include <QQuickItem>
+#include <QQuickWindow>
+#include <QRandomGenerator>
+#include <QTemporaryDir>
+#include <QtQml/qqmlextensionplugin.h>
+#include <algorithm>
+#include <cstdio>
+
+Q_IMPORT_QML_PLUGIN(TavloPlugin)
+
+namespace {
+
+constexpr int favoriteCount = 10000;
+
+QList<QStringList> manyFavorites()
+{
+    QRandomGenerator rng(20261122);
+    QList<QStringList> rows;
+    for (int i = 0; i < favoriteCount; ++i) {
+        const QDate birth = QDate(1930, 1, 1).addDays(rng.bounded(34000));
+        rows.append({QStringLiteral("Person %1").arg(rng.bounded(100000)),
+                     QStringLiteral("%1 %2 %3").arg(birth.day()).arg(birth.month()).arg(
+                         birth.year())});
+    }
+    return rows;
+}
+
+double median(QList<double> values)
+{
+    std::sort(values.begin(), values.end());
+    return values.at(values.size() / 2);
+}
+
+// From the press to the first frame: controller made and loaded (the list
+// read, sorted and written back), screen built, first frame rendered.
+double openOnce(const QString &settingsFile, qint64 sort)
+{
+    QSettingsStore settings(settingsFile);
+    settings.set(SettingsKeys::sort, sort);
+    SystemClock clock;
+    Session session(settings, clock, {QStringLiteral("en-US")}, Appearance::Dark);
+    session.favorites.load();
+    QQmlEngine engine;
+    engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
+    QQuickWindow window;
+    window.resize(390, 844);
+    window.show();
+    QCoreApplication::processEvents();
+
+    QElapsedTimer timer;
+    timer.start();
+    auto *controller = new FavViewController(session, &window);
+    controller->viewDidLoad();
+    QQmlComponent component(&engine,
+                            QUrl(QStringLiteral("qrc:/qt/qml/Tavlo/favorites/FavoritesScreen.qml")));
+    auto *screen = qobject_cast<QQuickItem *>(component.createWithInitialProperties(
+        {{QStringLiteral("controller"), QVariant::fromValue(controller)}}));
+    screen->setParentItem(window.contentItem());
+    screen->setSize(window.size());
+    bool drawn = false;
+    QObject::connect(&window, &QQuickWindow::frameSwapped, &window, [&] { drawn = true; });
+    while (!drawn)
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 5);
+    const double ms = timer.nsecsElapsed() / 1e6;
+    delete screen;
+    return ms;
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QGuiApplication app(argc, argv);
+    const int runs = argc > 1 ? std::max(1, atoi(argv[1])) : 7;
+    DebugLog::setSink([](const QString &) {});
+
+    QTemporaryDir dir;
+    const QString file = dir.filePath(QStringLiteral("tavlo.conf"));
+    {
+        QSettingsStore settings(file);
+        settings.set(SettingsKeys::favorites, manyFavorites());
+    }
+
+    QList<Favorite> favorites;
+    for (const QStringList &row : manyFavorites())
+        favorites.append({row.at(0), row.at(1)});
+    const std::pair<const char *, FavoritesSorting::Order> orders[] = {
+        {"by name", FavoritesSorting::Order::ByName},
+        {"by age", FavoritesSorting::Order::ByAge},
+        {"by birthday", FavoritesSorting::Order::ByBirthday}};
+    for (const auto &[name, order] : orders) {
+        QList<double> times;
+        for (int i = 0; i < runs; ++i) {
+            QElapsedTimer timer;
+            timer.start();
+            const QList<Favorite> sorted = FavoritesSorting::sorted(favorites, order);
+            times.append(timer.nsecsElapsed() / 1e6);
+            Q_UNUSED(sorted);
+        }
+        std::printf("sort %-12s median %6.2f ms over %d runs\n", name, median(times), runs);
+    }
+    {
+        // A choice in the sort menu: sorted, written back whole, rows reset.
+        QSettingsStore settings(file);
+        SystemClock clock;
+        Session session(settings, clock, {QStringLiteral("en-US")}, Appearance::Dark);
+        session.favorites.load();
+        FavViewController controller(session);
+        controller.viewDidLoad();
+        for (const int order : {0, 1, 2}) {
+            QList<double> times;
+            for (int i = 0; i < runs; ++i) {
+                controller.chooseSort((order + 1) % 3);
+                QElapsedTimer timer;
+                timer.start();
+                controller.chooseSort(order);
+                times.append(timer.nsecsElapsed() / 1e6);
+            }
+            std::printf("menu choice %d: sorted and written back, median %6.1f ms over %d runs\n",
+                        order, median(times), runs);
+        }
+    }
+    for (const qint64 sort : {0, 1, 2}) {
+        QList<double> times;
+        for (int i = 0; i < runs; ++i)
+            times.append(openOnce(file, sort));
+        std::printf("open, sort %lld: first rows drawn after median %6.1f ms over %d runs\n",
+                    static_cast<long long>(sort), median(times), runs);
+    }
+    return 0;
+}

@@ -1,0 +1,133 @@
+#include "FavoritesCommand.h"
+
+#include "JsonLine.h"
+#include "core/Clock.h"
+#include "favorites/FavoriteCard.h"
+#include "favorites/FavoritesStore.h"
+
+#include <QRegularExpression>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+const char *const help = R"(Usage: tavlo favorites list [--json]
+       tavlo favorites add NAME YYYY-MM-DD
+       tavlo favorites remove INDEX
+
+The saved birthdays, as the app keeps them.
+
+  list     One line per favorite in stored order, fields separated by tabs:
+           index, name as stored, birthday text ("12 3 1985"), age in whole
+           years, sign key, and a star when the birthday is still to come
+           this year. --json prints one object per line with the keys index,
+           name, birthday, age, signKey, star (true or false).
+  add      Adds a favorite at the end of the list, as the app's add dialog
+           does: a name of only blanks is stored as "Unknown".
+  remove   Removes the favorite at INDEX (counted from 0, as list shows).
+
+Exit status: 0 on success, 2 for wrong arguments or an index outside the
+list (one line on standard error says which; nothing is changed).
+)";
+
+} // namespace
+
+int FavoritesCommand::fail(const QString &message)
+{
+    m_context.err << "tavlo favorites: " << message << '\n';
+    m_context.err.flush();
+    return ExitStatus::usage;
+}
+
+int FavoritesCommand::run(const QStringList &arguments)
+{
+    const QString action = arguments.value(1);
+    if (action == u"--help" || action == u"-h" || action == u"help") {
+        m_context.out << help;
+        m_context.out.flush();
+        return ExitStatus::ok;
+    }
+    const QStringList rest = arguments.mid(2);
+    if (action == u"list")
+        return list(rest);
+    if (action == u"add")
+        return add(rest);
+    if (action == u"remove")
+        return remove(rest);
+    if (action.isEmpty())
+        return fail(u"say list, add or remove (try tavlo favorites --help)"_s);
+    return fail(u"unknown action \"%1\" (try tavlo favorites --help)"_s.arg(action));
+}
+
+int FavoritesCommand::list(const QStringList &arguments)
+{
+    const bool json = arguments == QStringList{u"--json"_s};
+    if (!json && !arguments.isEmpty())
+        return fail(u"list takes only --json, not \"%1\""_s.arg(arguments.join(u' ')));
+
+    FavoritesStore favorites(m_context.settings);
+    favorites.load();
+    const QDateTime now = m_context.clock.now();
+    for (qsizetype i = 0; i < favorites.count(); ++i) {
+        const Favorite favorite = favorites.at(i);
+        const FavoriteCard card =
+            FavoriteCards::card(favorite, i, now, Language::English, QLocale::c(), false, false);
+        const bool star =
+            FavoriteCards::birthdayStillToCome(favorite.birthday, now.date()).value_or(false);
+        if (json) {
+            m_context.out << JsonLine()
+                                 .add(u"index"_s, qint64(i))
+                                 .add(u"name"_s, favorite.name)
+                                 .add(u"birthday"_s, favorite.birthday)
+                                 .add(u"age"_s, card.age)
+                                 .add(u"signKey"_s, card.signKey)
+                                 .addBoolean(u"star"_s, star)
+                                 .text()
+                          << '\n';
+        } else {
+            m_context.out << i << '\t' << favorite.name << '\t' << favorite.birthday << '\t'
+                          << card.age << '\t' << card.signKey << '\t' << (star ? u"★"_s : QString())
+                          << '\n';
+        }
+    }
+    m_context.out.flush();
+    return ExitStatus::ok;
+}
+
+int FavoritesCommand::add(const QStringList &arguments)
+{
+    if (arguments.size() != 2)
+        return fail(u"add takes a NAME and a date YYYY-MM-DD"_s);
+    static const QRegularExpression shape(u"^(\\d{4})-(\\d{2})-(\\d{2})$"_s);
+    const QRegularExpressionMatch match = shape.match(arguments.at(1));
+    const QDate date =
+        match.hasMatch()
+            ? QDate(match.captured(1).toInt(), match.captured(2).toInt(), match.captured(3).toInt())
+            : QDate();
+    if (!date.isValid())
+        return fail(u"\"%1\" is not a date YYYY-MM-DD"_s.arg(arguments.at(1)));
+
+    FavoritesStore favorites(m_context.settings);
+    favorites.load();
+    favorites.append(arguments.at(0), date.day(), date.month(), date.year());
+    return ExitStatus::ok;
+}
+
+int FavoritesCommand::remove(const QStringList &arguments)
+{
+    if (arguments.size() != 1)
+        return fail(u"remove takes one INDEX"_s);
+    bool ok = false;
+    const qint64 index = arguments.at(0).toLongLong(&ok);
+    if (!ok || arguments.at(0).trimmed() != arguments.at(0))
+        return fail(u"\"%1\" is not an index"_s.arg(arguments.at(0)));
+
+    FavoritesStore favorites(m_context.settings);
+    favorites.load();
+    if (index < 0 || index >= favorites.count()) {
+        return fail(
+            u"there is no favorite %1 (the list has %2)"_s.arg(index).arg(favorites.count()));
+    }
+    favorites.remove(index);
+    return ExitStatus::ok;
+}

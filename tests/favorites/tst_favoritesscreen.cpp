@@ -1,0 +1,361 @@
+#include "LocalTime.h"
+#include "TimeZoneScope.h"
+#include "core/DebugLog.h"
+#include "favorites/FavViewController.h"
+#include "main/Session.h"
+#include "settings/MemorySettingsStore.h"
+
+#include <QProcess>
+#include <QQmlComponent>
+#include <QQmlEngine>
+#include <QQuickItem>
+#include <QQuickWindow>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QtQml/qqmlextensionplugin.h>
+#include <memory>
+
+Q_IMPORT_QML_PLUGIN(TavloPlugin)
+
+using namespace SettingsKeys;
+
+namespace {
+
+using Rows = QList<QStringList>;
+
+const QDateTime now = at(2026, 11, 22, 12);
+
+Rows people()
+{
+    return {{"bob", "12 3 1985"}, {"Anna", "22 11 1990"}, {"Zoe", "1 1 2000"}};
+}
+
+QStringList names(const Rows &rows)
+{
+    QStringList result;
+    for (const QStringList &row : rows)
+        result.append(row.value(0));
+    return result;
+}
+
+} // namespace
+
+// The favorites screen as a user meets it, offscreen, through its items.
+class TestFavoritesScreen : public QObject
+{
+    Q_OBJECT
+
+    TimeZoneScope m_zone{"Europe/Berlin"};
+    std::unique_ptr<MemorySettingsStore> m_settings;
+    std::unique_ptr<FixedClock> m_clock;
+    std::unique_ptr<Session> m_session;
+    std::unique_ptr<QQmlEngine> m_engine;
+    std::unique_ptr<QQuickWindow> m_window;
+    FavViewController *m_controller = nullptr;
+    QQuickItem *m_screen = nullptr;
+
+    void start(const QStringList &preferred = {"en-US"}, bool settle = true)
+    {
+        m_session = std::make_unique<Session>(*m_settings, *m_clock, preferred, Appearance::Dark);
+        m_session->formatLocale = QLocale(QStringLiteral("en_US"));
+        m_session->decideLanguage();
+        m_session->favorites.load();
+        m_controller = new FavViewController(*m_session, m_window.get());
+        m_controller->viewDidLoad();
+        QQmlComponent component(
+            m_engine.get(),
+            QUrl(QStringLiteral("qrc:/qt/qml/Tavlo/favorites/FavoritesScreen.qml")));
+        QObject *screen = component.createWithInitialProperties(
+            {{QStringLiteral("controller"), QVariant::fromValue(m_controller)}});
+        QVERIFY2(screen, qPrintable(component.errorString()));
+        m_screen = qobject_cast<QQuickItem *>(screen);
+        m_screen->setParent(m_window.get());
+        m_screen->setParentItem(m_window->contentItem());
+        m_screen->setSize(m_window->size());
+        m_window->show();
+        QVERIFY(QTest::qWaitForWindowExposed(m_window.get()));
+        QTRY_VERIFY(find("tableView")->property("count").toInt() == m_session->favorites.count());
+        if (settle)
+            waitForRowsInPlace();
+    }
+
+    // The rows fly in when the screen appears; a tap lands where they settle.
+    void waitForRowsInPlace()
+    {
+        const int rows = std::min<int>(int(m_session->favorites.count()), 10);
+        for (int row = 0; row < rows; ++row)
+            QTRY_COMPARE_WITH_TIMEOUT(cell(row) ? cell(row)->y() : -1.0, row * 66.0, 4000);
+    }
+
+    template <typename T = QQuickItem>
+    T *find(const QString &name) const
+    {
+        return m_screen->findChild<T *>(name);
+    }
+
+    QString text(QQuickItem *cell, const char *label) const
+    {
+        return cell->findChild<QQuickItem *>(QLatin1String(label))->property("text").toString();
+    }
+
+    QPoint centreOf(QQuickItem *item) const
+    {
+        return item->mapToScene(QPointF(item->width() / 2, item->height() / 2)).toPoint();
+    }
+
+    // Cards belong to the list's content, not to the screen's object tree.
+    QQuickItem *cell(int row) const
+    {
+        auto *content = find("tableView")->property("contentItem").value<QQuickItem *>();
+        const QString name = u"cell"_qs + QString::number(row);
+        for (QQuickItem *item : content->childItems()) {
+            if (item->objectName() == name)
+                return item;
+        }
+        return nullptr;
+    }
+
+    Rows stored() const { return m_settings->value(favorites).value_or(Rows{}); }
+
+private slots:
+    void init()
+    {
+        m_settings = std::make_unique<MemorySettingsStore>();
+        m_settings->set(firstStartDone, true);
+        m_clock = std::make_unique<FixedClock>(now);
+        m_engine = std::make_unique<QQmlEngine>();
+        m_engine->addImportPath(QStringLiteral("qrc:/qt/qml"));
+        m_window = std::make_unique<QQuickWindow>();
+        m_window->resize(390, 844);
+    }
+
+    void cleanup()
+    {
+        delete m_screen;
+        m_screen = nullptr;
+        m_window.reset();
+        m_engine.reset();
+        m_session.reset();
+    }
+
+    void emptyListCountsNoEntries()
+    {
+        start();
+        QCOMPARE(find("tableView")->property("count").toInt(), 0);
+        QTRY_VERIFY(find("footerCount")->isVisible());
+        QCOMPARE(find("footerCount")->property("text").toString(), "Entries: 0");
+        QCOMPARE(find("titleLabel")->property("text").toString(), "Favorites");
+    }
+
+    void cardsShowTheirFavorites()
+    {
+        m_settings->set(favorites, Rows{{"  Ann  ", "22 11 1985"}, {"   ", "21 11 1990"}});
+        m_settings->set(star, true);
+        m_settings->set(weekday, true);
+        m_settings->set(sort, 0);
+        start();
+        // Plain code-point order: blanks come before letters.
+        QQuickItem *ann = cell(1);
+        QCOMPARE(ann->height(), 66.0);
+        QCOMPARE(text(ann, "labelName"), "  Ann");
+        QCOMPARE(text(ann, "labelBD"), "Friday, November 22, 1985");
+        QCOMPARE(text(ann, "labelAge"), "41");
+        QCOMPARE(text(ann, "labelStar"), "★");
+        QQuickItem *blank = cell(0);
+        QCOMPARE(blank->height(), 66.0);
+        QCOMPARE(text(blank, "labelName"), "Unknown");
+        QCOMPARE(text(blank, "labelAge"), "36");
+        QCOMPARE(text(blank, "labelStar"), QString());
+        QTRY_COMPARE(find("footerCount")->property("text").toString(), "Entries: 2");
+    }
+
+    void russianTextsWithTheDevicesMonthNames()
+    {
+        m_settings->set(favorites, Rows{{"Анна", "12 3 1985"}});
+        start({"ru"});
+        QCOMPARE(find("titleLabel")->property("text").toString(), "Избранные");
+        QCOMPARE(find("btnSort")->property("text").toString(), "Сортировать");
+        QCOMPARE(text(cell(0), "labelBD"), "12. March 1985");
+        QTRY_COMPARE(find("footerCount")->property("text").toString(), "Записи: 1");
+    }
+
+    void sortMenu_data()
+    {
+        QTest::addColumn<int>("choice");
+        QTest::addColumn<QStringList>("order");
+        QTest::newRow("by name") << 0 << QStringList{"Anna", "Zoe", "bob"};
+        QTest::newRow("by age") << 1 << QStringList{"Zoe", "Anna", "bob"};
+        QTest::newRow("by birthday") << 2 << QStringList{"Zoe", "bob", "Anna"};
+    }
+    void sortMenu()
+    {
+        QFETCH(int, choice);
+        QFETCH(QStringList, order);
+        m_settings->set(favorites, people());
+        m_settings->set(sort, choice == 0 ? 1 : 0);
+        start();
+        QTest::mouseClick(m_window.get(), Qt::LeftButton, {}, centreOf(find("btnSort")));
+        auto *menu = find<QObject>("sortMenu");
+        QTRY_VERIFY(menu->property("opened").toBool());
+        QCOMPARE(menu->property("closePolicy").toInt(), 0);
+        QQuickItem *button = find(u"sortChoice"_qs + QString::number(choice));
+        QVERIFY(button);
+        QTest::mouseClick(m_window.get(), Qt::LeftButton, {}, centreOf(button));
+        QTRY_VERIFY(!menu->property("visible").toBool());
+        QCOMPARE(m_settings->value(sort), choice);
+        QCOMPARE(names(stored()), order);
+        QTRY_COMPARE(text(cell(0), "labelName"), order.at(0));
+        waitForRowsInPlace();
+        QCOMPARE(text(cell(2), "labelName"), order.at(2));
+    }
+
+    void tappingAFavoriteHandsItToTheMainScreen()
+    {
+        m_settings->set(favorites, people());
+        start();
+        QSignalSpy requested(m_controller, &FavViewController::screenRequested);
+        QTest::mouseClick(m_window.get(), Qt::LeftButton, {}, centreOf(cell(1)));
+        QTRY_COMPARE(requested.count(), 1);
+        QCOMPARE(requested.at(0).at(0).toString(), "Main");
+        QCOMPARE(m_settings->value(handOverPending), true);
+        QCOMPARE(m_settings->value(handOverMovePicker), true);
+        QCOMPARE(m_settings->value(handOverIndex), 1);
+        QCOMPARE(m_settings->value(handOverName), stored().at(1).at(0));
+        QCOMPARE(m_settings->value(handOverBirthday), stored().at(1).at(1));
+        QVERIFY(find("dimOverlay")->isVisible());
+    }
+
+    void longPressEditsAndKeepsTheRow()
+    {
+        m_settings->set(favorites, Rows{{"Anna", "05 07 1985"}, {"Bob", "1 1 2000"}});
+        m_settings->set(sort, 0);
+        start();
+        QTest::mousePress(m_window.get(), Qt::LeftButton, {}, centreOf(cell(0)));
+        auto *dialog = find<QObject>("editDialog");
+        QTRY_VERIFY(dialog->property("opened").toBool());
+        QTest::mouseRelease(m_window.get(), Qt::LeftButton, {}, centreOf(cell(0)));
+        QQuickItem *name = find(u"editNameField"_qs);
+        QCOMPARE(name->property("text").toString(), "Anna");
+        auto wheel = [&](const char *n) { return find(QLatin1String(n)); };
+        QCOMPARE(wheel("editDayWheel")->property("currentIndex").toInt(), 4);
+        QCOMPARE(wheel("editMonthWheel")->property("currentIndex").toInt(), 6);
+        QCOMPARE(wheel("editYearWheel")->property("currentIndex").toInt(), 1985 - 1800);
+
+        name->setProperty("text", QString());
+        wheel("editYearWheel")->setProperty("currentIndex", 2001 - 1800);
+        QTest::mouseClick(m_window.get(), Qt::LeftButton, {}, centreOf(wheel("editOkButton")));
+        QTRY_VERIFY(!dialog->property("visible").toBool());
+        QCOMPARE(stored(), (Rows{{"", "5 7 2001"}, {"Bob", "1 1 2000"}}));
+        QTRY_COMPARE(text(cell(0), "labelName"), "Unknown");
+    }
+
+    void longPressBelowTheRowsDoesNothing()
+    {
+        m_settings->set(favorites, people());
+        start();
+        const Rows before = stored();
+        const QPoint below(195, 700);
+        QTest::mousePress(m_window.get(), Qt::LeftButton, {}, below);
+        QTest::qWait(1200);
+        QTest::mouseRelease(m_window.get(), Qt::LeftButton, {}, below);
+        QVERIFY(!find<QObject>("editDialog")->property("visible").toBool());
+        QCOMPARE(stored(), before);
+    }
+
+    void swipingDeletesTheLastFavorite()
+    {
+        m_settings->set(favorites, Rows{{"Anna", "12 3 1985"}});
+        start();
+        const QPoint from = centreOf(cell(0)) + QPoint(150, 0);
+        QTest::mousePress(m_window.get(), Qt::LeftButton, {}, from);
+        for (int step = 1; step <= 20; ++step)
+            QTest::mouseMove(m_window.get(), from - QPoint(step * 20, 0), 10);
+        QTest::mouseRelease(m_window.get(), Qt::LeftButton, {}, from - QPoint(400, 0), 10);
+        QTRY_COMPARE(find("tableView")->property("count").toInt(), 0);
+        QCOMPARE(m_settings->value(favorites), Rows{});
+        QTRY_COMPARE(find("footerCount")->property("text").toString(), "Entries: 0");
+    }
+
+    void orderedByBirthdayScrollsToTheNextOne_data()
+    {
+        QTest::addColumn<QDate>("today");
+        QTest::addColumn<int>("target");
+        QTest::newRow("late November: 1 December") << QDate(2026, 11, 22) << 22;
+        QTest::newRow("all past: no scroll") << QDate(2026, 12, 31) << -1;
+    }
+    void orderedByBirthdayScrollsToTheNextOne()
+    {
+        QFETCH(QDate, today);
+        QFETCH(int, target);
+        Rows many;
+        for (int i = 0; i < 24; ++i)
+            many.append({u"P"_qs + QString::number(i),
+                         QStringLiteral("%1 %2 1990").arg(1 + i % 2).arg(1 + i / 2)});
+        m_settings->set(favorites, many);
+        m_settings->set(sort, 2);
+        m_clock->set(QDateTime(today, QTime(12, 0)));
+        start({"en-US"}, false);
+        QCOMPARE(m_controller->scrollTarget(), target);
+        QQuickItem *list = find("tableView");
+        if (target < 0) {
+            QTest::qWait(1300);
+            QCOMPARE(list->property("contentY").toReal(), 0.0);
+            return;
+        }
+        QTRY_VERIFY_WITH_TIMEOUT(list->property("contentY").toReal() > 0, 3000);
+        QTest::qWait(500);
+        int top = -1;
+        QMetaObject::invokeMethod(list, "indexAt", Q_RETURN_ARG(int, top), Q_ARG(qreal, 10),
+                                  Q_ARG(qreal, list->property("contentY").toReal() + 10));
+        // The row goes to the top, unless the list ends before that.
+        QVERIFY2(top == target || list->property("atYEnd").toBool(),
+                 qPrintable(QString::number(top)));
+    }
+
+    void unreadableBirthdayStopsTheProgram()
+    {
+        QProcess child;
+        QTemporaryDir runtime;
+        QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+        env.insert(u"XDG_RUNTIME_DIR"_qs, runtime.path());
+        child.setProcessEnvironment(env);
+        child.start(QCoreApplication::applicationFilePath(), {u"--unreadable"_qs});
+        QVERIFY(child.waitForFinished(30000));
+        QCOMPARE(child.exitStatus(), QProcess::CrashExit);
+        const QByteArray err = child.readAllStandardError();
+        QCOMPARE(err.count('\n'), 1);
+        QVERIFY2(err.contains("ERROR: Date conversion failed due to mismatched format.") &&
+                     err.contains("favorite 1"),
+                 err.constData());
+    }
+};
+
+// A child run with "--unreadable" shows a list whose second birthday is not a date.
+static int showUnreadable()
+{
+    MemorySettingsStore settings;
+    settings.set(favorites, Rows{{"Anna", "12 3 1985"}, {"Bob", "soon"}});
+    FixedClock clock(now);
+    Session session(settings, clock, {QStringLiteral("en-US")}, Appearance::Dark);
+    session.favorites.load();
+    FavViewController controller(session);
+    controller.viewDidLoad();
+    FavoritesModel *model = controller.model();
+    for (int row = 0; row < model->rowCount(); ++row)
+        model->data(model->index(row), FavoritesModel::NameRole);
+    return 0;
+}
+
+int main(int argc, char *argv[])
+{
+    QGuiApplication app(argc, argv);
+    if (argc == 2 && qstrcmp(argv[1], "--unreadable") == 0) {
+        DebugLog::setSink([](const QString &) {});
+        return showUnreadable();
+    }
+    TestFavoritesScreen test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_favoritesscreen.moc"
