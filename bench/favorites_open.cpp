@@ -34,9 +34,9 @@ QList<QStringList> manyFavorites()
     QList<QStringList> rows;
     for (int i = 0; i < favoriteCount; ++i) {
         const QDate birth = QDate(1930, 1, 1).addDays(rng.bounded(34000));
-        rows.append({QStringLiteral("Person %1").arg(rng.bounded(100000)),
-                     QStringLiteral("%1 %2 %3").arg(birth.day()).arg(birth.month()).arg(
-                         birth.year())});
+        rows.append(
+            {QStringLiteral("Person %1").arg(rng.bounded(100000)),
+             QStringLiteral("%1 %2 %3").arg(birth.day()).arg(birth.month()).arg(birth.year())});
     }
     return rows;
 }
@@ -67,8 +67,8 @@ double openOnce(const QString &settingsFile, qint64 sort)
     timer.start();
     auto *controller = new FavViewController(session, &window);
     controller->viewDidLoad();
-    QQmlComponent component(&engine,
-                            QUrl(QStringLiteral("qrc:/qt/qml/Tavlo/favorites/FavoritesScreen.qml")));
+    QQmlComponent component(
+        &engine, QUrl(QStringLiteral("qrc:/qt/qml/Tavlo/favorites/FavoritesScreen.qml")));
     auto *screen = qobject_cast<QQuickItem *>(component.createWithInitialProperties(
         {{QStringLiteral("controller"), QVariant::fromValue(controller)}}));
     screen->setParentItem(window.contentItem());
