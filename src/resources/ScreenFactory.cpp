@@ -1,8 +1,5 @@
 #include "ScreenFactory.h"
 
-#include "favorites/FavViewController.h"
-#include "main/ViewController.h"
-
 namespace {
 Session *currentSession = nullptr;
 }
@@ -26,4 +23,9 @@ ViewController *ScreenFactory::makeMainController(QObject *owner) const
 FavViewController *ScreenFactory::makeFavController(QObject *owner) const
 {
     return new FavViewController(m_session, owner);
+}
+
+SetViewController *ScreenFactory::makeSetController(QObject *owner) const
+{
+    return new SetViewController(m_session, owner);
 }

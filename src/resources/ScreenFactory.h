@@ -6,8 +6,10 @@
 class QJSEngine;
 class QQmlEngine;
 class Session;
-class FavViewController;
-class ViewController;
+// Whole types: the meta-object code of the factory's methods needs them.
+#include "favorites/FavViewController.h"
+#include "main/ViewController.h"
+#include "settingsScreen/SetViewController.h"
 
 // Makes the controllers of the screens the screen host presents, each
 // wired to the run's shared session.
@@ -26,6 +28,7 @@ public:
     // together with the screen.
     Q_INVOKABLE ViewController *makeMainController(QObject *owner) const;
     Q_INVOKABLE FavViewController *makeFavController(QObject *owner) const;
+    Q_INVOKABLE SetViewController *makeSetController(QObject *owner) const;
 
 private:
     explicit ScreenFactory(Session &session) : m_session(session) {}

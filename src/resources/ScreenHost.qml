@@ -57,7 +57,9 @@ Item {
             controller.viewDidLoad()
             screen = favoritesScreen.createObject(layer, { controller: controller })
         } else {
-            screen = placeholderScreen.createObject(layer, { identifier: identifier })
+            const controller = ScreenFactory.makeSetController(layer)
+            controller.viewDidLoad()
+            screen = settingsScreen.createObject(layer, { controller: controller })
         }
         screen.screenRequested.connect(request)
         layer.screen = screen
@@ -105,9 +107,9 @@ Item {
     }
 
     Component {
-        id: placeholderScreen
+        id: settingsScreen
 
-        PlaceholderScreen {
+        SettingsScreen {
             anchors.fill: parent
         }
     }

@@ -32,6 +32,8 @@ public:
     // Shows a theme. Once a plain-colour theme has removed the blur, it
     // stays away for as long as the screen lives.
     void apply(const ThemeLook &look);
+    // Back to a freshly built screen, blur and all.
+    void reset() { m_blurVisible = true; }
 
     static QColor toColor(Rgb rgb);
     static QUrl imageUrl(const QString &name);

@@ -11,13 +11,13 @@ AbstractButton {
     property int iconSize: 26
 
     opacity: enabled ? 1 : 0.35
-    scale: pressed ? 0.9 : 1
     Accessible.role: Accessible.Button
+    onClicked: feedback.restart()
 
-    Behavior on scale {
-        NumberAnimation {
-            duration: 200
-        }
+    PressFeedback {
+        id: feedback
+
+        target: button
     }
 
     contentItem: Item {

@@ -44,7 +44,7 @@ private slots:
         QTest::addColumn<QByteArray>("button");
         QTest::addColumn<QString>("view");
         QTest::newRow("favorites") << QByteArray("btnFav") << "favView";
-        QTest::newRow("settings") << QByteArray("btnSet") << "placeholderSet";
+        QTest::newRow("settings") << QByteArray("btnSet") << "setView";
     }
     void presentsScreensAndComesBackToANewMain()
     {

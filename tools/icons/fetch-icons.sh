@@ -12,9 +12,9 @@ VERSION=0.47.5
 # Pinned so a rerun cannot quietly pull in redrawn icons.
 SHA256=d16515725fc3b054c22566168f30d4d4d00222887a34644c68416d2e75853785
 # Outlined style, weight 300; the "-fill" variant only where a filled
-# shape is wanted (the favourite star when set).
+# shape is wanted (the favourite star when set, the colour cubes).
 STYLE=outlined
-ICONS="restart_alt add star star-fill settings chevron_left delete sort info close"
+ICONS="restart_alt add star star-fill settings chevron_left delete sort info close deployed_code-fill"
 
 here=$(cd "$(dirname "$0")" && pwd)
 root=$(cd "$here/../.." && pwd)

@@ -1,13 +1,14 @@
 #!/usr/bin/env bash
-# Pictures of the favorites screen with a dozen favorites, in chosen themes,
-# appearances and languages: the app runs on a virtual display, a tap on the
-# favorites button opens the list, and the screen is captured.
-#   tools/favorites-screenshots.sh OUTPUT_DIR [THEMES] [LANGUAGES]
+# Pictures of the favorites or settings screen with a dozen favorites saved,
+# in chosen themes, appearances and languages: the app runs on a virtual
+# display, taps open the screen as a user would, and the window is captured.
+#   tools/screen-screenshots.sh OUTPUT_DIR [THEMES] [LANGUAGES] [fav|set|info]
 set -euo pipefail
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 out=${1:?output folder}
 themes=${2:-0 6 9}
 languages=${3:-en ru}
+screen=${4:-fav}
 mkdir -p "$out"
 export XDG_RUNTIME_DIR=${XDG_RUNTIME_DIR:-$(mktemp -d)}
 declare -A override=([de]=1 [ru]=2 [en]=3)
@@ -69,9 +70,16 @@ for theme in $themes; do
             app=$!
             window=$(xdotool search --sync --name '^Tavlo$' | head -1)
             sleep 0.5
-            xdotool mousemove --window "$window" 244 824 click 1
+            case $screen in
+                fav) xdotool mousemove --window "$window" 244 824 click 1 ;;
+                set | info) xdotool mousemove --window "$window" 341 824 click 1 ;;
+            esac
             sleep 2.5
-            import -window "$window" "$out/favorites-$theme-$appearance-$language.png"
+            if [[ $screen == info ]]; then
+                xdotool mousemove --window "$window" 357 17 click 1
+                sleep 0.5
+            fi
+            import -window "$window" "$out/$screen-$theme-$appearance-$language.png"
             kill $app
             wait $app 2>/dev/null || true
             rm -rf "$config"

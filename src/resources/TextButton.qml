@@ -1,0 +1,32 @@
+import QtQuick
+import QtQuick.Controls
+
+// A text-only button that gives the press feedback when tapped.
+AbstractButton {
+    id: button
+
+    property color textColor: "white"
+    property int pixelSize: 18
+
+    implicitWidth: Math.max(contentItem ? contentItem.implicitWidth : 0, 44) + 16
+    implicitHeight: 32
+    Accessible.role: Accessible.Button
+    Accessible.name: text
+    onClicked: feedback.restart()
+
+    PressFeedback {
+        id: feedback
+
+        target: button
+    }
+
+    contentItem: Text {
+        text: button.text
+        color: button.textColor
+        font.pixelSize: button.pixelSize
+        horizontalAlignment: Text.AlignHCenter
+        verticalAlignment: Text.AlignVCenter
+        elide: Text.ElideRight
+    }
+    background: Item {}
+}

@@ -1,0 +1,39 @@
+import QtQuick
+import QtQuick.Controls
+
+// An on/off switch whose "on" colour is the theme's accent.
+Switch {
+    id: control
+
+    property color checkedColor: "#34c759"
+    property color offColor: "#78788052"
+
+    implicitWidth: 51
+    implicitHeight: 31
+    padding: 0
+    Accessible.role: Accessible.CheckBox
+
+    indicator: Rectangle {
+        implicitWidth: 51
+        implicitHeight: 31
+        radius: height / 2
+        color: control.checked ? control.checkedColor : control.offColor
+        // A faint outline keeps the track visible on a background of its own colour.
+        border.width: 1
+        border.color: Qt.rgba(0.5, 0.5, 0.5, 0.35)
+
+        Rectangle {
+            x: control.checked ? parent.width - width - 2 : 2
+            y: 2
+            width: 27
+            height: 27
+            radius: height / 2
+            color: "white"
+
+            Behavior on x {
+                NumberAnimation { duration: 150 }
+            }
+        }
+    }
+    contentItem: Item {}
+}

@@ -1,0 +1,39 @@
+import QtQuick
+import QtQuick.Controls
+import QtQuick.Controls.impl
+
+// One colour theme as a cube in its colour; the chosen one is framed and
+// filled, its cube in white or black by the appearance.
+AbstractButton {
+    id: button
+
+    required property int tag
+    required property color themeColor
+    required property bool chosen
+    required property color frameColor
+    required property color chosenSymbolColor
+
+    objectName: "colorButton" + tag
+    implicitHeight: 34
+    Accessible.role: Accessible.RadioButton
+    Accessible.checked: chosen
+    Accessible.name: "App colors " + tag
+
+    contentItem: Item {
+        IconImage {
+            anchors.centerIn: parent
+            width: 22
+            height: 22
+            sourceSize.width: 44
+            sourceSize.height: 44
+            source: "qrc:/qt/qml/Tavlo/resources/icons/deployed_code-fill.svg"
+            color: button.chosen ? button.chosenSymbolColor : button.themeColor
+        }
+    }
+    background: Rectangle {
+        radius: 12
+        color: button.chosen ? button.themeColor : "transparent"
+        border.width: button.chosen ? 1 : 0
+        border.color: button.frameColor
+    }
+}

@@ -1,0 +1,103 @@
+import QtQuick
+import Tavlo
+
+// What Tavlo is and how it is used, over a blurred backdrop; opened by the
+// info button, closed by its own back button, kept as it was between openings.
+Item {
+    id: panel
+
+    required property SetViewController controller
+
+    visible: controller.infoVisible
+
+    // An opaque backdrop: the picture of the theme, drawn small and smoothed
+    // up, under a veil; the settings do not show through.
+    Rectangle {
+        anchors.fill: parent
+        color: panel.controller.theme.dark ? "#1c1c1e" : "#f2f2f7"
+    }
+
+    Image {
+        objectName: "ImgViewInfoBackground"
+        anchors.fill: parent
+        source: panel.controller.theme.backgroundImage
+        sourceSize.width: Math.max(24, Math.round(width / 16))
+        sourceSize.height: Math.max(48, Math.round(height / 16))
+        fillMode: Image.PreserveAspectCrop
+        smooth: true
+    }
+
+    Rectangle {
+        objectName: "blurredEffectView2"
+        anchors.fill: parent
+        color: panel.controller.theme.dark ? Qt.rgba(0, 0, 0, 0.55) : Qt.rgba(1, 1, 1, 0.75)
+    }
+
+    // Touches stay on the panel, not on the settings under it.
+    MouseArea {
+        anchors.fill: parent
+    }
+
+    Flickable {
+        objectName: "scrollViewInfo"
+        anchors.fill: parent
+        anchors.topMargin: 48
+        contentHeight: column.height + 40
+        boundsBehavior: Flickable.StopAtBounds
+        clip: true
+
+        Column {
+            id: column
+
+            x: 24
+            width: parent.width - 48
+            spacing: 18
+
+            Image {
+                objectName: "ImgViewInfo"
+                anchors.horizontalCenter: parent.horizontalCenter
+                width: 96
+                height: 96
+                sourceSize.width: 192
+                sourceSize.height: 192
+                source: "qrc:/qt/qml/Tavlo/resources/images/space0.svg"
+                fillMode: Image.PreserveAspectCrop
+                layer.enabled: false
+
+                Image {
+                    anchors.fill: parent
+                    anchors.margins: 18
+                    sourceSize.width: 120
+                    sourceSize.height: 120
+                    source: "qrc:/qt/qml/Tavlo/resources/images/aquarius.svg"
+                }
+            }
+
+            Text {
+                objectName: "labelInfo"
+                width: parent.width
+                text: panel.controller.infoText
+                color: panel.controller.theme.labelColor
+                font.family: "Inter"
+                font.weight: Font.Light
+                font.pixelSize: 16
+                wrapMode: Text.Wrap
+                lineHeight: 1.15
+                Accessible.role: Accessible.StaticText
+                Accessible.name: text
+            }
+        }
+    }
+
+    SymbolButton {
+        objectName: "btnBackInfo"
+        x: 12
+        y: 2
+        width: 42
+        height: 42
+        iconSource: "qrc:/qt/qml/Tavlo/resources/icons/close.svg"
+        iconColor: panel.controller.theme.labelColor
+        Accessible.name: "Close"
+        onClicked: panel.controller.scrollViewHide()
+    }
+}

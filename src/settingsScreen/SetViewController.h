@@ -1,0 +1,104 @@
+#pragma once
+
+#include "HiddenLanguageSwitch.h"
+#include "ScreenTheme.h"
+
+#include <QColor>
+#include <QList>
+#include <QObject>
+#include <QVariantList>
+#include <QtQml/qqmlregistration.h>
+
+class Session;
+
+// The settings screen: the details, weekday and star switches, the ten
+// colour themes, rating and more apps, the info panel, and the version
+// button with the hidden language switch.
+class SetViewController : public QObject
+{
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("Made by the screen host.")
+
+    Q_PROPERTY(ScreenTheme *theme READ theme CONSTANT)
+    Q_PROPERTY(QString title READ title CONSTANT)
+    Q_PROPERTY(QString backText READ backText CONSTANT)
+    Q_PROPERTY(bool detailsOn READ detailsOn NOTIFY changed)
+    Q_PROPERTY(bool weekdayOn READ weekdayOn NOTIFY changed)
+    Q_PROPERTY(bool starOn READ starOn NOTIFY changed)
+    Q_PROPERTY(QString detailsCaption READ detailsCaption CONSTANT)
+    Q_PROPERTY(QString weekdayCaption READ weekdayCaption CONSTANT)
+    Q_PROPERTY(QString starCaption READ starCaption CONSTANT)
+    Q_PROPERTY(QString appColorsCaption READ appColorsCaption CONSTANT)
+    // The ten colour buttons: their colour, whether chosen, and the frame and
+    // symbol colours of the chosen one.
+    Q_PROPERTY(QVariantList colorButtons READ colorButtons NOTIFY changed)
+    Q_PROPERTY(QString rateText READ rateText CONSTANT)
+    Q_PROPERTY(QString moreAppsText READ moreAppsText CONSTANT)
+    Q_PROPERTY(QString versionText READ versionText CONSTANT)
+    Q_PROPERTY(QString secretText READ secretText NOTIFY secretChanged)
+    Q_PROPERTY(bool secretVisible READ secretVisible NOTIFY secretChanged)
+    Q_PROPERTY(bool infoVisible READ infoVisible NOTIFY infoVisibleChanged)
+    Q_PROPERTY(QString infoText READ infoText CONSTANT)
+    Q_PROPERTY(bool dimmed READ dimmed NOTIFY dimmedChanged)
+
+public:
+    explicit SetViewController(Session &session, QObject *parent = nullptr);
+
+    ScreenTheme *theme() const { return m_theme; }
+    QString title() const;
+    QString backText() const;
+    bool detailsOn() const;
+    bool weekdayOn() const;
+    bool starOn() const;
+    QString detailsCaption() const;
+    QString weekdayCaption() const;
+    QString starCaption() const;
+    QString appColorsCaption() const;
+    QVariantList colorButtons() const;
+    int selectedColor() const;
+    QString rateText() const;
+    QString moreAppsText() const;
+    QString versionText() const;
+    QString secretText() const { return m_secretText; }
+    bool secretVisible() const { return m_secretVisible; }
+    bool infoVisible() const { return m_infoVisible; }
+    QString infoText() const;
+    bool dimmed() const { return m_dimmed; }
+
+    // The maker's page in the app store, which "More Apps" opens.
+    static QUrl moreAppsUrl();
+
+    Q_INVOKABLE void viewDidLoad();
+    Q_INVOKABLE void backPressed();
+    Q_INVOKABLE void switchDetailsValue(bool on);
+    Q_INVOKABLE void switchWeekdayValue(bool on);
+    Q_INVOKABLE void switchStarValue(bool on);
+    // A colour button, by its tag 1 to 10.
+    Q_INVOKABLE void setColor(int tag);
+    Q_INVOKABLE void versionTaped();
+    Q_INVOKABLE void ratePressed();
+    Q_INVOKABLE void moreAppsPressed();
+    Q_INVOKABLE void infoPressed();
+    Q_INVOKABLE void scrollViewHide();
+
+signals:
+    void changed();
+    void secretChanged();
+    void infoVisibleChanged();
+    void dimmedChanged();
+    void screenRequested(const QString &identifier);
+    // A rating request would be shown now, if the platform had one.
+    void ratingRequested();
+
+private:
+    void applyTheme();
+
+    Session &m_session;
+    ScreenTheme *m_theme;
+    HiddenLanguageSwitch m_secret;
+    QString m_secretText;
+    bool m_secretVisible = false;
+    bool m_infoVisible = false;
+    bool m_dimmed = false;
+};
