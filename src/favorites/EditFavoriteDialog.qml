@@ -1,4 +1,5 @@
 import QtQuick
+import QtQuick.Controls
 import QtQuick.Layouts
 import Tavlo
 
@@ -26,13 +27,18 @@ Alert {
 
     objectName: "editDialog"
     theme: controller.theme
+    // The wheels stand on the favorite's date at once: no ride across the
+    // centuries that an early "OK" could catch halfway.
     onAboutToShow: {
         nameField.text = controller.editName
         yearWheel.currentIndex = controller.editYear - controller.firstYear
         monthWheel.currentIndex = controller.editMonth - 1
         day = controller.editDay
         dayWheel.currentIndex = day - 1
+        for (const wheel of [dayWheel, monthWheel, yearWheel])
+            wheel.positionViewAtIndex(wheel.currentIndex, Tumbler.Center)
     }
+    onOpened: nameField.forceActiveFocus()
     onAccepted: controller.confirmEdit(nameField.text, dayWheel.currentIndex + 1,
                                        monthWheel.currentIndex + 1,
                                        yearWheel.currentIndex + controller.firstYear)

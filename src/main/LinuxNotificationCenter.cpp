@@ -53,6 +53,8 @@ QDBusMessage notifyMessage(const NotificationRequest &request, PresentationOptio
                            const QString &iconPath)
 {
     QVariantMap hints;
+    // Desktops group the reminders under the app and its notification settings.
+    hints.insert(u"desktop-entry"_s, u"io.github.tavlo.Tavlo"_s);
     hints.insert(u"urgency"_s, QVariant::fromValue(uchar(1)));
     // A banner alone leaves nothing in the notification list.
     hints.insert(u"transient"_s, !options.testFlag(PresentationOption::List));

@@ -183,7 +183,9 @@ Item {
         target: null
         xAxis.enabled: true
         yAxis.enabled: false
-        grabPermissions: PointerHandler.CanTakeOverFromAnything
+        // Never from items: the wheels keep the drags they have started.
+        grabPermissions: PointerHandler.CanTakeOverFromHandlersOfDifferentType
+                         | PointerHandler.ApprovesTakeOverByAnything
         onTranslationChanged: lastDx = translation.x
         onActiveChanged: {
             if (active) {

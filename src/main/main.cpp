@@ -69,6 +69,8 @@ int main(int argc, char *argv[])
     QGuiApplication app(argc, argv);
     describeApplication();
     QGuiApplication::setApplicationDisplayName(QStringLiteral("Tavlo"));
+    // Wayland shells match the window to its menu entry by this name.
+    QGuiApplication::setDesktopFileName(QStringLiteral("io.github.tavlo.Tavlo"));
     AppDelegate::Options options;
     if (screenshot)
         options.screenshotPath = QString::fromLocal8Bit(argv[2]);
