@@ -31,6 +31,12 @@ SwipeDelegate {
 
     swipe.right: DeleteAction {}
 
+    Binding {
+        target: cell.swipe.rightItem
+        property: "label"
+        value: cell.controller.accessibleName("delete")
+    }
+
     Connections {
         target: cell.swipe.rightItem
         ignoreUnknownSignals: true

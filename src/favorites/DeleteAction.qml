@@ -5,6 +5,8 @@ import QtQuick.Controls.impl
 Rectangle {
     id: action
 
+    property string label
+
     signal tapped()
 
     objectName: "deleteAction"
@@ -13,7 +15,7 @@ Rectangle {
     height: parent ? parent.height : 66
     color: "#ff3b30"
     Accessible.role: Accessible.Button
-    Accessible.name: qsTr("Delete")
+    Accessible.name: label
 
     IconImage {
         anchors.centerIn: parent

@@ -70,6 +70,7 @@ Alert {
                     id: dayWheel
 
                     objectName: "editDayWheel"
+                    Accessible.name: dialog.controller.accessibleName("day")
                     x: dialog.xOf("day")
                     width: 44
                     height: parent.height
@@ -85,6 +86,7 @@ Alert {
                     id: monthWheel
 
                     objectName: "editMonthWheel"
+                    Accessible.name: dialog.controller.accessibleName("month")
                     x: dialog.xOf("month")
                     width: 130
                     height: parent.height
@@ -95,6 +97,7 @@ Alert {
                     id: yearWheel
 
                     objectName: "editYearWheel"
+                    Accessible.name: dialog.controller.accessibleName("year")
                     x: dialog.xOf("year")
                     width: 70
                     height: parent.height

@@ -22,5 +22,7 @@ Item {
         font.pixelSize: 10
         horizontalAlignment: Text.AlignRight
         verticalAlignment: Text.AlignVCenter
+        Accessible.role: Accessible.StaticText
+        Accessible.name: text
     }
 }

@@ -6,6 +6,7 @@
 #include "core/FatalError.h"
 #include "main/DateWheels.h"
 #include "main/Session.h"
+#include "settings/AccessibleNames.h"
 #include "settings/SettingsStore.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -225,4 +226,9 @@ void FavViewController::close()
         emit dimmedChanged();
     }
     emit screenRequested(u"Main"_s);
+}
+
+QVariantMap FavViewController::names() const
+{
+    return accessibleNames(m_session.strings, m_session.language());
 }

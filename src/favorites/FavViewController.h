@@ -5,6 +5,7 @@
 
 #include <QObject>
 #include <QStringList>
+#include <QVariantMap>
 #include <QtQml/qqmlregistration.h>
 
 class Session;
@@ -50,6 +51,12 @@ public:
 
     FavoritesModel *model() const { return m_model; }
     ScreenTheme *theme() const { return m_theme; }
+    QVariantMap names() const;
+    // What a screen reader says for a symbol button or a wheel (see accessibleNames()).
+    Q_INVOKABLE QString accessibleName(const QString &key) const
+    {
+        return names().value(key).toString();
+    }
     QString title() const;
     QString sortTitle() const;
     QStringList sortChoices() const;

@@ -137,7 +137,7 @@ Item {
         height: 42
         iconSource: "qrc:/qt/qml/Tavlo/resources/icons/chevron_left.svg"
         iconColor: root.controller.theme.labelColor
-        Accessible.name: qsTr("Back")
+        Accessible.name: root.controller.accessibleName("back")
         onClicked: root.controller.backPressed()
     }
 

@@ -38,6 +38,7 @@ Alert {
             Layout.fillWidth: true
             theme: dialog.theme
             placeholderText: dialog.controller.addDialogPlaceholder
+            Accessible.name: dialog.controller.addDialogTitle
             onAccepted: dialog.accept()
         }
     }

@@ -58,7 +58,7 @@ Item {
         currentIndex: wheels.controller.pickerDay - 1
         onMovingChanged: settle.restart()
         onCurrentIndexChanged: settle.restart()
-        Accessible.name: "day"
+        Accessible.name: wheels.controller.accessibleName("day")
     }
     DateWheel {
         id: monthWheel
@@ -72,7 +72,7 @@ Item {
         currentIndex: wheels.controller.pickerMonth - 1
         onMovingChanged: settle.restart()
         onCurrentIndexChanged: settle.restart()
-        Accessible.name: "month"
+        Accessible.name: wheels.controller.accessibleName("month")
     }
     DateWheel {
         id: yearWheel
@@ -86,6 +86,6 @@ Item {
         currentIndex: wheels.controller.pickerYear - wheels.controller.firstYear
         onMovingChanged: settle.restart()
         onCurrentIndexChanged: settle.restart()
-        Accessible.name: "year"
+        Accessible.name: wheels.controller.accessibleName("year")
     }
 }

@@ -11,6 +11,8 @@ Tumbler {
 
     visibleItemCount: 5
     wrap: false
+    // To a screen reader a wheel is a value to step up and down.
+    Accessible.role: Accessible.SpinBox
     palette.windowText: textColor
 
     delegate: Text {

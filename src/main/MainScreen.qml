@@ -86,7 +86,7 @@ Item {
             height: bottomBar.height
             iconSource: "qrc:/qt/qml/Tavlo/resources/icons/restart_alt.svg"
             iconColor: root.controller.theme.labelColor
-            Accessible.name: qsTr("Today")
+            Accessible.name: root.controller.accessibleName("today")
             onClicked: root.controller.resetPressed()
         }
         SymbolButton {
@@ -96,7 +96,7 @@ Item {
             enabled: root.controller.plusEnabled
             iconSource: "qrc:/qt/qml/Tavlo/resources/icons/add.svg"
             iconColor: root.controller.theme.labelColor
-            Accessible.name: qsTr("Add to favorites")
+            Accessible.name: root.controller.accessibleName("add")
             onClicked: root.controller.plusPressed()
         }
         SymbolButton {
@@ -105,7 +105,7 @@ Item {
             height: bottomBar.height
             iconSource: "qrc:/qt/qml/Tavlo/resources/icons/star.svg"
             iconColor: root.controller.theme.labelColor
-            Accessible.name: qsTr("Favorites")
+            Accessible.name: root.controller.accessibleName("favorites")
             onClicked: root.controller.favPressed()
         }
         SymbolButton {
@@ -114,7 +114,7 @@ Item {
             height: bottomBar.height
             iconSource: "qrc:/qt/qml/Tavlo/resources/icons/settings.svg"
             iconColor: root.controller.theme.labelColor
-            Accessible.name: qsTr("Settings")
+            Accessible.name: root.controller.accessibleName("settings")
             onClicked: root.controller.setPressed()
         }
     }

@@ -10,6 +10,7 @@
 #include "core/DatePattern.h"
 #include "core/DebugLog.h"
 #include "core/FatalError.h"
+#include "settings/AccessibleNames.h"
 #include "settings/SettingsStore.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -255,12 +256,25 @@ QString ViewController::todaysBirthdaysText()
     return greeting;
 }
 
+QString ViewController::addDialogTitle() const
+{
+    return m_session.strings[UiText::EnterAName];
+}
+
+QString ViewController::addDialogMessage() const
+{
+    return m_session.strings[UiText::AddThisBirthday];
+}
+
+QString ViewController::cancelText() const
+{
+    return m_session.strings[UiText::Cancel];
+}
+
 void ViewController::plusPressed()
 {
-    const UiStrings &strings = m_session.strings;
     const QString date = DatePattern(u"dd.MM.yyyy").format(m_picker.date());
-    m_addDialog = {strings[UiText::EnterAName], strings[UiText::AddThisBirthday],
-                   strings[UiText::NameForThisBirthday] + u' ' + date, strings[UiText::Cancel]};
+    m_addDialogPlaceholder = m_session.strings[UiText::NameForThisBirthday] + u' ' + date;
     emit addDialogChanged();
     emit addFavoriteDialogRequested();
 }
@@ -380,4 +394,9 @@ std::optional<QDateTime> ViewController::parseRecordDate(const QString &text)
     if (!date)
         return std::nullopt;
     return date->startOfDay();
+}
+
+QVariantMap ViewController::names() const
+{
+    return accessibleNames(m_session.strings, m_session.language());
 }

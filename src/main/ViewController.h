@@ -7,6 +7,7 @@
 #include <QObject>
 #include <QStringList>
 #include <QUrl>
+#include <QVariantMap>
 #include <QtQml/qqmlregistration.h>
 #include <optional>
 
@@ -41,10 +42,10 @@ class ViewController : public QObject
     Q_PROPERTY(ScreenTheme *theme READ theme CONSTANT)
     Q_PROPERTY(bool dimmed READ dimmed NOTIFY dimmedChanged)
 
-    Q_PROPERTY(QString addDialogTitle READ addDialogTitle NOTIFY addDialogChanged)
-    Q_PROPERTY(QString addDialogMessage READ addDialogMessage NOTIFY addDialogChanged)
+    Q_PROPERTY(QString addDialogTitle READ addDialogTitle NOTIFY languageChanged)
+    Q_PROPERTY(QString addDialogMessage READ addDialogMessage NOTIFY languageChanged)
     Q_PROPERTY(QString addDialogPlaceholder READ addDialogPlaceholder NOTIFY addDialogChanged)
-    Q_PROPERTY(QString cancelText READ cancelText NOTIFY addDialogChanged)
+    Q_PROPERTY(QString cancelText READ cancelText NOTIFY languageChanged)
 
 public:
     enum class Swipe { Left, Right };
@@ -69,11 +70,17 @@ public:
     int firstYear() const;
     int lastYear() const;
     ScreenTheme *theme() const { return m_theme; }
+    QVariantMap names() const;
+    // What a screen reader says for a symbol button or a wheel (see accessibleNames()).
+    Q_INVOKABLE QString accessibleName(const QString &key) const
+    {
+        return names().value(key).toString();
+    }
     bool dimmed() const { return m_dimmed; }
-    QString addDialogTitle() const { return m_addDialog.title; }
-    QString addDialogMessage() const { return m_addDialog.message; }
-    QString addDialogPlaceholder() const { return m_addDialog.placeholder; }
-    QString cancelText() const { return m_addDialog.cancel; }
+    QString addDialogTitle() const;
+    QString addDialogMessage() const;
+    QString addDialogPlaceholder() const { return m_addDialogPlaceholder; }
+    QString cancelText() const;
     QString personName() const { return m_personName; }
     qint64 currentFavoriteIndex() const { return m_currentFavoriteIndex; }
 
@@ -135,13 +142,7 @@ private:
     bool m_plusEnabled = true;
     bool m_dimmed = false;
 
-    struct AddDialogTexts
-    {
-        QString title;
-        QString message;
-        QString placeholder;
-        QString cancel;
-    } m_addDialog;
+    QString m_addDialogPlaceholder;
 
     QString m_personName;
     qint64 m_currentFavoriteIndex = 0;

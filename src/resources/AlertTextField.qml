@@ -13,6 +13,7 @@ TextField {
     font.pixelSize: 15
     leftPadding: 8
     rightPadding: 8
+    Accessible.role: Accessible.EditableText
     Accessible.name: placeholderText
 
     background: Rectangle {

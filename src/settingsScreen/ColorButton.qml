@@ -17,7 +17,6 @@ AbstractButton {
     implicitHeight: 34
     Accessible.role: Accessible.RadioButton
     Accessible.checked: chosen
-    Accessible.name: "App colors " + tag
 
     contentItem: Item {
         IconImage {

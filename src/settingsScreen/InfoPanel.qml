@@ -97,7 +97,7 @@ Item {
         height: 42
         iconSource: "qrc:/qt/qml/Tavlo/resources/icons/close.svg"
         iconColor: panel.controller.theme.labelColor
-        Accessible.name: "Close"
+        Accessible.name: panel.controller.accessibleName("close")
         onClicked: panel.controller.scrollViewHide()
     }
 }

@@ -3,6 +3,7 @@
 #include "InfoPanelText.h"
 #include "core/DebugLog.h"
 #include "main/Session.h"
+#include "settings/AccessibleNames.h"
 #include "settings/SettingsStore.h"
 
 #include <QDesktopServices>
@@ -69,9 +70,11 @@ QVariantList SetViewController::colorButtons() const
     const QColor frame = m_theme->labelColor();
     const QColor symbol =
         m_session.appearance == Appearance::Dark ? QColor(Qt::white) : QColor(Qt::black);
+    const QString name = names().value(u"theme"_s).toString();
     QVariantList buttons;
     for (int i = 0; i < ThemeTable::count; ++i) {
-        buttons.append(QVariantMap{{u"color"_s, ScreenTheme::toColor(m_session.themes.color(i))},
+        buttons.append(QVariantMap{{u"name"_s, name.arg(i + 1)},
+                                   {u"color"_s, ScreenTheme::toColor(m_session.themes.color(i))},
                                    {u"chosen"_s, i == selectedColor()},
                                    {u"frame"_s, frame},
                                    {u"symbol"_s, symbol}});
@@ -187,4 +190,9 @@ void SetViewController::scrollViewHide()
 {
     m_infoVisible = false;
     emit infoVisibleChanged();
+}
+
+QVariantMap SetViewController::names() const
+{
+    return accessibleNames(m_session.strings, m_session.language());
 }

@@ -7,6 +7,7 @@
 #include <QList>
 #include <QObject>
 #include <QVariantList>
+#include <QVariantMap>
 #include <QtQml/qqmlregistration.h>
 
 class Session;
@@ -46,6 +47,12 @@ public:
     explicit SetViewController(Session &session, QObject *parent = nullptr);
 
     ScreenTheme *theme() const { return m_theme; }
+    QVariantMap names() const;
+    // What a screen reader says for a symbol button or a wheel (see accessibleNames()).
+    Q_INVOKABLE QString accessibleName(const QString &key) const
+    {
+        return names().value(key).toString();
+    }
     QString title() const;
     QString backText() const;
     bool detailsOn() const;

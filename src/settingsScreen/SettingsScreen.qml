@@ -142,6 +142,7 @@ Item {
                         chosen: modelData.chosen
                         frameColor: modelData.frame
                         chosenSymbolColor: modelData.symbol
+                        Accessible.name: modelData.name
                     }
                 }
             }
@@ -209,7 +210,7 @@ Item {
         height: 42
         iconSource: "qrc:/qt/qml/Tavlo/resources/icons/chevron_left.svg"
         iconColor: root.labelColor
-        Accessible.name: root.controller.backText
+        Accessible.name: root.controller.accessibleName("back")
         onClicked: root.controller.backPressed()
     }
 
@@ -228,7 +229,7 @@ Item {
         height: 42
         iconSource: "qrc:/qt/qml/Tavlo/resources/icons/info.svg"
         iconColor: root.labelColor
-        Accessible.name: "Info"
+        Accessible.name: root.controller.accessibleName("info")
         onClicked: root.controller.infoPressed()
     }
 
