@@ -88,9 +88,9 @@ public slots:
         return uint(m_shown.size());
     }
     QStringList GetCapabilities() { return {u"body"_s}; }
-    QString GetServerInformation(QString &vendor, QString &version, QString &spec)
+    QString GetServerInformation(QString &vendor, QString &version, QString &specVersion)
     {
-        vendor = version = spec = u"test"_s;
+        vendor = version = specVersion = u"test"_s;
         return u"fake"_s;
     }
     void CloseNotification(uint) {}
