@@ -71,21 +71,12 @@ QStringList FavViewController::monthNames() const
 
 QStringList FavViewController::yearLabels() const
 {
-    QStringList labels;
-    for (int year = DateWheels::firstYear; year <= DateWheels::lastYear; ++year)
-        labels.append(QString::number(year));
-    return labels;
+    return DateWheels::yearLabels();
 }
 
 QStringList FavViewController::wheelOrder() const
 {
-    QStringList order;
-    for (const DateWheels::Field field : DateWheels::order(localeFor(m_session.language()))) {
-        order.append(field == DateWheels::Field::Day     ? u"day"_s
-                     : field == DateWheels::Field::Month ? u"month"_s
-                                                         : u"year"_s);
-    }
-    return order;
+    return DateWheels::orderNames(localeFor(m_session.language()));
 }
 
 int FavViewController::firstYear() const

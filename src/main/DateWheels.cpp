@@ -25,3 +25,22 @@ QStringList DateWheels::monthNames(const QLocale &locale)
         names.append(locale.monthName(month, QLocale::LongFormat));
     return names;
 }
+
+QStringList DateWheels::orderNames(const QLocale &locale)
+{
+    QStringList names;
+    for (const Field field : order(locale)) {
+        names.append(field == Field::Day     ? QStringLiteral("day")
+                     : field == Field::Month ? QStringLiteral("month")
+                                             : QStringLiteral("year"));
+    }
+    return names;
+}
+
+QStringList DateWheels::yearLabels()
+{
+    QStringList labels;
+    for (int year = firstYear; year <= lastYear; ++year)
+        labels.append(QString::number(year));
+    return labels;
+}

@@ -17,7 +17,13 @@ inline constexpr int lastYear = 2200;
 // American English, day first in German and Russian).
 QList<Field> order(const QLocale &locale);
 
+// The same order by name: "day", "month", "year", as the screens place their wheels.
+QStringList orderNames(const QLocale &locale);
+
 // The twelve month names as they read inside a date ("марта" in Russian).
 QStringList monthNames(const QLocale &locale);
+
+// The labels of the year wheel, firstYear to lastYear.
+QStringList yearLabels();
 
 } // namespace DateWheels

@@ -63,10 +63,7 @@ QStringList ViewController::dayLabels() const
 
 QStringList ViewController::yearLabels() const
 {
-    QStringList labels;
-    for (int year = DateWheels::firstYear; year <= DateWheels::lastYear; ++year)
-        labels.append(QString::number(year));
-    return labels;
+    return DateWheels::yearLabels();
 }
 
 QStringList ViewController::monthNames() const
@@ -76,13 +73,7 @@ QStringList ViewController::monthNames() const
 
 QStringList ViewController::wheelOrder() const
 {
-    QStringList order;
-    for (const DateWheels::Field field : DateWheels::order(localeFor(m_session.language()))) {
-        order.append(field == DateWheels::Field::Day     ? u"day"_s
-                     : field == DateWheels::Field::Month ? u"month"_s
-                                                         : u"year"_s);
-    }
-    return order;
+    return DateWheels::orderNames(localeFor(m_session.language()));
 }
 
 int ViewController::firstYear() const
