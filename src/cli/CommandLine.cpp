@@ -3,6 +3,7 @@
 #include "FavoritesCommand.h"
 #include "RemindersCommand.h"
 #include "ReportCommand.h"
+#include "core/FatalError.h"
 
 namespace {
 
@@ -24,6 +25,9 @@ Run "tavlo COMMAND --help" for a command's options.
 
 int runCommandLine(const QStringList &arguments, CommandContext &context)
 {
+    // Stored data that cannot be read (a favorite's birthday) is bad input
+    // too: its one line, then status 2.
+    setFatalExitStatus(ExitStatus::usage);
     const QString command = arguments.value(1);
     if (command == u"report")
         return ReportCommand(context).run(arguments.mid(1));
@@ -36,7 +40,7 @@ int runCommandLine(const QStringList &arguments, CommandContext &context)
         context.out.flush();
         return ExitStatus::ok;
     }
-    context.err << "tavlo: unknown command \"" << command << "\" (try tavlo --help)\n";
+    context.err << "tavlo: unknown command \"" << oneLine(command) << "\" (try tavlo --help)\n";
     context.err.flush();
     return ExitStatus::usage;
 }

@@ -4,8 +4,9 @@
 
 std::variant<QDateTime, DateTimeArgument::Error> DateTimeArgument::parse(const QString &text)
 {
-    static const QRegularExpression shape(
-        QStringLiteral(R"(^(\d{4})-(\d{2})-(\d{2})(?:T(\d{2}):(\d{2})(?::(\d{2}))?)?$)"));
+    // Anchored: "$" alone would let a line break end the text.
+    static const QRegularExpression shape(QRegularExpression::anchoredPattern(
+        QStringLiteral(R"((\d{4})-(\d{2})-(\d{2})(?:T(\d{2}):(\d{2})(?::(\d{2}))?)?)")));
     const QRegularExpressionMatch match = shape.match(text);
     if (!match.hasMatch())
         return Error{

@@ -2,6 +2,7 @@
 
 #include "JsonLine.h"
 #include "core/Clock.h"
+#include "core/FatalError.h"
 #include "favorites/FavoriteCard.h"
 #include "favorites/FavoritesStore.h"
 
@@ -20,8 +21,10 @@ The saved birthdays, as the app keeps them.
   list     One line per favorite in stored order, fields separated by tabs:
            index, name as stored, birthday text ("12 3 1985"), age in whole
            years, sign key, and a star when the birthday is still to come
-           this year. --json prints one object per line with the keys index,
-           name, birthday, age, signKey, star (true or false).
+           this year; line breaks, tabs and other control characters in a
+           name show as \n, \t, \u001B. --json prints one object per line
+           with the keys index, name, birthday, age, signKey, star (true or
+           false), the name exactly as stored.
   add      Adds a favorite at the end of the list, as the app's add dialog
            does: a name of only blanks is stored as "Unknown".
   remove   Removes the favorite at INDEX (counted from 0, as list shows).
@@ -34,7 +37,7 @@ list (one line on standard error says which; nothing is changed).
 
 int FavoritesCommand::fail(const QString &message)
 {
-    m_context.err << "tavlo favorites: " << message << '\n';
+    m_context.err << "tavlo favorites: " << oneLine(message) << '\n';
     m_context.err.flush();
     return ExitStatus::usage;
 }
@@ -85,9 +88,12 @@ int FavoritesCommand::list(const QStringList &arguments)
                                  .text()
                           << '\n';
         } else {
-            m_context.out << i << '\t' << favorite.name << '\t' << favorite.birthday << '\t'
-                          << card.age << '\t' << card.signKey << '\t' << (star ? u"★"_s : QString())
-                          << '\n';
+            // Escaped, so that a name with a tab or a line break keeps its
+            // favorite on one line of fields (and a terminal's escape
+            // sequences in it stay text).
+            m_context.out << i << '\t' << oneLine(favorite.name) << '\t'
+                          << oneLine(favorite.birthday) << '\t' << card.age << '\t' << card.signKey
+                          << '\t' << (star ? u"★"_s : QString()) << '\n';
         }
     }
     m_context.out.flush();
@@ -98,7 +104,9 @@ int FavoritesCommand::add(const QStringList &arguments)
 {
     if (arguments.size() != 2)
         return fail(u"add takes a NAME and a date YYYY-MM-DD"_s);
-    static const QRegularExpression shape(u"^(\\d{4})-(\\d{2})-(\\d{2})$"_s);
+    // Anchored: "$" alone would let a line break end the text.
+    static const QRegularExpression shape(
+        QRegularExpression::anchoredPattern(u"(\\d{4})-(\\d{2})-(\\d{2})"_s));
     const QRegularExpressionMatch match = shape.match(arguments.at(1));
     const QDate date =
         match.hasMatch()

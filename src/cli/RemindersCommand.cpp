@@ -3,6 +3,7 @@
 #include "DateTimeArgument.h"
 #include "JsonLine.h"
 #include "core/Clock.h"
+#include "core/FatalError.h"
 #include "favorites/FavoritesStore.h"
 #include "main/ReminderScheduler.h"
 #include "settings/SettingsStore.h"
@@ -41,7 +42,7 @@ line on standard error says which; nothing else is printed).
 
 int RemindersCommand::fail(const QString &message)
 {
-    m_context.err << "tavlo reminders: " << message << '\n';
+    m_context.err << "tavlo reminders: " << oneLine(message) << '\n';
     m_context.err.flush();
     return ExitStatus::usage;
 }

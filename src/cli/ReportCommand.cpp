@@ -4,6 +4,7 @@
 #include "JsonLine.h"
 #include "core/BirthDateResults.h"
 #include "core/Clock.h"
+#include "core/FatalError.h"
 #include "main/PersonName.h"
 #include "main/ReportComposer.h"
 #include "settings/SettingsStore.h"
@@ -76,7 +77,7 @@ QString jsonOf(const ShownReport &shown, const AgeReport *report)
 
 int ReportCommand::fail(const QString &message)
 {
-    m_context.err << "tavlo report: " << message << '\n';
+    m_context.err << "tavlo report: " << oneLine(message) << '\n';
     m_context.err.flush();
     return ExitStatus::usage;
 }

@@ -3,6 +3,7 @@
 #include "core/DebugLog.h"
 #include "core/FatalError.h"
 
+#include <QHash>
 #include <algorithm>
 
 using namespace SettingsKeys;
@@ -53,20 +54,80 @@ QString printed(const QStringList &list)
     return u'[' + quoted.join(QStringLiteral(", ")) + u']';
 }
 
+// Our change merged into the stored list: `base` is our list before the
+// change, `changed` after it, `stored` the list on disk now. Rows stored but
+// not in `base` were added elsewhere and go at the end; rows of `base` not
+// stored were removed elsewhere and leave `changed` too. Equal rows count
+// as many times as they occur.
+QList<QStringList> merged(const QList<QStringList> &base, const QList<QStringList> &changed,
+                          const QList<QStringList> &stored)
+{
+    if (stored == base)
+        return changed;
+    QHash<QStringList, qsizetype> removedElsewhere;
+    for (const QStringList &row : base)
+        ++removedElsewhere[row];
+    QList<QStringList> addedElsewhere;
+    for (const QStringList &row : stored) {
+        const auto found = removedElsewhere.find(row);
+        if (found != removedElsewhere.end() && *found > 0)
+            --*found;
+        else
+            addedElsewhere.append(row);
+    }
+    QList<QStringList> result;
+    result.reserve(changed.size() + addedElsewhere.size());
+    for (const QStringList &row : changed) {
+        const auto found = removedElsewhere.find(row);
+        if (found != removedElsewhere.end() && *found > 0)
+            --*found;
+        else
+            result.append(row);
+    }
+    result.append(addedElsewhere);
+    return result;
+}
+
 } // namespace
 
 FavoritesStore::FavoritesStore(SettingsStore &settings) : m_settings(settings) {}
 
 void FavoritesStore::load()
 {
+    m_settings.refresh();
     const std::optional<QList<QStringList>> stored = m_settings.value(favorites);
     m_rows = stored.value_or(QList<QStringList>());
     m_storeHoldsRows = stored.has_value();
+    remember(stored);
 }
 
 void FavoritesStore::save() const
 {
     m_settings.set(favorites, m_rows);
+    m_storeHoldsRows = true;
+    remember(m_rows);
+}
+
+void FavoritesStore::remember(const std::optional<QList<QStringList>> &stored) const
+{
+    m_stored = stored;
+    m_storedAtChange = m_settings.changes();
+}
+
+void FavoritesStore::apply(QList<QStringList> changed)
+{
+    {
+        const SettingsBatch step(m_settings);
+        // Reading 10,000 rows takes a while; what we read or wrote last still
+        // holds if nothing changed the store since.
+        const std::optional<QList<QStringList>> stored =
+            m_settings.changes() == m_storedAtChange ? m_stored : m_settings.value(favorites);
+        // A stored value that is no list cannot be merged with; ours replaces it.
+        const QList<QStringList> rows = stored ? merged(m_rows, changed, *stored) : changed;
+        m_settings.set(favorites, rows);
+        remember(rows);
+    }
+    m_rows = std::move(changed);
     m_storeHoldsRows = true;
 }
 
@@ -101,22 +162,25 @@ void FavoritesStore::append(const QString &fieldText, qint64 day, qint64 month, 
     const QString name = isBlankText(fieldText) ? QStringLiteral("Unknown") : fieldText;
     const QString birthday =
         QString::number(day) + u' ' + QString::number(month) + u' ' + QString::number(year);
-    m_rows.append({name, birthday});
-    save();
+    QList<QStringList> rows = m_rows;
+    rows.append({name, birthday});
+    apply(std::move(rows));
 }
 
 void FavoritesStore::remove(qsizetype index)
 {
     requireIndex(index);
-    m_rows.removeAt(index);
-    save();
+    QList<QStringList> rows = m_rows;
+    rows.removeAt(index);
+    apply(std::move(rows));
 }
 
 void FavoritesStore::update(qsizetype index, const QString &name, const QString &birthday)
 {
     requireIndex(index);
-    m_rows[index] = {name, birthday};
-    save();
+    QList<QStringList> rows = m_rows;
+    rows[index] = {name, birthday};
+    apply(std::move(rows));
 }
 
 void FavoritesStore::replaceAll(const QList<Favorite> &favorites)
@@ -128,8 +192,7 @@ void FavoritesStore::replaceAll(const QList<Favorite> &favorites)
     // A list sorted as it already was would write the same file again.
     if (m_storeHoldsRows && rows == m_rows)
         return;
-    m_rows = std::move(rows);
-    save();
+    apply(std::move(rows));
 }
 
 void FavoritesStore::select(qsizetype index) const
@@ -137,6 +200,8 @@ void FavoritesStore::select(qsizetype index) const
     // Read (and so check) the row before writing anything: a bad row must not
     // leave half a hand-over behind.
     const Favorite chosen = at(index);
+    // One write of the file, so that no interruption leaves half of it.
+    const SettingsBatch handOver(m_settings);
     m_settings.set(handOverPending, true);
     m_settings.set(handOverBirthday, chosen.birthday);
     m_settings.set(handOverName, chosen.name);

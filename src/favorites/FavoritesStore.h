@@ -5,6 +5,7 @@
 #include <QList>
 #include <QString>
 #include <QStringList>
+#include <optional>
 
 // One saved birthday: the name as typed and the record date text ("12 3 1985").
 struct Favorite
@@ -20,14 +21,22 @@ struct Favorite
 //
 // Rows are held exactly as stored, so a row with fewer than two texts only
 // stops the program when it is read, and save() writes back what was loaded.
+//
+// Another process (the command line beside the open app) may change "person"
+// between our load() and a change. So each change reads "person" again in one
+// batch with its write and merges: rows added elsewhere since are kept (at the
+// end), rows removed elsewhere stay removed, and ours is applied to the rest.
+// Rows are told apart by their texts. Our own list stays as our caller knows
+// it, so the indexes it holds keep their rows; load() takes in the others'.
 class FavoritesStore
 {
 public:
     explicit FavoritesStore(SettingsStore &settings);
 
-    // Reads "person"; missing or of another type gives an empty list.
+    // Reads "person", with what other processes wrote; missing or of another
+    // type gives an empty list.
     void load();
-    // Writes the whole list under "person".
+    // Writes the whole list under "person", as this store holds it.
     void save() const;
 
     qsizetype count() const { return m_rows.size(); }
@@ -54,9 +63,18 @@ public:
 
 private:
     void requireIndex(qsizetype index) const;
+    // Makes `changed` (our rows after a change) our list and writes it merged
+    // with "person" as it is now.
+    void apply(QList<QStringList> changed);
+    // Notes what "person" holds as of the store's current change count.
+    void remember(const std::optional<QList<QStringList>> &stored) const;
 
     SettingsStore &m_settings;
     QList<QStringList> m_rows;
-    // Whether "person" holds exactly m_rows.
+    // Whether "person" held a list when last read or written: if not, even an
+    // unchanged list is written, replacing what was there.
     mutable bool m_storeHoldsRows = false;
+    // "person" as last read or written, and the store's change count then.
+    mutable std::optional<QList<QStringList>> m_stored;
+    mutable quint64 m_storedAtChange = ~quint64(0);
 };

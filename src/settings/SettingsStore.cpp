@@ -60,6 +60,12 @@ std::optional<QStringList> toStringList(const QVariant &value)
 
 } // namespace
 
+void SettingsStore::store(const QString &key, const QVariant &value)
+{
+    noteChange();
+    write(key, value);
+}
+
 qint64 SettingsStore::value(const IntegerKey &key) const
 {
     return toInteger(read(key.name)).value_or(0);
@@ -100,17 +106,17 @@ std::optional<QList<QStringList>> SettingsStore::value(const StringTableKey &key
 
 void SettingsStore::set(const IntegerKey &key, qint64 value)
 {
-    write(key.name, QVariant::fromValue(value));
+    store(key.name, QVariant::fromValue(value));
 }
 
 void SettingsStore::set(const BooleanKey &key, bool value)
 {
-    write(key.name, QVariant(value));
+    store(key.name, QVariant(value));
 }
 
 void SettingsStore::set(const StringKey &key, const QString &value)
 {
-    write(key.name, QVariant(value));
+    store(key.name, QVariant(value));
 }
 
 void SettingsStore::set(const StringListKey &key, const QStringList &value)
@@ -118,7 +124,7 @@ void SettingsStore::set(const StringListKey &key, const QStringList &value)
     QVariantList list;
     for (const QString &item : value)
         list.append(item);
-    write(key.name, list);
+    store(key.name, list);
 }
 
 void SettingsStore::set(const StringTableKey &key, const QList<QStringList> &value)
@@ -130,5 +136,5 @@ void SettingsStore::set(const StringTableKey &key, const QList<QStringList> &val
             strings.append(item);
         rows.append(QVariant(strings));
     }
-    write(key.name, rows);
+    store(key.name, rows);
 }

@@ -8,6 +8,7 @@
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
+#include <algorithm>
 
 using namespace SettingsKeys;
 using Rows = QList<QStringList>;
@@ -19,6 +20,8 @@ class RecordingSettingsStore final : public SettingsStore
 {
 public:
     QList<std::pair<QString, QVariant>> writes;
+    // Batches closed: each is one write of a settings file.
+    int flushes = 0;
     QStringList writtenKeys() const
     {
         QStringList keys;
@@ -35,6 +38,7 @@ protected:
         writes.append({key, value});
     }
     void erase(const QString &key) override { m_values.remove(key); }
+    void flush() override { ++flushes; }
 
 private:
     QHash<QString, QVariant> m_values;
@@ -292,6 +296,108 @@ private slots:
         QCOMPARE(store.count(), expected.size());
     }
 
+    // Another process (the command line) changes the list between our load()
+    // and our change; our change is merged into what is stored then.
+    void changesMergeWithAnotherProcess_data()
+    {
+        QTest::addColumn<QString>("theirs");
+        QTest::addColumn<QString>("ours");
+        QTest::addColumn<Rows>("stored");
+
+        // What "append NAME" adds.
+        const QStringList dan{"Dan", "1 1 2000"};
+        const QStringList eve{"Eve", "1 1 2000"};
+        const QStringList &ann = threePeople[0];
+        const QStringList &bob = threePeople[1];
+        const QStringList &cy = threePeople[2];
+        QTest::newRow("both add") << "append Dan"
+                                  << "append Eve" << Rows{ann, bob, cy, eve, dan};
+        QTest::newRow("they add, we remove") << "append Dan"
+                                             << "remove 1" << Rows{ann, cy, dan};
+        QTest::newRow("they add, we rename")
+            << "append Dan"
+            << "update 0" << Rows{{"Zed", "12 3 1985"}, bob, cy, dan};
+        QTest::newRow("they add, we sort") << "append Dan"
+                                           << "reverse" << Rows{cy, bob, ann, dan};
+        QTest::newRow("they remove an earlier row, we rename a later one")
+            << "remove 0"
+            << "update 2" << Rows{bob, {"Zed", "29 2 1996"}};
+        QTest::newRow("we both remove the same row") << "remove 1"
+                                                     << "remove 1" << Rows{ann, cy};
+        QTest::newRow("they remove, we sort") << "remove 1"
+                                              << "reverse" << Rows{cy, ann};
+        QTest::newRow("they remove the row we rename: ours comes back")
+            << "remove 0"
+            << "update 0" << Rows{{"Zed", "12 3 1985"}, bob, cy};
+        QTest::newRow("we both rename the same row: both names stay")
+            << "update 0"
+            << "update 0" << Rows{{"Zed", "12 3 1985"}, bob, cy, {"Zed", "1 1 1900"}};
+    }
+    void changesMergeWithAnotherProcess()
+    {
+        QFETCH(QString, theirs);
+        QFETCH(QString, ours);
+        QFETCH(Rows, stored);
+        MemorySettingsStore settings;
+        settings.set(favorites, threePeople);
+        FavoritesStore mine(settings);
+        mine.load();
+        FavoritesStore other(settings);
+        other.load();
+
+        const auto run = [](FavoritesStore &store, const QString &change, const QString &name,
+                            const QString &birthday) {
+            const QStringList words = change.split(u' ');
+            if (words[0] == u"append") {
+                store.append(words[1], 1, 1, 2000);
+            } else if (words[0] == u"remove") {
+                store.remove(words[1].toLongLong());
+            } else if (words[0] == u"update") {
+                const qsizetype index = words[1].toLongLong();
+                store.update(index, name, birthday.isEmpty() ? store.at(index).birthday : birthday);
+            } else {
+                QList<Favorite> reversed = store.all();
+                std::reverse(reversed.begin(), reversed.end());
+                store.replaceAll(reversed);
+            }
+        };
+        run(other, theirs, "Zed", "1 1 1900");
+        run(mine, ours, "Zed", QString());
+
+        QCOMPARE(settings.value(favorites), stored);
+        mine.load();
+        QCOMPARE(mine.count(), stored.size());
+    }
+
+    void ourIndexesKeepTheirRowsUntilLoad()
+    {
+        MemorySettingsStore settings;
+        settings.set(favorites, threePeople);
+        FavoritesStore mine(settings);
+        mine.load();
+        FavoritesStore other(settings);
+        other.load();
+        other.remove(0);
+
+        mine.update(2, "Zed", "29 2 1996");
+        QCOMPARE(mine.count(), 3);
+        QCOMPARE(mine.at(2), (Favorite{"Zed", "29 2 1996"}));
+        QCOMPARE(settings.value(favorites), (Rows{threePeople[1], {"Zed", "29 2 1996"}}));
+        mine.load();
+        QCOMPARE(mine.at(1), (Favorite{"Zed", "29 2 1996"}));
+    }
+
+    void aStoredValueThatIsNoListIsReplaced()
+    {
+        MemorySettingsStore settings;
+        settings.set(favorites, threePeople);
+        FavoritesStore mine(settings);
+        mine.load();
+        settings.setRaw(favorites.name, QStringLiteral("Anna"));
+        mine.remove(0);
+        QCOMPARE(settings.value(favorites), threePeople.sliced(1));
+    }
+
     void selectHandsOverInOrder_data()
     {
         QTest::addColumn<qsizetype>("index");
@@ -316,6 +422,7 @@ private slots:
         store.select(index);
         QCOMPARE(settings.writtenKeys(),
                  QStringList({"dataSave", "birthday", "Name", "birthdayMove", "indexCount"}));
+        QCOMPARE(settings.flushes, 1);
         QCOMPARE(settings.value(handOverPending), true);
         QCOMPARE(settings.value(handOverBirthday), birthday);
         QCOMPARE(settings.value(handOverName), name);

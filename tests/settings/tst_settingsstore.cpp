@@ -1,12 +1,50 @@
 #include "settings/MemorySettingsStore.h"
 #include "settings/QSettingsStore.h"
 
+#include <QCoreApplication>
 #include <QFile>
+#include <QFileInfo>
+#include <QProcess>
+#include <QSettings>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QThread>
+#include <cstdio>
 #include <memory>
 
 using namespace SettingsKeys;
+
+namespace {
+
+const char childArgument[] = "--child";
+
+// Runs in a child process, standing for another Tavlo process on the same file:
+//   color PATH N     writes "color"
+//   people PATH N    writes N favorites
+//   hold PATH        opens a batch, writes, says "held" and waits to be killed
+int runChild(const QString &action, const QString &path, int number)
+{
+    QSettingsStore store(path);
+    if (action == u"color") {
+        std::puts("started");
+        std::fflush(stdout);
+        store.set(color, number);
+    } else if (action == u"people") {
+        QList<QStringList> people;
+        for (int i = 0; i < number; ++i)
+            people.append({QStringLiteral("p%1").arg(i), QStringLiteral("1 1 2000")});
+        store.set(favorites, people);
+    } else if (action == u"hold") {
+        const SettingsBatch batch(store);
+        store.set(color, number);
+        std::puts("held");
+        std::fflush(stdout);
+        QThread::sleep(60);
+    }
+    return 0;
+}
+
+} // namespace
 
 class TestSettingsStore : public QObject
 {
@@ -16,6 +54,25 @@ class TestSettingsStore : public QObject
     int m_files = 0;
 
     QString freshIniPath() { return m_dir.filePath(QStringLiteral("s%1.conf").arg(++m_files)); }
+
+    // The file as a fresh process reads it: QSettings keeps one cache per
+    // file name in a process.
+    QString copyOf(const QString &path)
+    {
+        const QString copy = freshIniPath();
+        if (!QFile::copy(path, copy))
+            qFatal("cannot copy %s", qPrintable(path));
+        return copy;
+    }
+
+    static void runChild(const QStringList &arguments)
+    {
+        QProcess child;
+        child.start(QCoreApplication::applicationFilePath(),
+                    QStringList{childArgument} + arguments);
+        if (!child.waitForFinished(30000) || child.exitCode() != 0)
+            qFatal("the child %s failed", qPrintable(arguments.join(u' ')));
+    }
 
     std::unique_ptr<SettingsStore> makeStore(const QString &kind)
     {
@@ -153,6 +210,143 @@ private slots:
         QCOMPARE(reader.value(year), 1985);
     }
 
+    // Other processes write the same file: the command line beside the app.
+
+    void refreshSeesAnotherProcessWrite()
+    {
+        const QString path = freshIniPath();
+        QSettingsStore store(path);
+        store.set(color, 1);
+        runChild({"color", path, "2"});
+        store.refresh();
+        QCOMPARE(store.value(color), 2);
+    }
+
+    // A list's entries are keys of their own; a write of the list must take
+    // away every entry on disk, also those another process wrote meanwhile.
+    void aListWriteLeavesNoRowsOfAnotherProcess()
+    {
+        const QString path = freshIniPath();
+        QSettingsStore store(path);
+        store.set(favorites, {{"a", "1 1 2000"}, {"b", "2 2 2000"}});
+        runChild({"people", path, "5"});
+        store.set(favorites, {{"c", "3 3 2000"}});
+
+        QSettings file(copyOf(path), QSettings::IniFormat);
+        file.beginGroup(QStringLiteral("person"));
+        QCOMPARE(file.childGroups(), QStringList{"1"});
+        QCOMPARE(file.value("size").toString(), "1");
+        QCOMPARE(file.value("1/1").toString(), "c");
+    }
+
+    // QSettings reads the file again only when its size or time differs from
+    // what it noted; a write of the same size in the same step of the file
+    // clock, or a read while the file was replaced, defeats that.
+    void aBatchSeesAChangeThatLooksLikeNone()
+    {
+        const QString path = freshIniPath();
+        QSettingsStore store(path);
+        store.set(color, 1);
+        const QFileInfo before(path);
+        const QDateTime modified = before.lastModified();
+        runChild({"color", path, "2"});
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QVERIFY(file.setFileTime(modified, QFileDevice::FileModificationTime));
+        file.close();
+        QCOMPARE(QFileInfo(path).size(), before.size());
+        QCOMPARE(QFileInfo(path).lastModified(), modified);
+
+        store.set(day, 5);
+        QSettingsStore reader(copyOf(path));
+        QCOMPARE(reader.value(color), 2);
+        QCOMPARE(reader.value(day), 5);
+        QCOMPARE(store.value(color), 2);
+    }
+
+    // What lets a reader keep what it read (FavoritesStore does, for 10,000
+    // rows): the count moves with every write, ours or another process's.
+    void changesCountOursAndOtherProcesses()
+    {
+        const QString path = freshIniPath();
+        QSettingsStore store(path);
+        store.set(color, 1);
+        const quint64 afterOurs = store.changes();
+        {
+            const SettingsBatch batch(store);
+            QCOMPARE(store.changes(), afterOurs);
+        }
+        runChild({"color", path, "2"});
+        {
+            const SettingsBatch batch(store);
+            QVERIFY(store.changes() > afterOurs);
+        }
+        const quint64 afterTheirs = store.changes();
+        store.remove(color.name);
+        QVERIFY(store.changes() > afterTheirs);
+    }
+
+    // So that other processes tell this write from the one before, whatever
+    // the file clock says.
+    void aWriteLeavesALaterModificationTime()
+    {
+        const QString path = freshIniPath();
+        QSettingsStore store(path);
+        store.set(color, 1);
+        const QDateTime ahead = QDateTime::currentDateTimeUtc().addSecs(3600);
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QVERIFY(file.setFileTime(ahead, QFileDevice::FileModificationTime));
+        file.close();
+        store.set(color, 2);
+        QVERIFY(QFileInfo(path).lastModified() > ahead);
+    }
+
+    void anOpenBatchHoldsOtherProcessesBack()
+    {
+        const QString path = freshIniPath();
+        QSettingsStore store(path);
+        store.set(color, 7);
+        QProcess child;
+        {
+            const SettingsBatch batch(store);
+            store.set(color, 1);
+            child.start(QCoreApplication::applicationFilePath(),
+                        {childArgument, "color", path, "2"});
+            QVERIFY(child.waitForReadyRead(30000));
+            QCOMPARE(child.readLine(), "started\n");
+            // Its write would take milliseconds; it waits for our batch.
+            QVERIFY(!child.waitForFinished(300));
+            QCOMPARE(QSettingsStore(copyOf(path)).value(color), 7);
+        }
+        QVERIFY(child.waitForFinished(30000));
+        QCOMPARE(QSettingsStore(copyOf(path)).value(color), 2);
+    }
+
+    // Neither our lock nor the one QSettings takes while it writes may hold
+    // up the next writer once their holder was killed. QSettings waits 30
+    // seconds for its own, so the write runs in a child that has 15.
+    void locksOfAKilledWriterHoldNothingUp()
+    {
+        const QString path = freshIniPath();
+        QProcess holder;
+        holder.start(QCoreApplication::applicationFilePath(), {childArgument, "hold", path, "1"});
+        QVERIFY(holder.waitForReadyRead(30000));
+        QCOMPARE(holder.readLine(), "held\n");
+        holder.kill();
+        QVERIFY(holder.waitForFinished(30000));
+        // As QLockFile leaves it when killed between creating and filling it.
+        QFile leftOver(path + ".lock");
+        QVERIFY(leftOver.open(QIODevice::WriteOnly));
+        leftOver.close();
+
+        QProcess writer;
+        writer.start(QCoreApplication::applicationFilePath(), {childArgument, "color", path, "3"});
+        QVERIFY(writer.waitForFinished(15000));
+        QCOMPARE(writer.exitCode(), 0);
+        QCOMPARE(QSettingsStore(copyOf(path)).value(color), 3);
+    }
+
     void wrongTypesReadAsDefaults_data()
     {
         QTest::addColumn<QVariant>("stored");
@@ -243,5 +437,13 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(TestSettingsStore)
+int main(int argc, char *argv[])
+{
+    if (argc == 5 && qstrcmp(argv[1], childArgument) == 0)
+        return runChild(QString::fromLocal8Bit(argv[2]), QString::fromLocal8Bit(argv[3]),
+                        QByteArray(argv[4]).toInt());
+    QCoreApplication app(argc, argv);
+    TestSettingsStore test;
+    return QTest::qExec(&test, argc, argv);
+}
 #include "tst_settingsstore.moc"
