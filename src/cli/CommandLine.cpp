@@ -23,6 +23,13 @@ Run "tavlo COMMAND --help" for a command's options.
 
 } // namespace
 
+int failCommand(CommandContext &context, const char *command, const QString &message)
+{
+    context.err << "tavlo " << command << ": " << oneLine(message) << '\n';
+    context.err.flush();
+    return ExitStatus::usage;
+}
+
 int runCommandLine(const QStringList &arguments, CommandContext &context)
 {
     // Stored data that cannot be read (a favorite's birthday) is bad input

@@ -24,6 +24,10 @@ inline constexpr int ok = 0;
 inline constexpr int usage = 2;
 } // namespace ExitStatus
 
+// Ends a command with one line on standard error ("tavlo <command>: <message>",
+// control characters escaped) and the usage status.
+int failCommand(CommandContext &context, const char *command, const QString &message);
+
 // Runs `tavlo <command> ...`; arguments[0] is the program name. Returns the
 // exit status.
 int runCommandLine(const QStringList &arguments, CommandContext &context);

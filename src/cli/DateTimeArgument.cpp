@@ -28,3 +28,12 @@ std::variant<QDateTime, DateTimeArgument::Error> DateTimeArgument::parse(const Q
         return Error{QStringLiteral("that time is skipped by a clock change here")};
     return moment;
 }
+
+std::variant<QDateTime, QString> DateTimeArgument::parseOption(const QString &name,
+                                                               const QString &text)
+{
+    const auto parsed = parse(text);
+    if (const auto *error = std::get_if<Error>(&parsed))
+        return QStringLiteral("%1 \"%2\": %3").arg(name, text, error->reason);
+    return std::get<QDateTime>(parsed);
+}

@@ -15,4 +15,7 @@ struct Error
 
 std::variant<QDateTime, Error> parse(const QString &text);
 
+// An option such as --now given as `text`: the moment, or the message naming it.
+std::variant<QDateTime, QString> parseOption(const QString &name, const QString &text);
+
 } // namespace DateTimeArgument

@@ -37,9 +37,7 @@ list (one line on standard error says which; nothing is changed).
 
 int FavoritesCommand::fail(const QString &message)
 {
-    m_context.err << "tavlo favorites: " << oneLine(message) << '\n';
-    m_context.err.flush();
-    return ExitStatus::usage;
+    return failCommand(m_context, "favorites", message);
 }
 
 int FavoritesCommand::run(const QStringList &arguments)

@@ -42,9 +42,7 @@ line on standard error says which; nothing else is printed).
 
 int RemindersCommand::fail(const QString &message)
 {
-    m_context.err << "tavlo reminders: " << oneLine(message) << '\n';
-    m_context.err.flush();
-    return ExitStatus::usage;
+    return failCommand(m_context, "reminders", message);
 }
 
 int RemindersCommand::run(const QStringList &arguments)
@@ -71,10 +69,9 @@ int RemindersCommand::run(const QStringList &arguments)
 
     QDateTime now = m_context.clock.now();
     if (parser.isSet(nowOption)) {
-        const QString text = parser.value(nowOption);
-        const auto parsed = DateTimeArgument::parse(text);
-        if (const auto *error = std::get_if<DateTimeArgument::Error>(&parsed))
-            return fail(u"--now \"%1\": %2"_s.arg(text, error->reason));
+        const auto parsed = DateTimeArgument::parseOption(u"--now"_s, parser.value(nowOption));
+        if (const auto *message = std::get_if<QString>(&parsed))
+            return fail(*message);
         now = std::get<QDateTime>(parsed);
     }
 

@@ -77,9 +77,7 @@ QString jsonOf(const ShownReport &shown, const AgeReport *report)
 
 int ReportCommand::fail(const QString &message)
 {
-    m_context.err << "tavlo report: " << oneLine(message) << '\n';
-    m_context.err.flush();
-    return ExitStatus::usage;
+    return failCommand(m_context, "report", message);
 }
 
 int ReportCommand::run(const QStringList &arguments)
@@ -113,10 +111,9 @@ int ReportCommand::run(const QStringList &arguments)
 
     QDateTime now = m_context.clock.now();
     if (parser.isSet(nowOption)) {
-        const QString text = parser.value(nowOption);
-        const auto parsed = DateTimeArgument::parse(text);
-        if (const auto *error = std::get_if<DateTimeArgument::Error>(&parsed))
-            return fail(u"--now \"%1\": %2"_s.arg(text, error->reason));
+        const auto parsed = DateTimeArgument::parseOption(u"--now"_s, parser.value(nowOption));
+        if (const auto *message = std::get_if<QString>(&parsed))
+            return fail(*message);
         now = std::get<QDateTime>(parsed);
     }
 
