@@ -6,7 +6,7 @@
 #include "ScreenFactory.h"
 #include "Session.h"
 #include "core/Clock.h"
-#include "settings/QSettingsStore.h"
+#include "settings/FileSettingsStore.h"
 
 #include <QDateTime>
 #include <QDir>
@@ -61,7 +61,7 @@ int AppDelegate::run(QGuiApplication &app, const Options &options)
     QQuickStyle::setStyle(QStringLiteral("Basic"));
     loadBundledFonts();
 
-    QSettingsStore settings;
+    FileSettingsStore settings;
     SystemClock clock;
     Session session(settings, clock, QLocale::system().uiLanguages(), appearance());
 

@@ -2,7 +2,7 @@
 #include "LinuxNotificationCenter.h"
 #include "cli/CommandLine.h"
 #include "core/Clock.h"
-#include "settings/QSettingsStore.h"
+#include "settings/FileSettingsStore.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>
@@ -23,7 +23,7 @@ void describeApplication()
 
 int runCommand()
 {
-    QSettingsStore settings;
+    FileSettingsStore settings;
     SystemClock clock;
     QTextStream out(stdout);
     QTextStream err(stderr);

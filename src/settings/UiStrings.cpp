@@ -100,6 +100,9 @@ const std::array<Row, UiTextCount> &rows()
         {u"Entries:"_s, u"Einträge:"_s, u"Записи:"_s},
         {u"Mark future birthdays ☆"_s, u"Zukünftige Geburtstage markieren ☆"_s,
          u"Будущие дни рождения пометить ☆"_s},
+        {u"Your change could not be saved: %1"_s,
+         u"Ihre Änderung konnte nicht gespeichert werden: %1"_s,
+         u"Не удалось сохранить изменение: %1"_s},
     }};
     return table;
 }

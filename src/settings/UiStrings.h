@@ -88,9 +88,11 @@ enum class UiText {
     ShowWeekdayInTable,    // 78
     Entries,               // 79
     MarkFutureBirthdays,   // 80
+    // Texts of Tavlo's own, after the string table.
+    ChangeNotSaved,
 };
 
-inline constexpr int UiTextCount = 80;
+inline constexpr int UiTextCount = 81;
 
 // The process-wide table of interface texts. It starts out English; applying
 // German or Russian overwrites every entry. Applying English changes nothing,
