@@ -1,4 +1,5 @@
 import QtQuick
+import Tavlo
 
 // The one window: phone-shaped by default, the screens inside it.
 Window {

@@ -44,8 +44,12 @@ WriteResult AtomicFileWriter::write(const QString &path, const QByteArray &conte
     errno = 0;
     if (int fault = injectedFault(Step::Open))
         return failed(fault);
+    // QSaveFile refuses to replace a file we may not write, without an errno.
+    const QFileInfo existing(path);
+    if (existing.exists() && !existing.isWritable())
+        return failed(EACCES);
     if (!file.open(QIODevice::WriteOnly))
-        return WriteResult::failed(path, file.errorString());
+        return errno != 0 ? failed(errno) : WriteResult::failed(path, file.errorString());
 
     errno = 0;
     if (int fault = injectedFault(Step::Write)) {
