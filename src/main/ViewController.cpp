@@ -233,6 +233,8 @@ QString ViewController::todaysBirthdaysText()
     // midnight in UTC, as the greeting always has.
     QString greeting;
     const DatePattern recordDate(u"dd MM yyyy");
+    // Each report stores its date; only the last one needs to reach the disk.
+    const SettingsBatch oneWrite(m_session.settings);
     for (qsizetype i = 0; i < favorites.count(); ++i) {
         const Favorite favorite = favorites.at(i);
         const std::optional<QDate> date = recordDate.parse(favorite.birthday);
