@@ -478,17 +478,40 @@ void appendEntry(QByteArray &out, QStringView key, const QVariant &value)
 }
 
 // Entries 1 to n in order, then "size", as QSettings lays out an array.
-void appendList(QByteArray &out, const QString &prefix, const QVariantList &list)
+// `prefix` is the escaped key of the list inside its section, with its
+// trailing backslash, or empty for the section's own list.
+void appendList(QByteArray &out, const QByteArray &prefix, const QVariantList &list)
 {
     for (qsizetype i = 0; i < list.size(); ++i) {
-        const QString entry = prefix + QString::number(i + 1);
+        const QByteArray entry = prefix + QByteArray::number(i + 1);
         const QVariant &item = list.at(i);
-        if (item.typeId() == QMetaType::QVariantList)
-            appendList(out, entry + u'/', item.toList());
-        else
-            appendEntry(out, entry, item);
+        if (item.typeId() == QMetaType::QVariantList) {
+            appendList(out, entry + '\\', item.toList());
+            continue;
+        }
+        out += entry;
+        out += '=';
+        appendValue(out, item);
+        out += '\n';
     }
-    appendEntry(out, QString(prefix + QStringLiteral("size")), QString::number(list.size()));
+    out += prefix;
+    out += "size=";
+    out += QByteArray::number(list.size());
+    out += '\n';
+}
+
+void appendSectionHeader(QByteArray &out, const QString &section)
+{
+    if (!out.isEmpty())
+        out += '\n';
+    QByteArray name;
+    appendEscapedKey(name, section);
+    if (name.isEmpty())
+        out += "[General]\n";
+    else if (name.compare("general", Qt::CaseInsensitive) == 0)
+        out += "[%" + name + "]\n";
+    else
+        out += '[' + name + "]\n";
 }
 
 } // namespace
@@ -526,34 +549,32 @@ Values parse(QByteArrayView text)
 
 QByteArray serialize(const Values &values)
 {
-    // Section name ("" for [General]) -> its lines.
-    QMap<QString, QByteArray> sections;
+    // Section name ("" for [General]) -> its values, in key order.
+    QMap<QString, QList<Values::const_iterator>> sections;
+    qsizetype estimate = 64;
     for (auto it = values.cbegin(); it != values.cend(); ++it) {
         const QString &key = it.key();
-        if (it.value().typeId() == QMetaType::QVariantList) {
-            appendList(sections[key], QString(), it.value().toList());
-            continue;
-        }
-        const qsizetype slash = key.indexOf(u'/');
-        if (slash < 0)
-            appendEntry(sections[QString()], key, it.value());
-        else
-            appendEntry(sections[key.first(slash)], QStringView(key).sliced(slash + 1), it.value());
+        const bool isList = it.value().typeId() == QMetaType::QVariantList;
+        const qsizetype slash = isList ? -1 : key.indexOf(u'/');
+        sections[isList ? key : slash < 0 ? QString() : key.first(slash)].append(it);
+        // A favorite takes about sixty bytes.
+        estimate += isList ? 64 * it.value().toList().size() : 32;
     }
 
     QByteArray out;
-    for (auto it = sections.cbegin(); it != sections.cend(); ++it) {
-        if (!out.isEmpty())
-            out += '\n';
-        QByteArray name;
-        appendEscapedKey(name, it.key());
-        if (name.isEmpty())
-            out += "[General]\n";
-        else if (name.compare("general", Qt::CaseInsensitive) == 0)
-            out += "[%" + name + "]\n";
-        else
-            out += '[' + name + "]\n";
-        out += it.value();
+    out.reserve(estimate);
+    for (auto section = sections.cbegin(); section != sections.cend(); ++section) {
+        appendSectionHeader(out, section.key());
+        for (const Values::const_iterator &it : *section) {
+            if (it.value().typeId() == QMetaType::QVariantList) {
+                appendList(out, QByteArray(), it.value().toList());
+                continue;
+            }
+            const QStringView key = section.key().isEmpty()
+                                        ? QStringView(it.key())
+                                        : QStringView(it.key()).sliced(section.key().size() + 1);
+            appendEntry(out, key, it.value());
+        }
     }
     return out;
 }

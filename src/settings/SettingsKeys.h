@@ -41,7 +41,7 @@ inline const BooleanKey moreDetails{QStringLiteral("moreDetails")};
 inline const BooleanKey weekday{QStringLiteral("weekday")};
 // Favorites whose birthday is still ahead carry a star. The first start turns it on.
 inline const BooleanKey star{QStringLiteral("star")};
-// Favorites order: 0 by name, 1 by birthday, 2 by age.
+// Favorites order: 0 by name, 1 by age, 2 (or any other value) by birthday.
 inline const IntegerKey sort{QStringLiteral("sort")};
 // Day, month and four-digit year of the last picked birth date.
 inline const IntegerKey day{QStringLiteral("day")};

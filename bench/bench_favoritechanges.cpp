@@ -1,0 +1,104 @@
+// SPDX-License-Identifier: MIT
+// One change to a long favorites list, as the favorites screen makes it,
+// with the settings file written, flushed and synced to the disk before the
+// change counts as done: add, rename, delete and a new sort order, with
+// 0, 1,000 and 10,000 favorites. The file lives in the build folder, on the
+// same disk as the user's settings would.
+//   build/bench/bench_favoritechanges --benchmark_repetitions=5
+
+#include "favorites/FavoritesSorting.h"
+#include "favorites/FavoritesStore.h"
+#include "settings/FileSettingsStore.h"
+
+#include <QDir>
+#include <QRandomGenerator>
+#include <QTemporaryDir>
+
+#include <benchmark/benchmark.h>
+
+namespace {
+
+QList<QStringList> randomFavorites(qsizetype count)
+{
+    QRandomGenerator rng(20261123);
+    QList<QStringList> rows;
+    for (qsizetype i = 0; i < count; ++i) {
+        const QDate birth = QDate(1930, 1, 1).addDays(rng.bounded(365 * 90));
+        rows.append(
+            {QStringLiteral("Friend %1").arg(rng.bounded(100000)),
+             QStringLiteral("%1 %2 %3").arg(birth.day()).arg(birth.month()).arg(birth.year())});
+    }
+    return rows;
+}
+
+struct Fixture
+{
+    explicit Fixture(qsizetype count)
+        : dir(QDir::currentPath() + QStringLiteral("/bench-XXXXXX")),
+          settings(dir.filePath(QStringLiteral("tavlo.conf"))), favorites(settings)
+    {
+        settings.set(SettingsKeys::favorites, randomFavorites(count));
+        favorites.load();
+    }
+    QTemporaryDir dir;
+    FileSettingsStore settings;
+    FavoritesStore favorites;
+};
+
+void checked(benchmark::State &state, const WriteResult &result)
+{
+    if (!result)
+        state.SkipWithError(qPrintable(result.message()));
+}
+
+void BM_Add(benchmark::State &state)
+{
+    Fixture f(state.range(0));
+    for (auto _ : state) {
+        checked(state, f.favorites.append(QStringLiteral("Zoe"), 5, 7, 2001));
+        state.PauseTiming();
+        checked(state, f.favorites.remove(f.favorites.count() - 1));
+        state.ResumeTiming();
+    }
+}
+
+void BM_Rename(benchmark::State &state)
+{
+    Fixture f(state.range(0) + 1);
+    int n = 0;
+    for (auto _ : state) {
+        checked(state, f.favorites.update(0, QStringLiteral("Name %1").arg(++n),
+                                          QStringLiteral("1 1 2000")));
+    }
+}
+
+void BM_Delete(benchmark::State &state)
+{
+    Fixture f(state.range(0) + 1);
+    for (auto _ : state) {
+        checked(state, f.favorites.remove(0));
+        state.PauseTiming();
+        checked(state, f.favorites.append(QStringLiteral("Zoe"), 5, 7, 2001));
+        state.ResumeTiming();
+    }
+}
+
+// A sort menu choice: sorted, then written back in the new order.
+void BM_Sort(benchmark::State &state)
+{
+    Fixture f(state.range(0));
+    int order = 0;
+    for (auto _ : state) {
+        const auto sortOrder = static_cast<FavoritesSorting::Order>(order++ % 3);
+        checked(state,
+                f.favorites.replaceAll(FavoritesSorting::sorted(f.favorites.all(), sortOrder)));
+    }
+}
+
+} // namespace
+
+BENCHMARK(BM_Add)->Arg(0)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_Rename)->Arg(0)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_Delete)->Arg(0)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_Sort)->Arg(0)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
+BENCHMARK_MAIN();
