@@ -20,7 +20,6 @@ void Session::decideLanguage()
     const LanguageDecision decision =
         ::decideLanguage(preferredLanguages, settings.value(SettingsKeys::preferredLanguage));
     m_language = decision.language;
-    m_languageOverride = decision.override;
     strings.apply(m_language);
 }
 

@@ -45,7 +45,6 @@ public:
     SaveNotice saveNotice{strings};
 
     Language language() const { return m_language; }
-    qint64 languageOverride() const { return m_languageOverride; }
     // Decides the language from the device and "preferredL" and fills the
     // interface texts with it.
     void decideLanguage();
@@ -55,6 +54,5 @@ public:
 
 private:
     Language m_language = Language::English;
-    qint64 m_languageOverride = 0;
     QDateTime m_launchDate;
 };

@@ -355,9 +355,8 @@ void ViewController::checkNotificationPermission()
 
 void ViewController::requestRating()
 {
-    // Linux has no rating prompt of its own; the request is logged and announced.
+    // Linux has no rating prompt of its own; the request is logged.
     DebugLog::line(u"CANCEL"_s);
-    emit ratingRequested();
 }
 
 void ViewController::setPicker(const QDateTime &date)

@@ -81,7 +81,6 @@ public:
     QString addDialogMessage() const;
     QString addDialogPlaceholder() const { return m_addDialogPlaceholder; }
     QString cancelText() const;
-    QString personName() const { return m_personName; }
     qint64 currentFavoriteIndex() const { return m_currentFavoriteIndex; }
 
     // The screen's load: once per main screen, in a fixed order.
@@ -117,7 +116,6 @@ signals:
     // Reminders are to be checked and scheduled again.
     void notificationPermissionCheckRequested();
     // A rating request would be shown now, if the platform had one.
-    void ratingRequested();
 
 private:
     void dpChanged();
