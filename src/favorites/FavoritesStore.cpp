@@ -175,6 +175,13 @@ void FavoritesStore::remove(qsizetype index)
     apply(std::move(rows));
 }
 
+void FavoritesStore::insert(qsizetype index, const Favorite &favorite)
+{
+    QList<QStringList> rows = m_rows;
+    rows.insert(std::clamp<qsizetype>(index, 0, rows.size()), {favorite.name, favorite.birthday});
+    apply(std::move(rows));
+}
+
 void FavoritesStore::update(qsizetype index, const QString &name, const QString &birthday)
 {
     requireIndex(index);

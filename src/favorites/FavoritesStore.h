@@ -49,6 +49,9 @@ public:
     // text is kept untrimmed; the birthday is "d M yyyy" from the three integers.
     void append(const QString &fieldText, qint64 day, qint64 month, qint64 year);
     void remove(qsizetype index);
+    // Puts a favorite back at `index` (at the end when the list has grown
+    // shorter since), as an undo of remove().
+    void insert(qsizetype index, const Favorite &favorite);
     void update(qsizetype index, const QString &name, const QString &birthday);
     // A reordered list from sorting.
     void replaceAll(const QList<Favorite> &favorites);

@@ -100,6 +100,9 @@ const std::array<Row, UiTextCount> &rows()
         {u"Entries:"_s, u"Einträge:"_s, u"Записи:"_s},
         {u"Mark future birthdays ☆"_s, u"Zukünftige Geburtstage markieren ☆"_s,
          u"Будущие дни рождения пометить ☆"_s},
+        {u"Undo"_s, u"Rückgängig"_s, u"Вернуть"_s},
+        {u"Deleted:"_s, u"Gelöscht:"_s, u"Удалено:"_s},
+        {u"Clear text"_s, u"Text löschen"_s, u"Очистить текст"_s},
     }};
     return table;
 }

@@ -88,9 +88,12 @@ enum class UiText {
     ShowWeekdayInTable,    // 78
     Entries,               // 79
     MarkFutureBirthdays,   // 80
+    Undo,                  // 81
+    Deleted,               // 82
+    ClearText,             // 83
 };
 
-inline constexpr int UiTextCount = 80;
+inline constexpr int UiTextCount = 83;
 
 // The process-wide table of interface texts. It starts out English; applying
 // German or Russian overwrites every entry. Applying English changes nothing,

@@ -62,6 +62,7 @@ Item {
                     objectName: row.switchName
                     checked: row.on
                     checkedColor: row.accent
+                    offColor: root.controller.theme.switchOffColor
                     Accessible.name: row.caption
                     onToggled: row.switched(checked)
                 }
@@ -109,7 +110,7 @@ Item {
                 objectName: "lblLine"
                 Layout.fillWidth: true
                 implicitHeight: 1
-                color: "#8e8e93"
+                color: root.controller.theme.greyColor
             }
 
             Text {
@@ -151,7 +152,7 @@ Item {
                 objectName: "lblLine2"
                 Layout.fillWidth: true
                 implicitHeight: 1
-                color: "#8e8e93"
+                color: root.controller.theme.greyColor
             }
 
             TextButton {
