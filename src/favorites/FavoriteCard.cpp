@@ -131,8 +131,10 @@ QList<Rgb> FavoriteCards::cardBackdrop(Appearance appearance, const QList<Rgb> &
 
 FavoriteCardColors FavoriteCards::legible(FavoriteCardColors colors, const QList<Rgb> &cardBackdrop)
 {
-    colors.star = Contrast::legible(colors.star, cardBackdrop, Contrast::text);
-    colors.birthday = Contrast::legible(colors.birthday, cardBackdrop, Contrast::text);
-    colors.age = Contrast::legible(colors.age, cardBackdrop, Contrast::largeText);
+    // The age is large, but shrinks to fit three digits: it reads as text.
+    const double minimum = Contrast::text + Contrast::margin;
+    colors.star = Contrast::legible(colors.star, cardBackdrop, minimum);
+    colors.birthday = Contrast::legible(colors.birthday, cardBackdrop, minimum);
+    colors.age = Contrast::legible(colors.age, cardBackdrop, minimum);
     return colors;
 }

@@ -61,7 +61,7 @@ FavoriteCardColors colors(const ThemeTable &themes, int theme, Appearance appear
 QList<Rgb> cardBackdrop(Appearance appearance, const QList<Rgb> &screenBackdrop);
 
 // The colours of a row with the star, the birthday and the age moved in
-// lightness just enough to read on the card (the age, large, at 3:1).
+// lightness just enough to read on the card.
 FavoriteCardColors legible(FavoriteCardColors colors, const QList<Rgb> &cardBackdrop);
 
 } // namespace FavoriteCards

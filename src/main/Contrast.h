@@ -14,6 +14,10 @@ namespace Contrast {
 constexpr double text = 4.5;
 constexpr double largeText = 3.0;
 constexpr double symbol = 3.0;
+// What a colour worked out here aims above its minimum, for the small
+// differences between the colours reckoned with and those drawn
+// (translucent layers, rounding).
+constexpr double margin = 0.05;
 
 // Relative luminance, 0 for black to 1 for white.
 double luminance(Rgb color);

@@ -76,7 +76,7 @@ Rgb ThemeTable::color(int index) const
             const auto [top, bottom] = gradientOf(candidate);
             return Contrast::lowestRatio(label, {top, bottom});
         },
-        Contrast::text);
+        Contrast::text + Contrast::margin);
 }
 
 std::pair<Rgb, Rgb> ThemeTable::gradientOf(Rgb color)

@@ -39,14 +39,19 @@ QColor ScreenTheme::labelColor() const
     return toColor(SystemColors::of(m_appearance).label);
 }
 
+// The faint star picture over the report and the rounding of drawn colours
+// may take a little from the contrast reckoned against the backdrop.
+constexpr double headroom = 0.3;
+
 qreal ScreenTheme::fadedTextOpacity() const
 {
-    return Contrast::lowestOpacity(system().label, m_backdrop, Contrast::text);
+    return Contrast::lowestOpacity(system().label, m_backdrop, Contrast::text + headroom);
 }
 
 qreal ScreenTheme::alertFadedTextOpacity() const
 {
-    return Contrast::lowestOpacity(system().label, {system().alertBackground}, Contrast::text);
+    return Contrast::lowestOpacity(system().label, {system().alertBackground},
+                                   Contrast::text + headroom);
 }
 
 std::pair<Rgb, Rgb> ScreenTheme::pictureExtremes(const QUrl &picture)

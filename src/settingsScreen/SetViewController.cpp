@@ -79,14 +79,14 @@ QVariantList SetViewController::colorButtons() const
         // A cube must stand out from the screen, and the chosen one's symbol
         // from the cube's colour that fills its frame: each moves in lightness
         // just as far as it needs to.
-        const Rgb shown =
-            chosen ? color : Contrast::legible(color, m_theme->backdrop(), Contrast::symbol);
-        buttons.append(QVariantMap{{u"name"_s, name.arg(i + 1)},
-                                   {u"color"_s, ScreenTheme::toColor(shown)},
-                                   {u"chosen"_s, chosen},
-                                   {u"frame"_s, frame},
-                                   {u"symbol"_s, ScreenTheme::toColor(Contrast::legible(
-                                                     symbol, {color}, Contrast::symbol))}});
+        const double minimum = Contrast::symbol + Contrast::margin;
+        const Rgb shown = chosen ? color : Contrast::legible(color, m_theme->backdrop(), minimum);
+        buttons.append(QVariantMap{
+            {u"name"_s, name.arg(i + 1)},
+            {u"color"_s, ScreenTheme::toColor(shown)},
+            {u"chosen"_s, chosen},
+            {u"frame"_s, frame},
+            {u"symbol"_s, ScreenTheme::toColor(Contrast::legible(symbol, {color}, minimum))}});
     }
     return buttons;
 }
