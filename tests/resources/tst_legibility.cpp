@@ -8,8 +8,8 @@
 #include <QHash>
 #include <QImageReader>
 #include <QJSValue>
-#include <QQmlListReference>
 #include <QQmlApplicationEngine>
+#include <QQmlListReference>
 #include <QQuickItem>
 #include <QQuickWindow>
 #include <QTest>
