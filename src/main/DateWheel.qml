@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Controls
+import Tavlo
 
 // One wheel of the birth date: its labels, the selected index, and a text
 // colour for the labels.
@@ -23,7 +24,7 @@ Tumbler {
 
         text: typeof modelData === "number" ? index + 1 : modelData
         color: Tumbler.tumbler.palette.windowText
-        opacity: Math.max(wheel.fadedOpacity, 1.0 - Math.abs(Tumbler.displacement)
+        opacity: Math.max((Tumbler.tumbler as DateWheel).fadedOpacity, 1.0 - Math.abs(Tumbler.displacement)
                           / (Tumbler.tumbler.visibleItemCount / 2) * 0.8)
         font.family: "Inter"
         font.weight: Font.Light
