@@ -68,7 +68,7 @@ private slots:
         }
     }
 
-    // The behaviour text's colours that come out too faint, against the
+    // The designed colours that come out too faint, against the
     // backgrounds they meet: the result reads, keeps its hue and saturation,
     // and moves no further than it must.
     void legible_data()
