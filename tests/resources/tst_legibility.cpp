@@ -241,16 +241,6 @@ QList<Finding> findings(QQuickWindow *window, bool popups)
                 finding.ratio = std::min(
                     finding.ratio, Contrast::ratio(Contrast::over(rgbOf(c), alpha, under), under));
             }
-            if (qEnvironmentVariableIsSet("TAVLO_CONTRAST_DEBUG") &&
-                finding.ratio < finding.minimum) {
-                qInfo() << "  text" << finding.what << c << alpha << behind.size()
-                        << Contrast::luminance(behind.value(0));
-                for (const Drawn &surface : before) {
-                    if (surface.rect.intersects(rect))
-                        qInfo() << "  behind" << describe(surface.item) << surface.rect
-                                << surfaceColors(surface.item).size() << rect;
-                }
-            }
             found.append(finding);
         }
         if (!surfaceColors(item).isEmpty())
