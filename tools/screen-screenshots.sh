@@ -2,7 +2,8 @@
 # Pictures of the favorites or settings screen with a dozen favorites saved,
 # in chosen themes, appearances and languages: the app runs on a virtual
 # display, taps open the screen as a user would, and the window is captured.
-#   tools/screen-screenshots.sh OUTPUT_DIR [THEMES] [LANGUAGES] [fav|set|info]
+#   tools/screen-screenshots.sh OUTPUT_DIR [THEMES] [LANGUAGES] [fav|set|info|add]
+# "add" shows Anna's report with the add dialog open over it.
 set -euo pipefail
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 out=${1:?output folder}
@@ -63,7 +64,11 @@ for theme in $themes; do
         for language in $languages; do
             config=$(mktemp -d)
             mkdir -p "$config/tavlo"
-            printf '[General]\nfirstStart2=true\nstar=true\nweekday=true\nsort=2\ncolor=%s\npreferredL=%s\n%s\n' \
+            extra=
+            if [[ $screen == add ]]; then
+                extra='moreDetails=true\ndataSave=true\nbirthdayMove=true\nName=Anna\nbirthday=12 3 1985\n'
+            fi
+            printf "[General]\\nfirstStart2=true\\nstar=true\\nweekday=true\\nsort=2\\ncolor=%s\\npreferredL=%s\\n$extra%s\\n" \
                 "$theme" "${override[$language]}" "$people" > "$config/tavlo/tavlo.conf"
             XDG_CONFIG_HOME=$config TZ=Europe/Berlin TAVLO_APPEARANCE=$appearance \
                 "$root/build/tavlo" >/dev/null 2>&1 &
@@ -73,6 +78,16 @@ for theme in $themes; do
             case $screen in
                 fav) xdotool mousemove --window "$window" 244 824 click 1 ;;
                 set | info) xdotool mousemove --window "$window" 341 824 click 1 ;;
+                add)
+                    # A turn of the day wheel makes a report that can be added.
+                    xdotool mousemove --window "$window" 228 718 sleep 0.2 mousedown 1
+                    for y in 712 706 700 694 688 682 681; do
+                        xdotool sleep 0.05 mousemove --window "$window" 228 $y
+                    done
+                    xdotool sleep 0.3 mouseup 1
+                    sleep 1.5
+                    xdotool mousemove --window "$window" 146 824 click 1
+                    ;;
             esac
             sleep 2.5
             if [[ $screen == info ]]; then

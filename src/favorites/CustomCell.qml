@@ -4,8 +4,10 @@ import Tavlo
 
 // One favorite as a card: the sign picture in a coloured circle, the name
 // above the birthday, the star for a birthday still to come, and the age.
-// Tap to choose it, hold to edit it, swipe it away from the right to delete.
-SwipeDelegate {
+// Tap to choose it, hold to edit it. A swipe to the left shows the red
+// delete button, which stays until a tap elsewhere; a tap on it, or a swipe
+// past two thirds of the row, deletes.
+ItemDelegate {
     id: cell
 
     required property int index
@@ -17,6 +19,13 @@ SwipeDelegate {
     readonly property FavViewController controller: (ListView.view as FavoritesList).controller
 
     readonly property real ageLeft: width - 8 - 56
+    readonly property FavoritesList list: ListView.view as FavoritesList
+    readonly property real buttonWidth: 80
+    // How far the card has moved to the left: where the finger has it, or
+    // at rest, open or closed.
+    readonly property real restingTravel: list && list.openRow === index ? buttonWidth : 0
+    property real travel: swipe.active ? Math.max(0, swipe.startTravel - swipe.translation.x)
+                                       : restingTravel
 
     objectName: "cell" + index
     width: ListView.view.width
@@ -25,25 +34,63 @@ SwipeDelegate {
     background: Item {}
     Accessible.name: name + ", " + birthday + ", " + age
 
-    onClicked: controller.selectRow(index)
+    // A tap while a row is open only closes it.
+    onClicked: {
+        if (list.openRow >= 0)
+            list.openRow = -1
+        else
+            controller.selectRow(index)
+    }
     onPressAndHold: controller.longPressed(index)
-    swipe.onCompleted: controller.deleteRow(index)
 
-    swipe.right: DeleteAction {}
-
-    Binding {
-        target: cell.swipe.rightItem
-        property: "label"
-        value: cell.controller.accessibleName("delete")
+    Behavior on travel {
+        enabled: !swipe.active
+        NumberAnimation { duration: 200; easing.type: Easing.OutCubic }
     }
 
-    Connections {
-        target: cell.swipe.rightItem
-        ignoreUnknownSignals: true
-        function onTapped() { cell.controller.deleteRow(cell.index) }
+    DragHandler {
+        id: swipe
+
+        property real startTravel: 0
+
+        target: null
+        xAxis.enabled: true
+        yAxis.enabled: false
+        onActiveChanged: {
+            if (active) {
+                startTravel = cell.restingTravel
+                return
+            }
+            const outcome = cell.controller.swipeOutcome(cell.travel, cell.width, cell.buttonWidth)
+            if (outcome === FavViewController.SwipeDelete) {
+                cell.list.openRow = -1
+                cell.controller.deleteRow(cell.index)
+            } else if (outcome === FavViewController.SwipeOpen) {
+                cell.list.openRow = cell.index
+            } else if (cell.list.openRow === cell.index) {
+                cell.list.openRow = -1
+            }
+        }
+    }
+
+    DeleteAction {
+        anchors.right: parent.right
+        width: cell.travel
+        height: cell.height - 10
+        y: 2
+        visible: cell.travel > 0
+        clip: true
+        color: cell.controller.theme.redColor
+        label: cell.controller.accessibleName("delete")
+        onTapped: {
+            cell.list.openRow = -1
+            cell.controller.deleteRow(cell.index)
+        }
     }
 
     contentItem: Item {
+        transform: Translate { x: -cell.travel }
+
         Rectangle {
             objectName: "cellBlur"
             x: 6
@@ -82,6 +129,7 @@ SwipeDelegate {
             width: cell.ageLeft - 4 - x
             height: 29
             text: cell.name
+            textFormat: Text.PlainText
             color: cell.controller.theme.labelColor
             font.family: "Inter"
             font.weight: Font.Thin
@@ -117,6 +165,7 @@ SwipeDelegate {
             width: cell.ageLeft + 2 - 18 - x
             height: 21
             text: cell.birthday
+            textFormat: Text.PlainText
             color: cell.controller.birthdayColor
             font.family: "Inter"
             font.weight: Font.Light
@@ -135,7 +184,7 @@ SwipeDelegate {
             width: 56
             height: 56
             text: cell.age
-            color: "white"
+            color: cell.controller.ageColor
             font.family: "Inter"
             font.weight: Font.Thin
             font.pixelSize: 32
@@ -143,9 +192,8 @@ SwipeDelegate {
             minimumPixelSize: 16
             horizontalAlignment: Text.AlignHCenter
             verticalAlignment: Text.AlignVCenter
-            // White on a pale card needs an outline to be read.
-            style: cell.controller.theme.dark ? Text.Raised : Text.Outline
-            styleColor: cell.controller.theme.dark ? "#545458" : "#8e8e93"
+            style: Text.Raised
+            styleColor: cell.controller.theme.darkGreyColor
         }
     }
 }

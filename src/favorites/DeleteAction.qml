@@ -1,7 +1,7 @@
 import QtQuick
 import QtQuick.Controls.impl
 
-// The red action a card shows when swiped from the right.
+// The red action a card shows when swiped from the right, in the system red.
 Rectangle {
     id: action
 
@@ -10,15 +10,14 @@ Rectangle {
     signal tapped()
 
     objectName: "deleteAction"
-    anchors.right: parent ? parent.right : undefined
-    width: 80
-    height: parent ? parent.height : 66
-    color: "#ff3b30"
+    radius: 28
     Accessible.role: Accessible.Button
     Accessible.name: label
 
     IconImage {
-        anchors.centerIn: parent
+        anchors.right: parent.right
+        anchors.rightMargin: 27
+        anchors.verticalCenter: parent.verticalCenter
         width: 26
         height: 26
         sourceSize.width: 52

@@ -54,6 +54,7 @@ Alert {
             Layout.fillWidth: true
             theme: dialog.theme
             placeholderText: dialog.controller.namePlaceholder
+            clearLabel: dialog.controller.clearText
         }
 
         Item {
@@ -75,6 +76,7 @@ Alert {
                     width: 44
                     height: parent.height
                     textColor: dialog.theme.labelColor
+                    fadedOpacity: dialog.theme.alertFadedTextOpacity
                     model: dialog.controller.daysInMonth(monthWheel.currentIndex + 1,
                                                          yearWheel.currentIndex
                                                          + dialog.controller.firstYear)
@@ -91,6 +93,7 @@ Alert {
                     width: 130
                     height: parent.height
                     textColor: dialog.theme.labelColor
+                    fadedOpacity: dialog.theme.alertFadedTextOpacity
                     model: dialog.controller.monthNames
                 }
                 DateWheel {
@@ -102,6 +105,7 @@ Alert {
                     width: 70
                     height: parent.height
                     textColor: dialog.theme.labelColor
+                    fadedOpacity: dialog.theme.alertFadedTextOpacity
                     model: dialog.controller.yearLabels
                 }
             }

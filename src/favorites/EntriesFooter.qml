@@ -2,9 +2,12 @@ import QtQuick
 
 // The end of the favorites list: how many entries it has.
 Item {
+    id: footer
+
     property alias text: label.text
     property alias color: label.color
     property alias countShown: label.visible
+    property real textOpacity: 0.7
 
     height: 55
 
@@ -16,7 +19,7 @@ Item {
         width: parent.width - 24
         height: 40
         visible: false
-        opacity: 0.7
+        opacity: footer.textOpacity
         font.family: "Inter"
         font.weight: Font.Light
         font.pixelSize: 10

@@ -1,6 +1,7 @@
 #include "FavViewController.h"
 
 #include "FavoritesSorting.h"
+#include "RowSwipe.h"
 #include "core/DatePattern.h"
 #include "core/DebugLog.h"
 #include "core/FatalError.h"
@@ -14,7 +15,14 @@ using namespace Qt::Literals::StringLiterals;
 FavViewController::FavViewController(Session &session, QObject *parent)
     : QObject(parent), m_session(session), m_theme(new ScreenTheme(session.appearance, this)),
       m_model(new FavoritesModel(this))
-{}
+{
+    m_undoTimer.setSingleShot(true);
+    m_undoTimer.setInterval(undoMilliseconds);
+    connect(&m_undoTimer, &QTimer::timeout, this, [this] {
+        m_deleted.reset();
+        emit undoChanged();
+    });
+}
 
 QString FavViewController::title() const
 {
@@ -62,6 +70,11 @@ QString FavViewController::namePlaceholder() const
 QString FavViewController::cancelText() const
 {
     return m_session.strings[UiText::Cancel];
+}
+
+QString FavViewController::clearText() const
+{
+    return m_session.strings[UiText::ClearText];
 }
 
 QStringList FavViewController::monthNames() const
@@ -119,11 +132,13 @@ void FavViewController::viewDidLoad()
 
     const qint64 theme = settings.value(SettingsKeys::color);
     m_theme->apply(m_session.themes.look(theme));
-    const FavoriteCardColors colors =
-        FavoriteCards::colors(m_session.themes, int(theme), m_session.appearance);
+    const FavoriteCardColors colors = FavoriteCards::legible(
+        FavoriteCards::colors(m_session.themes, int(theme), m_session.appearance),
+        FavoriteCards::cardBackdrop(m_session.appearance, m_theme->backdrop()));
     m_signCircle = ScreenTheme::toColor(colors.signCircle);
     m_star = ScreenTheme::toColor(colors.star);
     m_birthday = ScreenTheme::toColor(colors.birthday);
+    m_age = ScreenTheme::toColor(colors.age);
 
     reloadRows();
 }
@@ -205,9 +220,53 @@ void FavViewController::confirmEdit(const QString &name, int day, int month, int
 
 void FavViewController::deleteRow(int row)
 {
+    const Favorite favorite = m_session.favorites.at(row);
     m_session.favorites.remove(row);
     m_model->removeRow(row);
+    m_deleted = Deleted{row, favorite};
+    m_undoTimer.start();
     emit countChanged();
+    emit undoChanged();
+}
+
+void FavViewController::undoDelete()
+{
+    if (!m_deleted)
+        return;
+    const int row = std::min(m_deleted->row, count());
+    m_session.favorites.insert(row, m_deleted->favorite);
+    m_model->insertRow(row, m_deleted->favorite);
+    m_deleted.reset();
+    m_undoTimer.stop();
+    emit countChanged();
+    emit undoChanged();
+}
+
+QString FavViewController::undoText() const
+{
+    if (!m_deleted)
+        return {};
+    return m_session.strings[UiText::Deleted] + u' ' +
+           FavoriteCards::displayName(m_deleted->favorite.name);
+}
+
+QString FavViewController::undoButtonText() const
+{
+    return m_session.strings[UiText::Undo];
+}
+
+FavViewController::SwipeOutcome FavViewController::swipeOutcome(qreal travel, qreal rowWidth,
+                                                                qreal buttonWidth) const
+{
+    switch (RowSwipe::settle(travel, rowWidth, buttonWidth)) {
+    case RowSwipe::Outcome::Delete:
+        return SwipeDelete;
+    case RowSwipe::Outcome::Open:
+        return SwipeOpen;
+    case RowSwipe::Outcome::Closed:
+        break;
+    }
+    return SwipeClosed;
 }
 
 void FavViewController::close()

@@ -5,8 +5,10 @@
 
 #include <QObject>
 #include <QStringList>
+#include <QTimer>
 #include <QVariantMap>
 #include <QtQml/qqmlregistration.h>
+#include <optional>
 
 class Session;
 
@@ -31,6 +33,7 @@ class FavViewController : public QObject
     Q_PROPERTY(QColor signCircleColor READ signCircleColor CONSTANT)
     Q_PROPERTY(QColor starColor READ starColor CONSTANT)
     Q_PROPERTY(QColor birthdayColor READ birthdayColor CONSTANT)
+    Q_PROPERTY(QColor ageColor READ ageColor CONSTANT)
     Q_PROPERTY(QColor cardColor READ cardColor CONSTANT)
     Q_PROPERTY(QColor cardBorderColor READ cardBorderColor CONSTANT)
 
@@ -41,12 +44,23 @@ class FavViewController : public QObject
     Q_PROPERTY(int editYear READ editYear NOTIFY editChanged)
     Q_PROPERTY(QString namePlaceholder READ namePlaceholder CONSTANT)
     Q_PROPERTY(QString cancelText READ cancelText CONSTANT)
+    Q_PROPERTY(QString clearText READ clearText CONSTANT)
     Q_PROPERTY(QStringList monthNames READ monthNames CONSTANT)
     Q_PROPERTY(QStringList yearLabels READ yearLabels CONSTANT)
     Q_PROPERTY(QStringList wheelOrder READ wheelOrder CONSTANT)
     Q_PROPERTY(int firstYear READ firstYear CONSTANT)
+    Q_PROPERTY(bool undoVisible READ undoVisible NOTIFY undoChanged)
+    Q_PROPERTY(QString undoText READ undoText NOTIFY undoChanged)
+    Q_PROPERTY(QString undoButtonText READ undoButtonText CONSTANT)
 
 public:
+    // Where a row comes to rest when a swipe is let go (see RowSwipe).
+    enum SwipeOutcome { SwipeClosed, SwipeOpen, SwipeDelete };
+    Q_ENUM(SwipeOutcome)
+
+    // How long "Undo" stays after a delete.
+    static constexpr int undoMilliseconds = 5000;
+
     explicit FavViewController(Session &session, QObject *parent = nullptr);
 
     FavoritesModel *model() const { return m_model; }
@@ -68,6 +82,7 @@ public:
     QColor signCircleColor() const { return m_signCircle; }
     QColor starColor() const { return m_star; }
     QColor birthdayColor() const { return m_birthday; }
+    QColor ageColor() const { return m_age; }
     QColor cardColor() const;
     QColor cardBorderColor() const;
     int editRow() const { return m_editRow; }
@@ -77,10 +92,14 @@ public:
     int editYear() const { return m_editDate.year(); }
     QString namePlaceholder() const;
     QString cancelText() const;
+    QString clearText() const;
     QStringList monthNames() const;
     QStringList yearLabels() const;
     QStringList wheelOrder() const;
     int firstYear() const;
+    bool undoVisible() const { return m_deleted.has_value(); }
+    QString undoText() const;
+    QString undoButtonText() const;
 
     // The screen's load: the list read, sorted and themed.
     Q_INVOKABLE void viewDidLoad();
@@ -94,7 +113,11 @@ public:
     Q_INVOKABLE void longPressed(int row);
     // "OK" in the edit dialog: the name as typed, the date from its wheels.
     Q_INVOKABLE void confirmEdit(const QString &name, int day, int month, int year);
+    // Deletes at once; "Undo" then stays for a few seconds.
     Q_INVOKABLE void deleteRow(int row);
+    // Puts the last deleted favorite back at its place.
+    Q_INVOKABLE void undoDelete();
+    Q_INVOKABLE SwipeOutcome swipeOutcome(qreal travel, qreal rowWidth, qreal buttonWidth) const;
     // The number of days of a month, for the edit dialog's day wheel.
     Q_INVOKABLE int daysInMonth(int month, int year) const;
 
@@ -104,6 +127,7 @@ signals:
     void editChanged();
     void sortMenuRequested();
     void editDialogRequested();
+    void undoChanged();
     void screenRequested(const QString &identifier);
 
 private:
@@ -121,7 +145,15 @@ private:
     QColor m_signCircle;
     QColor m_star;
     QColor m_birthday;
+    QColor m_age;
     int m_editRow = -1;
     QString m_editName;
     QDate m_editDate;
+    struct Deleted
+    {
+        int row;
+        Favorite favorite;
+    };
+    std::optional<Deleted> m_deleted;
+    QTimer m_undoTimer;
 };

@@ -4,6 +4,7 @@
 #include "core/DatePattern.h"
 #include "core/DebugLog.h"
 #include "core/FatalError.h"
+#include "main/Contrast.h"
 
 #include <array>
 
@@ -43,15 +44,15 @@ QString birthdayFormat(Language language, bool showWeekday)
     return showWeekday ? u"EEEE, MMMM dd, yyyy"_s : u"MMMM dd, yyyy"_s;
 }
 
-QString displayName(const QString &name)
+} // namespace
+
+QString FavoriteCards::displayName(const QString &name)
 {
     QString result = name;
     while (result.endsWith(u' '))
         result.chop(1);
     return result.isEmpty() ? u"Unknown"_s : result;
 }
-
-} // namespace
 
 std::optional<QString> FavoriteCards::signPicture(int day, int month)
 {
@@ -116,5 +117,24 @@ FavoriteCardColors FavoriteCards::colors(const ThemeTable &themes, int theme, Ap
     }
     if (light)
         colors.birthday = ThemeTable::lightened(system.grey, -36);
+    return colors;
+}
+
+QList<Rgb> FavoriteCards::cardBackdrop(Appearance appearance, const QList<Rgb> &screenBackdrop)
+{
+    const Rgb card = SystemColors::of(appearance).background;
+    QList<Rgb> behind;
+    for (const Rgb &screen : screenBackdrop)
+        behind.append(Contrast::over(card, 0.2, screen));
+    return behind;
+}
+
+FavoriteCardColors FavoriteCards::legible(FavoriteCardColors colors, const QList<Rgb> &cardBackdrop)
+{
+    // The age is large, but shrinks to fit three digits: it reads as text.
+    const double minimum = Contrast::text + Contrast::margin;
+    colors.star = Contrast::legible(colors.star, cardBackdrop, minimum);
+    colors.birthday = Contrast::legible(colors.birthday, cardBackdrop, minimum);
+    colors.age = Contrast::legible(colors.age, cardBackdrop, minimum);
     return colors;
 }

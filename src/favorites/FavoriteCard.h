@@ -30,6 +30,7 @@ struct FavoriteCardColors
     Rgb signCircle;
     Rgb star;
     Rgb birthday;
+    Rgb age{1, 1, 1};
 };
 
 namespace FavoriteCards {
@@ -39,6 +40,10 @@ namespace FavoriteCards {
 FavoriteCard card(const Favorite &favorite, qsizetype index, const QDateTime &now,
                   Language language, const QLocale &deviceLocale, bool showWeekday,
                   bool markComing);
+
+// The name as a row shows it: without trailing blanks, "Unknown" when
+// nothing is left.
+QString displayName(const QString &name);
 
 // Whether this year's birthday is today or still to come; nothing when the
 // text cannot be read with this year put in.
@@ -50,5 +55,13 @@ std::optional<QString> signPicture(int day, int month);
 
 // Theme 9's colour is dark grey here, as on the favorites screen.
 FavoriteCardColors colors(const ThemeTable &themes, int theme, Appearance appearance);
+
+// What lies behind a card's text: the card, the system background at 0.2,
+// over each colour of the screen's backdrop.
+QList<Rgb> cardBackdrop(Appearance appearance, const QList<Rgb> &screenBackdrop);
+
+// The colours of a row with the star, the birthday and the age moved in
+// lightness just enough to read on the card.
+FavoriteCardColors legible(FavoriteCardColors colors, const QList<Rgb> &cardBackdrop);
 
 } // namespace FavoriteCards

@@ -19,6 +19,14 @@ void FavoritesModel::removeRow(qsizetype row)
     endRemoveRows();
 }
 
+void FavoritesModel::insertRow(qsizetype row, const Favorite &favorite)
+{
+    beginInsertRows({}, int(row), int(row));
+    m_favorites.insert(row, favorite);
+    m_cards.insert(row, std::nullopt);
+    endInsertRows();
+}
+
 void FavoritesModel::updateRow(qsizetype row, const Favorite &favorite)
 {
     m_favorites[row] = favorite;

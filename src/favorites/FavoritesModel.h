@@ -24,6 +24,7 @@ public:
 
     void reset(QList<Favorite> favorites, CardMaker makeCard);
     void removeRow(qsizetype row);
+    void insertRow(qsizetype row, const Favorite &favorite);
     void updateRow(qsizetype row, const Favorite &favorite);
 
     int rowCount(const QModelIndex &parent = {}) const override;

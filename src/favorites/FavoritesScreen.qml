@@ -87,6 +87,11 @@ Item {
         }
         Binding {
             target: tableView.footerItem
+            property: "textOpacity"
+            value: root.controller.theme.legibleOpacity(0.7)
+        }
+        Binding {
+            target: tableView.footerItem
             property: "countShown"
             value: tableView.footerCountShown
         }
@@ -177,6 +182,53 @@ Item {
         id: editDialog
 
         controller: root.controller
+    }
+
+    // For a few seconds after a delete: what went, and the way back.
+    Rectangle {
+        objectName: "undoBar"
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.bottom: parent.bottom
+        anchors.margins: 12
+        height: 48
+        radius: 14
+        color: root.controller.theme.alertBackground
+        border.color: root.controller.theme.separatorColor
+        visible: opacity > 0
+        opacity: root.controller.undoVisible ? 1 : 0
+
+        Behavior on opacity {
+            NumberAnimation { duration: 200 }
+        }
+
+        Text {
+            objectName: "undoLabel"
+            anchors.left: parent.left
+            anchors.leftMargin: 16
+            anchors.right: btnUndo.left
+            anchors.verticalCenter: parent.verticalCenter
+            text: root.controller.undoText
+            textFormat: Text.PlainText
+            color: root.controller.theme.labelColor
+            font.pixelSize: 15
+            elide: Text.ElideRight
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
+        }
+
+        AlertButton {
+            id: btnUndo
+
+            objectName: "btnUndo"
+            anchors.right: parent.right
+            anchors.verticalCenter: parent.verticalCenter
+            width: Math.max(implicitContentWidth, 60) + 32
+            text: root.controller.undoButtonText
+            tint: root.controller.theme.labelColor
+            font.weight: Font.DemiBold
+            onClicked: root.controller.undoDelete()
+        }
     }
 
     Rectangle {

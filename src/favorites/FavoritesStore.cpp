@@ -167,6 +167,13 @@ WriteResult FavoritesStore::remove(qsizetype index)
     return apply(std::move(rows));
 }
 
+WriteResult FavoritesStore::insert(qsizetype index, const Favorite &favorite)
+{
+    QList<QStringList> rows = m_rows;
+    rows.insert(std::clamp<qsizetype>(index, 0, rows.size()), {favorite.name, favorite.birthday});
+    return apply(std::move(rows));
+}
+
 WriteResult FavoritesStore::update(qsizetype index, const QString &name, const QString &birthday)
 {
     requireIndex(index);

@@ -51,6 +51,9 @@ public:
     // text is kept untrimmed; the birthday is "d M yyyy" from the three integers.
     WriteResult append(const QString &fieldText, qint64 day, qint64 month, qint64 year);
     WriteResult remove(qsizetype index);
+    // Puts a favorite back at `index` (at the end when the list has grown
+    // shorter since), as an undo of remove().
+    WriteResult insert(qsizetype index, const Favorite &favorite);
     WriteResult update(qsizetype index, const QString &name, const QString &birthday);
     // A reordered list from sorting.
     WriteResult replaceAll(const QList<Favorite> &favorites);

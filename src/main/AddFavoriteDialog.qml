@@ -38,6 +38,7 @@ Alert {
             Layout.fillWidth: true
             theme: dialog.theme
             placeholderText: dialog.controller.addDialogPlaceholder
+            clearLabel: dialog.controller.clearText
             Accessible.name: dialog.controller.addDialogTitle
             onAccepted: dialog.accept()
         }
@@ -50,14 +51,14 @@ Alert {
             objectName: "addCancelButton"
             Layout.fillWidth: true
             text: dialog.controller.cancelText
-            tint: dialog.theme.accentColor
+            tint: dialog.theme.labelColor
             onClicked: dialog.reject()
         }
         AlertButton {
             objectName: "addOkButton"
             Layout.fillWidth: true
             text: "OK"
-            tint: dialog.theme.accentColor
+            tint: dialog.theme.labelColor
             font.weight: Font.DemiBold
             onClicked: dialog.accept()
         }

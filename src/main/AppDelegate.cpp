@@ -27,7 +27,15 @@ void loadBundledFonts()
     const QDir fonts(QStringLiteral(":/qt/qml/Tavlo/resources/fonts"));
     for (const QString &file : fonts.entryList({QStringLiteral("*.otf"), QStringLiteral("*.ttf")}))
         QFontDatabase::addApplicationFont(fonts.filePath(file));
-    QGuiApplication::setFont(QFont(QStringLiteral("Inter")));
+    // Emoji in names come from the system's colour emoji font, which Tavlo's
+    // packages install; the bundled faces have none. It comes last, so the
+    // zodiac and planet signs keep their plain bundled glyphs.
+    const QStringList fallbacks = {QStringLiteral("Tavlo Symbols"), QStringLiteral("Tavlo Han"),
+                                   QStringLiteral("Noto Color Emoji")};
+    QFont::insertSubstitutions(QStringLiteral("Inter"), fallbacks);
+    QFont font(QStringLiteral("Inter"));
+    font.setFamilies(QStringList{QStringLiteral("Inter")} + fallbacks);
+    QGuiApplication::setFont(font);
 }
 
 // The most memory the process has held, from the kernel's own count.

@@ -54,6 +54,7 @@ Item {
         width: wheels.widthOf("day")
         height: wheels.height - wheels.weekdayStrip
         textColor: wheels.controller.theme.labelColor
+        fadedOpacity: wheels.controller.theme.fadedTextOpacity
         model: wheels.controller.dayLabels
         currentIndex: wheels.controller.pickerDay - 1
         onMovingChanged: settle.restart()
@@ -68,6 +69,7 @@ Item {
         width: wheels.widthOf("month")
         height: wheels.height - wheels.weekdayStrip
         textColor: wheels.controller.theme.labelColor
+        fadedOpacity: wheels.controller.theme.fadedTextOpacity
         model: wheels.controller.monthNames
         currentIndex: wheels.controller.pickerMonth - 1
         onMovingChanged: settle.restart()
@@ -82,6 +84,7 @@ Item {
         width: wheels.widthOf("year")
         height: wheels.height - wheels.weekdayStrip
         textColor: wheels.controller.theme.labelColor
+        fadedOpacity: wheels.controller.theme.fadedTextOpacity
         model: wheels.controller.yearLabels
         currentIndex: wheels.controller.pickerYear - wheels.controller.firstYear
         onMovingChanged: settle.restart()

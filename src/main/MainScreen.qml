@@ -139,6 +139,7 @@ Item {
         anchors.rightMargin: 6
         anchors.bottom: datePicker.top
         text: root.controller.displayText
+        textFormat: Text.PlainText
         color: root.controller.theme.labelColor
         font.family: "Inter"
         font.weight: Font.Thin
@@ -163,6 +164,7 @@ Item {
         anchors.rightMargin: 6
         height: 26
         text: root.controller.weekdayText
+        textFormat: Text.PlainText
         color: root.controller.theme.labelColor
         font.family: "Inter"
         font.weight: Font.Light

@@ -1,5 +1,6 @@
 #include "Themes.h"
 
+#include "Contrast.h"
 #include "core/FatalError.h"
 
 #include <algorithm>
@@ -45,17 +46,42 @@ SystemColors SystemColors::of(Appearance appearance)
 {
     if (appearance == Appearance::Dark) {
         return {{1, 1, 1},          {0.92, 0.92, 0.96}, {0, 0, 0},
-                {0.56, 0.56, 0.58}, {0.33, 0.33, 0.35}, {1, 0.27, 0.23}};
+                {0.56, 0.56, 0.58}, {0.33, 0.33, 0.35}, {1, 0.27, 0.23},
+                {0.17, 0.17, 0.18}, {0.11, 0.11, 0.12}, {0.28, 0.28, 0.29},
+                {0.56, 0.56, 0.58}, {0.11, 0.11, 0.12}, {{0.47, 0.47, 0.5}, 0.32},
+                {{0, 0, 0}, 0.3}};
     }
-    return {{0, 0, 0},          {0.24, 0.24, 0.26}, {1, 1, 1},
-            {0.56, 0.56, 0.58}, {0.33, 0.33, 0.35}, {1, 0.23, 0.19}};
+    return {{0, 0, 0},          {0.24, 0.24, 0.26}, {1, 1, 1},          {0.56, 0.56, 0.58},
+            {0.33, 0.33, 0.35}, {1, 0.23, 0.19},    {0.95, 0.95, 0.97}, {1, 1, 1},
+            {0.78, 0.78, 0.8},  {0.42, 0.42, 0.44}, {0.95, 0.95, 0.97}, {{0.47, 0.47, 0.5}, 0.32},
+            {{1, 1, 1}, 0.6}};
 }
 
-Rgb ThemeTable::color(int index) const
+Rgb ThemeTable::tableColor(int index) const
 {
     if (index == 9)
         return SystemColors::of(m_appearance).background;
     return (m_light ? lightTable : darkTable).at(size_t(index));
+}
+
+Rgb ThemeTable::color(int index) const
+{
+    const Rgb color = tableColor(index);
+    if (index < 5 || index > 8)
+        return color;
+    const Rgb label = SystemColors::of(m_appearance).label;
+    return Contrast::nearestLightness(
+        color,
+        [&](Rgb candidate) {
+            const auto [top, bottom] = gradientOf(candidate);
+            return Contrast::lowestRatio(label, {top, bottom});
+        },
+        Contrast::text + Contrast::margin);
+}
+
+std::pair<Rgb, Rgb> ThemeTable::gradientOf(Rgb color)
+{
+    return {shifted(color, 0.07), shifted(color, -0.12)};
 }
 
 ThemeLook ThemeTable::look(qint64 index) const
@@ -78,7 +104,7 @@ ThemeLook ThemeTable::look(qint64 index) const
         look.thinTitleBar = true;
         return look;
     }
-    look.gradient = std::pair(shifted(color(c), 0.07), shifted(color(c), -0.12));
+    look.gradient = gradientOf(color(c));
     look.backgroundColor = color(c);
     return look;
 }

@@ -18,6 +18,13 @@ struct Rgb
     bool operator==(const Rgb &) const = default;
 };
 
+// A colour drawn at an opacity over whatever lies below.
+struct Translucent
+{
+    Rgb color;
+    double alpha = 1;
+};
+
 // The few named colours of the system that the screens use.
 struct SystemColors
 {
@@ -27,6 +34,18 @@ struct SystemColors
     Rgb grey;
     Rgb darkGrey;
     Rgb red;
+    // An alert's card, its text field and the hairline over its buttons.
+    Rgb alertBackground;
+    Rgb fieldBackground;
+    Rgb separator;
+    // A text field's hint while it is empty.
+    Rgb placeholder;
+    // The info panel's backdrop under its picture.
+    Rgb panelBackground;
+    // The track of a switch that is off.
+    Translucent switchOff;
+    // The veil over a blurred picture that keeps the text on it readable.
+    Translucent veil;
 
     static SystemColors of(Appearance appearance);
 };
@@ -60,8 +79,13 @@ public:
     void useLightColors() { m_light = true; }
     bool lightColors() const { return m_light; }
 
-    // Entry `index` of the table; entry 9 is the system background.
+    // Entry `index` of the table; entry 9 is the system background. The plain
+    // colours 5 to 8 are the backgrounds of their screens: where the label
+    // colour would not read on their gradient, their lightness moves just
+    // enough that it does (hue and saturation stay).
     Rgb color(int index) const;
+    // Entry `index` as the table holds it, before any such change.
+    Rgb tableColor(int index) const;
 
     // The look of theme `index`. An index outside 0 to 9 stops the program:
     // it can only come from a damaged "color" setting.
@@ -70,6 +94,9 @@ public:
     // The colour with each of red, green and blue raised by percent / 100,
     // clamped at 1.
     static Rgb lightened(Rgb color, double percent);
+
+    // The top and bottom of a plain colour's gradient.
+    static std::pair<Rgb, Rgb> gradientOf(Rgb color);
 
 private:
     Appearance m_appearance;

@@ -265,6 +265,11 @@ QString ViewController::addDialogMessage() const
     return m_session.strings[UiText::AddThisBirthday];
 }
 
+QString ViewController::clearText() const
+{
+    return m_session.strings[UiText::ClearText];
+}
+
 QString ViewController::cancelText() const
 {
     return m_session.strings[UiText::Cancel];

@@ -46,6 +46,7 @@ class ViewController : public QObject
     Q_PROPERTY(QString addDialogMessage READ addDialogMessage NOTIFY languageChanged)
     Q_PROPERTY(QString addDialogPlaceholder READ addDialogPlaceholder NOTIFY addDialogChanged)
     Q_PROPERTY(QString cancelText READ cancelText NOTIFY languageChanged)
+    Q_PROPERTY(QString clearText READ clearText NOTIFY languageChanged)
 
 public:
     enum class Swipe { Left, Right };
@@ -81,6 +82,7 @@ public:
     QString addDialogMessage() const;
     QString addDialogPlaceholder() const { return m_addDialogPlaceholder; }
     QString cancelText() const;
+    QString clearText() const;
     qint64 currentFavoriteIndex() const { return m_currentFavoriteIndex; }
 
     // The screen's load: once per main screen, in a fixed order.

@@ -19,7 +19,7 @@ Dialog {
 
     background: Rectangle {
         radius: 14
-        color: alert.theme.dark ? "#2c2c2e" : "#f2f2f7"
+        color: alert.theme.alertBackground
     }
 
     header: Label {

@@ -15,7 +15,7 @@ ColumnLayout {
     Rectangle {
         Layout.fillWidth: true
         implicitHeight: 1
-        color: row.theme.dark ? "#48484a" : "#c7c7cc"
+        color: row.theme.separatorColor
     }
     GridLayout {
         id: buttonRow

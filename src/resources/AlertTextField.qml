@@ -1,24 +1,60 @@
 import QtQuick
 import QtQuick.Controls
+import QtQuick.Controls.impl
 import Tavlo
 
-// The text field of an alert, in the appearance's colours.
+// The text field of an alert, in the appearance's colours, with a clear
+// button while it is being edited.
 TextField {
     id: field
 
     required property ScreenTheme theme
+    property string clearLabel
 
-    placeholderTextColor: theme.dark ? "#8e8e93" : "#6c6c70"
+    placeholderTextColor: theme.placeholderColor
     color: theme.labelColor
     font.pixelSize: 15
     leftPadding: 8
-    rightPadding: 8
+    rightPadding: clearButton.visible ? clearButton.width + 4 : 8
+    // Qt has no hint for a capital at the start of each word: the field asks
+    // for capitals wherever a new word begins and leaves the input method's
+    // own automatic capitals and prediction on everywhere else.
+    inputMethodHints: cursorPosition === 0 || text.charAt(cursorPosition - 1) === " "
+                      ? Qt.ImhPreferUppercase : Qt.ImhNone
     Accessible.role: Accessible.EditableText
     Accessible.name: placeholderText
 
     background: Rectangle {
         radius: 6
-        color: field.theme.dark ? "#1c1c1e" : "white"
-        border.color: field.theme.dark ? "#48484a" : "#c7c7cc"
+        color: field.theme.fieldBackground
+        border.color: field.theme.separatorColor
+    }
+
+    AbstractButton {
+        id: clearButton
+
+        objectName: field.objectName + "Clear"
+        anchors.right: parent.right
+        anchors.verticalCenter: parent.verticalCenter
+        width: 30
+        height: parent.height
+        visible: field.activeFocus && field.length > 0
+        focusPolicy: Qt.NoFocus
+        Accessible.role: Accessible.Button
+        Accessible.name: field.clearLabel
+        onClicked: field.clear()
+
+        contentItem: Item {
+            IconImage {
+                anchors.centerIn: parent
+                width: 18
+                height: 18
+                sourceSize.width: 36
+                sourceSize.height: 36
+                source: "qrc:/qt/qml/Tavlo/resources/icons/cancel-fill.svg"
+                color: field.theme.placeholderColor
+            }
+        }
+        background: Item {}
     }
 }

@@ -1,5 +1,10 @@
 #include "ScreenTheme.h"
 
+#include "main/Contrast.h"
+
+#include <QHash>
+#include <QImage>
+#include <QImageReader>
 #include <algorithm>
 
 ScreenTheme::ScreenTheme(Appearance appearance, QObject *parent)
@@ -16,6 +21,13 @@ QColor ScreenTheme::toColor(Rgb c)
                             float(std::clamp(c.blue, 0.0, 1.0)));
 }
 
+QColor ScreenTheme::toColor(Translucent color)
+{
+    QColor result = toColor(color.color);
+    result.setAlphaF(float(color.alpha));
+    return result;
+}
+
 QUrl ScreenTheme::imageUrl(const QString &name)
 {
     return QUrl(QStringLiteral("qrc:/qt/qml/Tavlo/resources/images/") + name +
@@ -25,6 +37,45 @@ QUrl ScreenTheme::imageUrl(const QString &name)
 QColor ScreenTheme::labelColor() const
 {
     return toColor(SystemColors::of(m_appearance).label);
+}
+
+// The faint star picture over the report and the rounding of drawn colours
+// may take a little from the contrast reckoned against the backdrop.
+constexpr double headroom = 0.3;
+
+qreal ScreenTheme::fadedTextOpacity() const
+{
+    return Contrast::lowestOpacity(system().label, m_backdrop, Contrast::text + headroom);
+}
+
+qreal ScreenTheme::alertFadedTextOpacity() const
+{
+    return Contrast::lowestOpacity(system().label, {system().alertBackground},
+                                   Contrast::text + headroom);
+}
+
+std::pair<Rgb, Rgb> ScreenTheme::pictureExtremes(const QUrl &picture)
+{
+    static QHash<QUrl, std::pair<Rgb, Rgb>> known;
+    if (const auto it = known.constFind(picture); it != known.cend())
+        return *it;
+    // The size the backgrounds are decoded at on a phone-sized window.
+    QImageReader reader(u':' + picture.path());
+    reader.setScaledSize(QSize(24, 53));
+    const QImage image = reader.read().convertToFormat(QImage::Format_RGB32);
+    std::pair<Rgb, Rgb> extremes{{1, 1, 1}, {0, 0, 0}};
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            const QColor pixel = image.pixelColor(x, y);
+            const Rgb rgb{pixel.redF(), pixel.greenF(), pixel.blueF()};
+            if (Contrast::luminance(rgb) < Contrast::luminance(extremes.first))
+                extremes.first = rgb;
+            if (Contrast::luminance(rgb) > Contrast::luminance(extremes.second))
+                extremes.second = rgb;
+        }
+    }
+    known.insert(picture, extremes);
+    return extremes;
 }
 
 void ScreenTheme::apply(const ThemeLook &look)
@@ -42,5 +93,16 @@ void ScreenTheme::apply(const ThemeLook &look)
     m_backgroundColor =
         look.backgroundColor ? toColor(*look.backgroundColor) : QColor(Qt::transparent);
     m_thinTitleBar = look.thinTitleBar;
+
+    if (m_gradientVisible) {
+        m_backdrop = {look.gradient->first, look.gradient->second};
+    } else if (m_blurVisible) {
+        const auto [darkest, lightest] = pictureExtremes(m_backgroundImage);
+        const Translucent veil = system().veil;
+        m_backdrop = {Contrast::over(veil.color, veil.alpha, darkest),
+                      Contrast::over(veil.color, veil.alpha, lightest)};
+    } else {
+        m_backdrop = {look.backgroundColor.value_or(system().background)};
+    }
     emit changed();
 }

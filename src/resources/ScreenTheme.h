@@ -3,9 +3,11 @@
 #include "main/Themes.h"
 
 #include <QColor>
+#include <QList>
 #include <QObject>
 #include <QUrl>
 #include <QtQml/qqmlregistration.h>
+#include <algorithm>
 
 // How a screen is coloured in the current theme: the accent, the background
 // picture under its blur, or the theme's colour under its gradient.
@@ -25,6 +27,18 @@ class ScreenTheme : public QObject
     Q_PROPERTY(bool thinTitleBar READ thinTitleBar NOTIFY changed)
     Q_PROPERTY(bool dark READ dark CONSTANT)
     Q_PROPERTY(QColor labelColor READ labelColor CONSTANT)
+    Q_PROPERTY(QColor greyColor READ greyColor CONSTANT)
+    Q_PROPERTY(QColor darkGreyColor READ darkGreyColor CONSTANT)
+    Q_PROPERTY(QColor redColor READ redColor CONSTANT)
+    Q_PROPERTY(QColor alertBackground READ alertBackground CONSTANT)
+    Q_PROPERTY(QColor fieldBackground READ fieldBackground CONSTANT)
+    Q_PROPERTY(QColor separatorColor READ separatorColor CONSTANT)
+    Q_PROPERTY(QColor placeholderColor READ placeholderColor CONSTANT)
+    Q_PROPERTY(QColor panelBackground READ panelBackground CONSTANT)
+    Q_PROPERTY(QColor switchOffColor READ switchOffColor CONSTANT)
+    Q_PROPERTY(QColor veilColor READ veilColor CONSTANT)
+    Q_PROPERTY(qreal fadedTextOpacity READ fadedTextOpacity NOTIFY changed)
+    Q_PROPERTY(qreal alertFadedTextOpacity READ alertFadedTextOpacity CONSTANT)
 
 public:
     ScreenTheme(Appearance appearance, QObject *parent = nullptr);
@@ -36,6 +50,7 @@ public:
     void reset() { m_blurVisible = true; }
 
     static QColor toColor(Rgb rgb);
+    static QColor toColor(Translucent color);
     static QUrl imageUrl(const QString &name);
 
     QColor accentColor() const { return m_accent; }
@@ -48,12 +63,42 @@ public:
     bool thinTitleBar() const { return m_thinTitleBar; }
     bool dark() const { return m_appearance == Appearance::Dark; }
     QColor labelColor() const;
+    QColor greyColor() const { return toColor(system().grey); }
+    QColor darkGreyColor() const { return toColor(system().darkGrey); }
+    QColor redColor() const { return toColor(system().red); }
+    QColor alertBackground() const { return toColor(system().alertBackground); }
+    QColor fieldBackground() const { return toColor(system().fieldBackground); }
+    QColor separatorColor() const { return toColor(system().separator); }
+    QColor placeholderColor() const { return toColor(system().placeholder); }
+    QColor panelBackground() const { return toColor(system().panelBackground); }
+    QColor switchOffColor() const { return toColor(system().switchOff); }
+    QColor veilColor() const { return toColor(system().veil); }
+
+    // The colours that can lie behind the content of the screen, as drawn:
+    // both ends of a gradient, the darkest and lightest spot of a blurred
+    // picture under its veil, or the one plain colour.
+    QList<Rgb> backdrop() const { return m_backdrop; }
+    // How far the wheels' outer labels may fade and still read on the
+    // screen's background, or on an alert's card.
+    qreal fadedTextOpacity() const;
+    qreal alertFadedTextOpacity() const;
+    // `wanted`, or more where text that faint would not read on the screen.
+    Q_INVOKABLE qreal legibleOpacity(qreal wanted) const
+    {
+        return std::max(wanted, fadedTextOpacity());
+    }
+    // The darkest and lightest colour of a picture drawn small and smoothed
+    // up, as the blurred backgrounds are.
+    static std::pair<Rgb, Rgb> pictureExtremes(const QUrl &picture);
 
 signals:
     void changed();
 
 private:
+    SystemColors system() const { return SystemColors::of(m_appearance); }
+
     Appearance m_appearance;
+    QList<Rgb> m_backdrop;
     QColor m_accent;
     QUrl m_backgroundImage;
     bool m_blurVisible = true;

@@ -42,6 +42,6 @@ Item {
         width: parent.width + 200
         height: parent.height
         visible: background.theme.blurVisible
-        color: background.theme.dark ? Qt.rgba(0, 0, 0, 0.3) : Qt.rgba(1, 1, 1, 0.6)
+        color: background.theme.veilColor
     }
 }

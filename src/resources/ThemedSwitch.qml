@@ -5,8 +5,8 @@ import QtQuick.Controls
 Switch {
     id: control
 
-    property color checkedColor: "#34c759"
-    property color offColor: "#78788052"
+    property color checkedColor
+    property color offColor
 
     implicitWidth: 51
     implicitHeight: 31

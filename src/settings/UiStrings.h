@@ -88,11 +88,13 @@ enum class UiText {
     ShowWeekdayInTable,    // 78
     Entries,               // 79
     MarkFutureBirthdays,   // 80
-    // Texts of Tavlo's own, after the string table.
-    ChangeNotSaved,
+    Undo,                  // 81
+    Deleted,               // 82
+    ClearText,             // 83
+    ChangeNotSaved,        // 84
 };
 
-inline constexpr int UiTextCount = 81;
+inline constexpr int UiTextCount = 84;
 
 // The process-wide table of interface texts. It starts out English; applying
 // German or Russian overwrites every entry. Applying English changes nothing,

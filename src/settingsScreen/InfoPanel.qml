@@ -14,7 +14,7 @@ Item {
     // up, under a veil; the settings do not show through.
     Rectangle {
         anchors.fill: parent
-        color: panel.controller.theme.dark ? "#1c1c1e" : "#f2f2f7"
+        color: panel.controller.theme.panelBackground
     }
 
     Image {

@@ -2,6 +2,7 @@
 
 #include "InfoPanelText.h"
 #include "core/DebugLog.h"
+#include "main/Contrast.h"
 #include "main/Session.h"
 #include "settings/AccessibleNames.h"
 #include "settings/SettingsStore.h"
@@ -11,7 +12,8 @@
 using namespace Qt::Literals::StringLiterals;
 
 SetViewController::SetViewController(Session &session, QObject *parent)
-    : QObject(parent), m_session(session), m_theme(new ScreenTheme(session.appearance, this))
+    : QObject(parent), m_session(session), m_theme(new ScreenTheme(session.appearance, this)),
+      m_openUrl([](const QUrl &url) { return QDesktopServices::openUrl(url); })
 {}
 
 QString SetViewController::title() const
@@ -68,16 +70,23 @@ int SetViewController::selectedColor() const
 QVariantList SetViewController::colorButtons() const
 {
     const QColor frame = m_theme->labelColor();
-    const QColor symbol =
-        m_session.appearance == Appearance::Dark ? QColor(Qt::white) : QColor(Qt::black);
+    const Rgb symbol = m_session.appearance == Appearance::Dark ? Rgb{1, 1, 1} : Rgb{0, 0, 0};
     const QString name = names().value(u"theme"_s).toString();
     QVariantList buttons;
     for (int i = 0; i < ThemeTable::count; ++i) {
-        buttons.append(QVariantMap{{u"name"_s, name.arg(i + 1)},
-                                   {u"color"_s, ScreenTheme::toColor(m_session.themes.color(i))},
-                                   {u"chosen"_s, i == selectedColor()},
-                                   {u"frame"_s, frame},
-                                   {u"symbol"_s, symbol}});
+        const Rgb color = m_session.themes.color(i);
+        const bool chosen = i == selectedColor();
+        // A cube must stand out from the screen, and the chosen one's symbol
+        // from the cube's colour that fills its frame: each moves in lightness
+        // just as far as it needs to.
+        const double minimum = Contrast::symbol + Contrast::margin;
+        const Rgb shown = chosen ? color : Contrast::legible(color, m_theme->backdrop(), minimum);
+        buttons.append(QVariantMap{
+            {u"name"_s, name.arg(i + 1)},
+            {u"color"_s, ScreenTheme::toColor(shown)},
+            {u"chosen"_s, chosen},
+            {u"frame"_s, frame},
+            {u"symbol"_s, ScreenTheme::toColor(Contrast::legible(symbol, {color}, minimum))}});
     }
     return buttons;
 }
@@ -100,11 +109,6 @@ QString SetViewController::versionText() const
 QString SetViewController::infoText() const
 {
     return infoPanelText(m_session.language(), QStringLiteral(TAVLO_VERSION));
-}
-
-QUrl SetViewController::moreAppsUrl()
-{
-    return QUrl(u"itms-apps://apps.apple.com/at/developer/tavlo/id1600000000?mt=8"_s);
 }
 
 void SetViewController::viewDidLoad()
@@ -167,15 +171,19 @@ void SetViewController::versionTaped()
 
 void SetViewController::ratePressed()
 {
-    // Linux has no rating prompt of its own; the request is logged and announced.
+    // The request is logged and announced; where there is a software centre,
+    // Tavlo's page there is where it can be rated.
     DebugLog::line(u"CANCEL"_s);
     emit ratingRequested();
+    const QUrl page = StoreLinks::ratePage(m_platform);
+    if (page.isValid())
+        m_openUrl(page);
 }
 
 void SetViewController::moreAppsPressed()
 {
-    const QUrl url = moreAppsUrl();
-    const bool opened = url.isValid() && QDesktopServices::openUrl(url);
+    const QUrl url = StoreLinks::moreAppsPage(m_platform);
+    const bool opened = url.isValid() && m_openUrl(url);
     DebugLog::line(u"RateApp "_s + (opened ? u"true"_s : u"false"_s));
 }
 

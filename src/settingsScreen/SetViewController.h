@@ -2,6 +2,7 @@
 
 #include "HiddenLanguageSwitch.h"
 #include "ScreenTheme.h"
+#include "StoreLinks.h"
 
 #include <QColor>
 #include <QList>
@@ -9,6 +10,7 @@
 #include <QVariantList>
 #include <QVariantMap>
 #include <QtQml/qqmlregistration.h>
+#include <functional>
 
 class Session;
 
@@ -73,8 +75,12 @@ public:
     QString infoText() const;
     bool dimmed() const { return m_dimmed; }
 
-    // The maker's page in the app store, which "More Apps" opens.
-    static QUrl moreAppsUrl();
+    // Opens a link with the desktop's handler and tells whether it did
+    // (QDesktopServices::openUrl unless replaced).
+    using UrlOpener = std::function<bool(const QUrl &)>;
+    void setUrlOpener(UrlOpener opener) { m_openUrl = std::move(opener); }
+    // Which kind of store the links lead to (the one built for, unless set).
+    void setStorePlatform(StoreLinks::Platform platform) { m_platform = platform; }
 
     Q_INVOKABLE void viewDidLoad();
     Q_INVOKABLE void backPressed();
@@ -108,4 +114,6 @@ private:
     bool m_secretVisible = false;
     bool m_infoVisible = false;
     bool m_dimmed = false;
+    UrlOpener m_openUrl;
+    StoreLinks::Platform m_platform = StoreLinks::current();
 };

@@ -50,6 +50,7 @@ Item {
                 required property string labelName
                 required property color accent
                 required property color textColor
+                required property color trackOffColor
 
                 signal switched(bool on)
 
@@ -62,6 +63,7 @@ Item {
                     objectName: row.switchName
                     checked: row.on
                     checkedColor: row.accent
+                    offColor: row.trackOffColor
                     Accessible.name: row.caption
                     onToggled: row.switched(checked)
                 }
@@ -83,6 +85,7 @@ Item {
                 switchName: "switchDetails"
                 accent: root.controller.theme.accentColor
                 textColor: root.labelColor
+                trackOffColor: root.controller.theme.switchOffColor
                 labelName: "lblDetails"
                 onSwitched: on => root.controller.switchDetailsValue(on)
             }
@@ -92,6 +95,7 @@ Item {
                 switchName: "switchWeekday"
                 accent: root.controller.theme.accentColor
                 textColor: root.labelColor
+                trackOffColor: root.controller.theme.switchOffColor
                 labelName: "lblWeekday"
                 onSwitched: on => root.controller.switchWeekdayValue(on)
             }
@@ -101,6 +105,7 @@ Item {
                 switchName: "switchStar"
                 accent: root.controller.theme.accentColor
                 textColor: root.labelColor
+                trackOffColor: root.controller.theme.switchOffColor
                 labelName: "lblStar"
                 onSwitched: on => root.controller.switchStarValue(on)
             }
@@ -109,7 +114,7 @@ Item {
                 objectName: "lblLine"
                 Layout.fillWidth: true
                 implicitHeight: 1
-                color: "#8e8e93"
+                color: root.controller.theme.greyColor
             }
 
             Text {
@@ -151,7 +156,7 @@ Item {
                 objectName: "lblLine2"
                 Layout.fillWidth: true
                 implicitHeight: 1
-                color: "#8e8e93"
+                color: root.controller.theme.greyColor
             }
 
             TextButton {

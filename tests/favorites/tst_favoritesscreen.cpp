@@ -118,6 +118,23 @@ class TestFavoritesScreen : public QObject
 
     Rows stored() const { return m_settings->value(favorites).value_or(Rows{}); }
 
+    // Drags a card to the left by `distance`, in `steps` moves `delay` ms apart.
+    void swipeLeft(int row, int distance, int steps, int delay)
+    {
+        const QPoint from = centreOf(cell(row)) + QPoint(150, 0);
+        QTest::mousePress(m_window.get(), Qt::LeftButton, {}, from);
+        for (int step = 1; step <= steps; ++step)
+            QTest::mouseMove(m_window.get(), from - QPoint(distance * step / steps, 0), delay);
+        QTest::mouseRelease(m_window.get(), Qt::LeftButton, {}, from - QPoint(distance, 0), delay);
+    }
+
+    int openRow() const { return find("tableView")->property("openRow").toInt(); }
+
+    bool deleteShown(int row) const
+    {
+        return cell(row)->findChild<QQuickItem *>(u"deleteAction"_qs)->isVisible();
+    }
+
 private slots:
     void init()
     {
@@ -275,6 +292,128 @@ private slots:
         QTRY_COMPARE(find("tableView")->property("count").toInt(), 0);
         QCOMPARE(m_settings->value(favorites), Rows{});
         QTRY_COMPARE(find("footerCount")->property("text").toString(), "Entries: 0");
+    }
+
+    // Only a swipe past two thirds of the row deletes; anything shorter, at
+    // whatever speed, shows the delete button or closes again.
+    void swipeOutcomes_data()
+    {
+        QTest::addColumn<int>("distance");
+        QTest::addColumn<int>("steps");
+        QTest::addColumn<int>("delay");
+        QTest::addColumn<bool>("open");
+        QTest::addColumn<bool>("deleted");
+        QTest::newRow("slow 45 px: opens") << 45 << 9 << 40 << true << false;
+        QTest::newRow("quick flick of 150 px: opens") << 150 << 3 << 5 << true << false;
+        QTest::newRow("a nudge: closes") << 25 << 5 << 20 << false << false;
+        QTest::newRow("past two thirds: deletes") << 300 << 15 << 10 << false << true;
+    }
+    void swipeOutcomes()
+    {
+        QFETCH(int, distance);
+        QFETCH(int, steps);
+        QFETCH(int, delay);
+        QFETCH(bool, open);
+        QFETCH(bool, deleted);
+        m_settings->set(favorites, people());
+        start();
+        const Rows before = stored();
+        swipeLeft(0, distance, steps, delay);
+        QTest::qWait(600);
+        QCOMPARE(stored().size(), before.size() - (deleted ? 1 : 0));
+        if (deleted) {
+            QCOMPARE(stored(), before.mid(1));
+            return;
+        }
+        QCOMPARE(openRow(), open ? 0 : -1);
+        QCOMPARE(deleteShown(0), open);
+    }
+
+    void anOpenRowWaitsForATap()
+    {
+        m_settings->set(favorites, people());
+        start();
+        const Rows before = stored();
+        QSignalSpy requested(m_controller, &FavViewController::screenRequested);
+        swipeLeft(1, 60, 6, 30);
+        QTest::qWait(1000);
+        QVERIFY(deleteShown(1));
+        // A tap elsewhere only closes it.
+        QTest::mouseClick(m_window.get(), Qt::LeftButton, {}, centreOf(cell(0)));
+        QTRY_VERIFY(!deleteShown(1));
+        QCOMPARE(requested.count(), 0);
+        QCOMPARE(stored(), before);
+        // Open again, and a tap on the button deletes.
+        swipeLeft(1, 60, 6, 30);
+        QTRY_COMPARE(cell(1)->findChild<QQuickItem *>(u"deleteAction"_qs)->width(), 80.0);
+        QTest::mouseClick(m_window.get(), Qt::LeftButton, {},
+                          centreOf(cell(1)->findChild<QQuickItem *>(u"deleteAction"_qs)));
+        QTRY_COMPARE(stored().size(), before.size() - 1);
+        QCOMPARE(stored(), Rows({before.at(0), before.at(2)}));
+    }
+
+    // "Undo" puts the favorite back where it was, with one write each way.
+    void undoPutsItBack_data()
+    {
+        QTest::addColumn<QStringList>("preferred");
+        QTest::addColumn<QString>("undo");
+        QTest::addColumn<QString>("message");
+        QTest::newRow("English") << QStringList{"en-US"} << "Undo"
+                                 << "Deleted: Zoe";
+        QTest::newRow("German") << QStringList{"de"} << "Rückgängig"
+                                << "Gelöscht: Zoe";
+        QTest::newRow("Russian") << QStringList{"ru"} << "Вернуть"
+                                 << "Удалено: Zoe";
+    }
+    void undoPutsItBack()
+    {
+        QFETCH(QStringList, preferred);
+        QFETCH(QString, undo);
+        QFETCH(QString, message);
+        m_settings->set(favorites, people());
+        start(preferred);
+        const Rows before = stored();
+        QCOMPARE(names(before), (QStringList{"Anna", "Zoe", "bob"}));
+        const quint64 writes = m_settings->changes();
+        swipeLeft(1, 300, 15, 10);
+        QTRY_COMPARE(stored(), Rows({before.at(0), before.at(2)}));
+        QCOMPARE(m_settings->changes(), writes + 1);
+        QTRY_VERIFY(find("undoBar")->isVisible());
+        QCOMPARE(find("btnUndo")->property("text").toString(), undo);
+        QCOMPARE(find("undoLabel")->property("text").toString(), message);
+        QTest::mouseClick(m_window.get(), Qt::LeftButton, {}, centreOf(find("btnUndo")));
+        QTRY_COMPARE(stored(), before);
+        QCOMPARE(m_settings->changes(), writes + 2);
+        QTRY_COMPARE(find("tableView")->property("count").toInt(), 3);
+        QTRY_COMPARE(cell(1) ? text(cell(1), "labelName") : QString(), "Zoe");
+        QTRY_VERIFY(!find("undoBar")->isVisible());
+    }
+
+    void undoGoesAfterFiveSeconds()
+    {
+        m_settings->set(favorites, people());
+        start();
+        m_controller->deleteRow(0);
+        const Rows after = stored();
+        QTest::qWait(FavViewController::undoMilliseconds - 600);
+        QVERIFY(m_controller->undoVisible());
+        QTRY_VERIFY_WITH_TIMEOUT(!m_controller->undoVisible(), 1500);
+        m_controller->undoDelete();
+        QCOMPARE(stored(), after);
+    }
+
+    // Names that look like markup are shown as typed.
+    void markupNamesAreText()
+    {
+        m_settings->set(favorites, Rows{{"<Mama>", "12 3 1985"}, {"<i>Anna</i>", "1 1 2000"}});
+        start();
+        for (int row = 0; row < 2; ++row) {
+            QQuickItem *label = cell(row)->findChild<QQuickItem *>(u"labelName"_qs);
+            QCOMPARE(label->property("textFormat").toInt(), 0); // Text.PlainText
+            // As rich text "<Mama>" would draw nothing at all.
+            QVERIFY(label->property("contentWidth").toReal() > 30);
+        }
+        QCOMPARE(text(cell(0), "labelName"), "<Mama>");
     }
 
     void orderedByBirthdayScrollsToTheNextOne_data()

@@ -273,6 +273,12 @@ private slots:
         QTest::newRow("reorder") << "replaceAll" << qsizetype(-1)
                                  << Rows{threePeople[2], threePeople[0], threePeople[1]};
         QTest::newRow("replace by nothing") << "replaceAll" << qsizetype(-1) << Rows();
+        // An undone delete.
+        QTest::newRow("put back in the middle")
+            << "insert" << qsizetype(1)
+            << Rows{threePeople[0], {"Dan", "1 1 2000"}, threePeople[1], threePeople[2]};
+        QTest::newRow("put back past the end")
+            << "insert" << qsizetype(7) << threePeople + Rows{{"Dan", "1 1 2000"}};
     }
     void changesWriteTheWholeList()
     {
@@ -289,6 +295,8 @@ private slots:
             store.remove(index);
         } else if (operation == u"update") {
             store.update(index, expected[index][0], expected[index][1]);
+        } else if (operation == u"insert") {
+            store.insert(index, {u"Dan"_qs, u"1 1 2000"_qs});
         } else {
             QList<Favorite> list;
             for (const QStringList &row : expected)
@@ -337,6 +345,9 @@ private slots:
         QTest::newRow("we both rename the same row: both names stay")
             << "update 0"
             << "update 0" << Rows{{"Zed", "12 3 1985"}, bob, cy, {"Zed", "1 1 1900"}};
+        QTest::newRow("they add, we put one back")
+            << "append Dan"
+            << "insert 1" << Rows{ann, {"Zed", "5 5 1955"}, bob, cy, dan};
     }
     void changesMergeWithAnotherProcess()
     {
@@ -357,6 +368,8 @@ private slots:
                 store.append(words[1], 1, 1, 2000);
             } else if (words[0] == u"remove") {
                 store.remove(words[1].toLongLong());
+            } else if (words[0] == u"insert") {
+                store.insert(words[1].toLongLong(), {name, u"5 5 1955"_qs});
             } else if (words[0] == u"update") {
                 const qsizetype index = words[1].toLongLong();
                 store.update(index, name, birthday.isEmpty() ? store.at(index).birthday : birthday);

@@ -424,6 +424,68 @@ private slots:
         QCOMPARE(reminders.count(), confirm ? 1 : 0);
     }
 
+    // A name that looks like markup is shown as typed, and the report keeps
+    // its line breaks.
+    void markupInANameIsText_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::newRow("tags") << "<i>Anna</i>";
+        QTest::newRow("one tag") << "<Mama>";
+        QTest::newRow("an entity") << "Tom &amp; Jerry<br>";
+    }
+    void markupInANameIsText()
+    {
+        QFETCH(QString, name);
+        m_settings->set(moreDetails, true);
+        m_settings->set(handOverPending, true);
+        m_settings->set(handOverMovePicker, true);
+        m_settings->set(handOverName, name);
+        m_settings->set(handOverBirthday, QStringLiteral("12 3 1985"));
+        start();
+        QQuickItem *display = find("lblDisplay");
+        QVERIFY(text("lblDisplay").startsWith(name + QStringLiteral("'s age is: ")));
+        QCOMPARE(display->property("textFormat").toInt(), 0); // Text.PlainText
+        // Rich text would fold the report onto one run of lines.
+        QVERIFY(display->property("lineCount").toInt() >= text("lblDisplay").count(u'\n') + 1);
+    }
+
+    // The name field: a clear button while something is typed, and capitals
+    // asked for where a word begins.
+    void nameFieldClearsAndCapitalises()
+    {
+        start();
+        turnWheels(12, 3, 1985);
+        tap("btnPlus");
+        QTRY_VERIFY(find<QObject>("addDialog")->property("opened").toBool());
+        QQuickItem *field = find("addNameField");
+        const auto hints = [&] { return field->property("inputMethodHints").toInt(); };
+        QCOMPARE(hints() & Qt::ImhNoAutoUppercase, 0);
+        QCOMPARE(hints() & Qt::ImhPreferUppercase, int(Qt::ImhPreferUppercase));
+        QCOMPARE(find("addNameFieldClear")->isVisible(), false);
+        for (const char c : QByteArray("ann"))
+            QTest::keyClick(m_window.get(), c);
+        QCOMPARE(hints() & Qt::ImhPreferUppercase, 0);
+        QTest::keyClick(m_window.get(), ' ');
+        QCOMPARE(hints() & Qt::ImhPreferUppercase, int(Qt::ImhPreferUppercase));
+        QTRY_VERIFY(find("addNameFieldClear")->isVisible());
+        tap("addNameFieldClear");
+        QCOMPARE(field->property("text").toString(), QString());
+        QVERIFY(field->hasActiveFocus());
+        QCOMPARE(find("addNameFieldClear")->isVisible(), false);
+    }
+
+    void addDialogButtonsUseTheLabelColour()
+    {
+        m_settings->set(color, 7);
+        start();
+        turnWheels(12, 3, 1985);
+        tap("btnPlus");
+        QTRY_VERIFY(find<QObject>("addDialog")->property("opened").toBool());
+        for (const char *button : {"addOkButton", "addCancelButton"})
+            QCOMPARE(find(button)->property("tint").value<QColor>(),
+                     m_controller->theme()->labelColor());
+    }
+
     void ratingAskedOnTheThirteenthStart()
     {
         QStringList lines;

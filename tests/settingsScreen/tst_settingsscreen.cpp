@@ -4,6 +4,7 @@
 #include "settings/MemorySettingsStore.h"
 #include "settingsScreen/SetViewController.h"
 
+#include <QDesktopServices>
 #include <QQmlComponent>
 #include <QQmlEngine>
 #include <QQuickItem>
@@ -14,6 +15,18 @@
 #include <memory>
 
 Q_IMPORT_QML_PLUGIN(TavloPlugin)
+
+// Stands in for the desktop's handler of a URL scheme.
+class UrlCatcher : public QObject
+{
+    Q_OBJECT
+
+public:
+    QList<QUrl> urls;
+
+public slots:
+    void open(const QUrl &url) { urls.append(url); }
+};
 
 using namespace SettingsKeys;
 
@@ -235,15 +248,56 @@ private slots:
         QTRY_VERIFY(!find("scrollViewInfo")->isVisible());
     }
 
-    void moreAppsLogsItsOutcome()
+    // The links go through the desktop's URL handler; a handler registered
+    // for a scheme stands in for the software centre and the browser.
+    void linksOpenThroughTheDesktop_data()
+    {
+        QTest::addColumn<QString>("button");
+        QTest::addColumn<StoreLinks::Platform>("platform");
+        QTest::addColumn<QString>("opened");
+        QTest::addColumn<QStringList>("log");
+        const auto centre = StoreLinks::Platform::SoftwareCentre;
+        QTest::newRow("rate: software centre")
+            << "btnRate" << centre << "appstream://io.github.tavlo.Tavlo" << QStringList{"CANCEL"};
+        QTest::newRow("more apps: project page")
+            << "btnMoreApps" << centre << "https://github.com/tavlo/tavlo"
+            << QStringList{"RateApp true"};
+        QTest::newRow("more apps: app store")
+            << "btnMoreApps" << StoreLinks::Platform::AppStore
+            << "itms-apps://apps.apple.com/at/developer/tavlo/id1600000000?mt=8"
+            << QStringList{"RateApp true"};
+        QTest::newRow("rate: app store asks the platform, opens nothing")
+            << "btnRate" << StoreLinks::Platform::AppStore << "" << QStringList{"CANCEL"};
+    }
+    void linksOpenThroughTheDesktop()
+    {
+        QFETCH(QString, button);
+        QFETCH(StoreLinks::Platform, platform);
+        QFETCH(QString, opened);
+        QFETCH(QStringList, log);
+        UrlCatcher catcher;
+        for (const char *scheme : {"appstream", "https", "itms-apps"})
+            QDesktopServices::setUrlHandler(QLatin1String(scheme), &catcher, "open");
+        start();
+        m_controller->setStorePlatform(platform);
+        tap(button);
+        for (const char *scheme : {"appstream", "https", "itms-apps"})
+            QDesktopServices::unsetUrlHandler(QLatin1String(scheme));
+        QCOMPARE(catcher.urls, opened.isEmpty() ? QList<QUrl>{} : QList<QUrl>{QUrl(opened)});
+        QCOMPARE(m_log, log);
+    }
+
+    void aLinkNothingOpensLogsFalse()
     {
         start();
+        QList<QUrl> asked;
+        m_controller->setUrlOpener([&](const QUrl &url) {
+            asked.append(url);
+            return false;
+        });
         tap(u"btnMoreApps"_qs);
-        QCOMPARE(m_log.size(), 1);
-        QVERIFY2(m_log.first() == u"RateApp true" || m_log.first() == u"RateApp false",
-                 qPrintable(m_log.first()));
-        QCOMPARE(SetViewController::moreAppsUrl().scheme(), "itms-apps");
-        QCOMPARE(SetViewController::moreAppsUrl().query(), "mt=8");
+        QCOMPARE(asked, QList<QUrl>{StoreLinks::projectPage()});
+        QCOMPARE(m_log, QStringList{u"RateApp false"_qs});
     }
 
     void backMakesANewMainScreen()

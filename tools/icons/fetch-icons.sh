@@ -14,7 +14,7 @@ SHA256=d16515725fc3b054c22566168f30d4d4d00222887a34644c68416d2e75853785
 # Outlined style, weight 300; the "-fill" variant only where a filled
 # shape is wanted (the favourite star when set, the colour cubes).
 STYLE=outlined
-ICONS="restart_alt add star star-fill settings chevron_left delete sort info close deployed_code-fill"
+ICONS="restart_alt add star star-fill settings chevron_left delete sort info close deployed_code-fill cancel-fill"
 
 here=$(cd "$(dirname "$0")" && pwd)
 root=$(cd "$here/../.." && pwd)
