@@ -5,6 +5,9 @@ import Tavlo
 // One favorite as a card: the sign picture in a coloured circle, the name
 // above the birthday, the star for a birthday still to come, and the age.
 // Tap to choose it, hold to edit it, swipe it away from the right to delete.
+// With the keyboard or a screen reader: the row is a button that chooses
+// it (Enter, Space), and while it has focus it shows its edit and delete
+// buttons (also F2 or the menu key, and Delete).
 SwipeDelegate {
     id: cell
 
@@ -14,16 +17,31 @@ SwipeDelegate {
     required property string age
     required property url signImage
     required property string star
+    required property string spoken
     readonly property FavViewController controller: (ListView.view as FavoritesList).controller
 
     readonly property real ageLeft: width - 8 - 56
+    readonly property bool keyboardInside: activeFocus || editButton.activeFocus
+                                           || deleteButton.activeFocus
 
     objectName: "cell" + index
     width: ListView.view.width
     height: 66
     padding: 0
     background: Item {}
-    Accessible.name: name + ", " + birthday + ", " + age
+    focusPolicy: Qt.StrongFocus
+    Accessible.name: spoken
+    Accessible.onPressAction: clicked()
+    Keys.onReturnPressed: clicked()
+    Keys.onEnterPressed: clicked()
+    Keys.onDeletePressed: controller.deleteRow(index)
+    Keys.onPressed: event => {
+        if (event.key === Qt.Key_F2 || event.key === Qt.Key_Menu) {
+            controller.longPressed(index)
+            event.accepted = true
+        }
+    }
+    onActiveFocusChanged: if (activeFocus) ListView.view.positionViewAtIndex(index, ListView.Contain)
 
     onClicked: controller.selectRow(index)
     onPressAndHold: controller.longPressed(index)
@@ -146,6 +164,55 @@ SwipeDelegate {
             // White on a pale card needs an outline to be read.
             style: cell.controller.theme.dark ? Text.Raised : Text.Outline
             styleColor: cell.controller.theme.dark ? "#545458" : "#8e8e93"
+        }
+
+        FocusRing {
+            anchors.margins: 4
+            radius: 28
+            shown: cell.visualFocus
+            ringColor: cell.controller.theme.labelColor
+        }
+    }
+
+    // The row's own edit and delete buttons, for the keyboard and a
+    // screen reader; a finger holds or swipes the row instead.
+    Rectangle {
+        objectName: "rowActions"
+        anchors.right: parent.right
+        anchors.rightMargin: 10
+        anchors.verticalCenter: parent.verticalCenter
+        anchors.verticalCenterOffset: -3
+        width: rowButtons.width + 8
+        height: 40
+        radius: 20
+        visible: cell.keyboardInside
+        color: cell.controller.theme.dark ? "#2c2c2e" : "#f2f2f7"
+
+        Row {
+            id: rowButtons
+
+            anchors.centerIn: parent
+
+            TextButton {
+                id: editButton
+
+                objectName: "editRow" + cell.index
+                text: cell.controller.editText
+                textColor: cell.controller.theme.labelColor
+                pixelSize: 15
+                Accessible.name: cell.controller.accessibleName("edit").arg(cell.name)
+                onClicked: cell.controller.longPressed(cell.index)
+            }
+            TextButton {
+                id: deleteButton
+
+                objectName: "deleteRow" + cell.index
+                text: cell.controller.accessibleName("delete")
+                textColor: "#ff3b30"
+                pixelSize: 15
+                Accessible.name: cell.controller.accessibleName("deleteRow").arg(cell.name)
+                onClicked: cell.controller.deleteRow(cell.index)
+            }
         }
     }
 }

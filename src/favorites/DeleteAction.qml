@@ -16,6 +16,7 @@ Rectangle {
     color: "#ff3b30"
     Accessible.role: Accessible.Button
     Accessible.name: label
+    Accessible.onPressAction: action.tapped()
 
     IconImage {
         anchors.centerIn: parent

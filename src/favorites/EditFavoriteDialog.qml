@@ -70,7 +70,11 @@ Alert {
                     id: dayWheel
 
                     objectName: "editDayWheel"
-                    Accessible.name: dialog.controller.accessibleName("day")
+                    spokenLabel: dialog.controller.accessibleName("day")
+                    onStepRequested: index => {
+                        currentIndex = index
+                        dialog.day = index + 1
+                    }
                     x: dialog.xOf("day")
                     width: 44
                     height: parent.height
@@ -86,7 +90,8 @@ Alert {
                     id: monthWheel
 
                     objectName: "editMonthWheel"
-                    Accessible.name: dialog.controller.accessibleName("month")
+                    spokenLabel: dialog.controller.accessibleName("month")
+                    onStepRequested: index => currentIndex = index
                     x: dialog.xOf("month")
                     width: 130
                     height: parent.height
@@ -97,7 +102,9 @@ Alert {
                     id: yearWheel
 
                     objectName: "editYearWheel"
-                    Accessible.name: dialog.controller.accessibleName("year")
+                    spokenLabel: dialog.controller.accessibleName("year")
+                    firstValue: dialog.controller.firstYear
+                    onStepRequested: index => currentIndex = index
                     x: dialog.xOf("year")
                     width: 70
                     height: parent.height

@@ -45,6 +45,8 @@ class FavViewController : public QObject
     Q_PROPERTY(QStringList yearLabels READ yearLabels CONSTANT)
     Q_PROPERTY(QStringList wheelOrder READ wheelOrder CONSTANT)
     Q_PROPERTY(int firstYear READ firstYear CONSTANT)
+    // The word on a row's edit button.
+    Q_PROPERTY(QString editText READ editText CONSTANT)
 
 public:
     explicit FavViewController(Session &session, QObject *parent = nullptr);
@@ -77,6 +79,7 @@ public:
     int editYear() const { return m_editDate.year(); }
     QString namePlaceholder() const;
     QString cancelText() const;
+    QString editText() const;
     QStringList monthNames() const;
     QStringList yearLabels() const;
     QStringList wheelOrder() const;

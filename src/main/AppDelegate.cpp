@@ -1,5 +1,6 @@
 #include "AppDelegate.h"
 
+#include "AccessibleItems.h"
 #include "CommandRunner.h"
 #include "LinuxNotificationCenter.h"
 #include "ReminderScheduler.h"
@@ -59,6 +60,7 @@ Appearance AppDelegate::appearance()
 int AppDelegate::run(QGuiApplication &app, const Options &options)
 {
     QQuickStyle::setStyle(QStringLiteral("Basic"));
+    AccessibleItems::install();
     loadBundledFonts();
 
     QSettingsStore settings;
