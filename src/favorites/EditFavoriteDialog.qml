@@ -38,7 +38,15 @@ Alert {
         for (const wheel of [dayWheel, monthWheel, yearWheel])
             wheel.positionViewAtIndex(wheel.currentIndex, Tumbler.Center)
     }
-    onOpened: nameField.forceActiveFocus()
+    onOpened: {
+        // On the first opening the wheels are laid out only now, and a wheel
+        // set near its end before that stops short of it (December showed
+        // as October): set them again.
+        yearWheel.currentIndex = controller.editYear - controller.firstYear
+        monthWheel.currentIndex = controller.editMonth - 1
+        dayWheel.currentIndex = day - 1
+        nameField.forceActiveFocus()
+    }
     onAccepted: controller.confirmEdit(nameField.text, dayWheel.currentIndex + 1,
                                        monthWheel.currentIndex + 1,
                                        yearWheel.currentIndex + controller.firstYear)

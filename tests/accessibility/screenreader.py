@@ -309,7 +309,7 @@ def favorites_screen(app, w):
     app.press(w["edit"])
     wheels = wait_for(lambda: [n for n in app.showing() if n.role == "spin button"] or None,
                       "the edit dialog's wheels")
-    check(sorted(int(n.value()) for n in wheels) == [1, 1, 1990],
+    check(sorted(int(n.value()) for n in wheels) == [12, 31, 1990],
           f"the edit dialog does not show Bob's date: {wheels}")
     check(app.get(bob.name) is None, "the rows show under the edit dialog")
     app.press(w["cancel"])
@@ -321,6 +321,7 @@ def favorites_screen(app, w):
     # Choosing a row opens its report.
     app.wait(anna.name, "list item").do("Press")
     app.wait(w["favorites"], "push button", "the main screen again")
+    app.wait_gone(w["sort"], "the favorites to go")
     wait_for(lambda: any(n.role == "label" and n.text().startswith("Anna")
                          for n in app.showing()), "Anna's report")
 
@@ -362,8 +363,8 @@ def run(language):
     env = dict(os.environ, XDG_CONFIG_HOME=f"{home}/config", XDG_DATA_HOME=f"{home}/data")
     today = datetime.date.today()
     # Anna's birthday is today (the star, and a greeting instead of a report),
-    # Bob's on 1 January.
-    for name, born in (("Anna", today.replace(year=1988)), ("Bob", datetime.date(1990, 1, 1))):
+    # Bob's on the last day of the year (the ends of the wheels).
+    for name, born in (("Anna", today.replace(year=1988)), ("Bob", datetime.date(1990, 12, 31))):
         subprocess.run([TAVLO, "favorites", "add", name, born.isoformat()], env=env, check=True,
                        stdout=subprocess.DEVNULL)
     app = App(language, home)
