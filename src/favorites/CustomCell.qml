@@ -178,6 +178,8 @@ SwipeDelegate {
     // screen reader; a finger holds or swipes the row instead.
     Rectangle {
         objectName: "rowActions"
+        // Over the age and the star, which it hides while shown.
+        z: 1
         anchors.right: parent.right
         anchors.rightMargin: 10
         anchors.verticalCenter: parent.verticalCenter

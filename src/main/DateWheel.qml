@@ -24,6 +24,7 @@ Tumbler {
     visibleItemCount: 5
     wrap: false
     focusPolicy: Qt.NoFocus
+    activeFocusOnTab: false
     // The stepper below stands for the wheel.
     Accessible.ignored: true
     palette.windowText: textColor
