@@ -7,6 +7,9 @@ import Tavlo
 // Tap to choose it, hold to edit it. A swipe to the left shows the red
 // delete button, which stays until a tap elsewhere; a tap on it, or a swipe
 // past two thirds of the row, deletes.
+// With the keyboard or a screen reader: the row is a button that chooses
+// it (Enter, Space), and while it has focus it shows its edit and delete
+// buttons (also F2 or the menu key, and Delete).
 ItemDelegate {
     id: cell
 
@@ -16,9 +19,12 @@ ItemDelegate {
     required property string age
     required property url signImage
     required property string star
+    required property string spoken
     readonly property FavViewController controller: (ListView.view as FavoritesList).controller
 
     readonly property real ageLeft: width - 8 - 56
+    readonly property bool keyboardInside: activeFocus || editButton.activeFocus
+                                           || deleteButton.activeFocus
     readonly property FavoritesList list: ListView.view as FavoritesList
     readonly property real buttonWidth: 80
     // How far the card has moved to the left: where the finger has it, or
@@ -32,7 +38,19 @@ ItemDelegate {
     height: 66
     padding: 0
     background: Item {}
-    Accessible.name: name + ", " + birthday + ", " + age
+    focusPolicy: Qt.StrongFocus
+    Accessible.name: spoken
+    Accessible.onPressAction: clicked()
+    Keys.onReturnPressed: clicked()
+    Keys.onEnterPressed: clicked()
+    Keys.onDeletePressed: controller.deleteRow(index)
+    Keys.onPressed: event => {
+        if (event.key === Qt.Key_F2 || event.key === Qt.Key_Menu) {
+            controller.longPressed(index)
+            event.accepted = true
+        }
+    }
+    onActiveFocusChanged: if (activeFocus) ListView.view.positionViewAtIndex(index, ListView.Contain)
 
     // A tap while a row is open only closes it.
     onClicked: {
@@ -194,6 +212,56 @@ ItemDelegate {
             verticalAlignment: Text.AlignVCenter
             style: Text.Raised
             styleColor: cell.controller.theme.darkGreyColor
+        }
+        FocusRing {
+            anchors.margins: 4
+            radius: 28
+            shown: cell.visualFocus
+            ringColor: cell.controller.theme.labelColor
+        }
+    }
+
+    // The row's own edit and delete buttons, for the keyboard and a
+    // screen reader; a finger holds or swipes the row instead.
+    Rectangle {
+        objectName: "rowActions"
+        // Over the age and the star, which it hides while shown.
+        z: 1
+        anchors.right: parent.right
+        anchors.rightMargin: 10
+        anchors.verticalCenter: parent.verticalCenter
+        anchors.verticalCenterOffset: -3
+        width: rowButtons.width + 8
+        height: 40
+        radius: 20
+        visible: cell.keyboardInside
+        color: cell.controller.theme.alertBackground
+
+        Row {
+            id: rowButtons
+
+            anchors.centerIn: parent
+
+            TextButton {
+                id: editButton
+
+                objectName: "editRow" + cell.index
+                text: cell.controller.editText
+                textColor: cell.controller.theme.labelColor
+                pixelSize: 15
+                Accessible.name: cell.controller.accessibleName("edit").arg(cell.name)
+                onClicked: cell.controller.longPressed(cell.index)
+            }
+            TextButton {
+                id: deleteButton
+
+                objectName: "deleteRow" + cell.index
+                text: cell.controller.accessibleName("delete")
+                textColor: cell.controller.theme.redColor
+                pixelSize: 15
+                Accessible.name: cell.controller.accessibleName("deleteRow").arg(cell.name)
+                onClicked: cell.controller.deleteRow(cell.index)
+            }
         }
     }
 }

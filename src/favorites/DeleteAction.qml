@@ -13,6 +13,7 @@ Rectangle {
     radius: 28
     Accessible.role: Accessible.Button
     Accessible.name: label
+    Accessible.onPressAction: action.tapped()
 
     IconImage {
         anchors.right: parent.right

@@ -38,7 +38,15 @@ Alert {
         for (const wheel of [dayWheel, monthWheel, yearWheel])
             wheel.positionViewAtIndex(wheel.currentIndex, Tumbler.Center)
     }
-    onOpened: nameField.forceActiveFocus()
+    onOpened: {
+        // On the first opening the wheels are laid out only now, and a wheel
+        // set near its end before that stops short of it (December showed
+        // as October): set them again.
+        yearWheel.currentIndex = controller.editYear - controller.firstYear
+        monthWheel.currentIndex = controller.editMonth - 1
+        dayWheel.currentIndex = day - 1
+        nameField.forceActiveFocus()
+    }
     onAccepted: controller.confirmEdit(nameField.text, dayWheel.currentIndex + 1,
                                        monthWheel.currentIndex + 1,
                                        yearWheel.currentIndex + controller.firstYear)
@@ -71,7 +79,11 @@ Alert {
                     id: dayWheel
 
                     objectName: "editDayWheel"
-                    Accessible.name: dialog.controller.accessibleName("day")
+                    spokenLabel: dialog.controller.accessibleName("day")
+                    onStepRequested: index => {
+                        currentIndex = index
+                        dialog.day = index + 1
+                    }
                     x: dialog.xOf("day")
                     width: 44
                     height: parent.height
@@ -88,7 +100,8 @@ Alert {
                     id: monthWheel
 
                     objectName: "editMonthWheel"
-                    Accessible.name: dialog.controller.accessibleName("month")
+                    spokenLabel: dialog.controller.accessibleName("month")
+                    onStepRequested: index => currentIndex = index
                     x: dialog.xOf("month")
                     width: 130
                     height: parent.height
@@ -100,7 +113,9 @@ Alert {
                     id: yearWheel
 
                     objectName: "editYearWheel"
-                    Accessible.name: dialog.controller.accessibleName("year")
+                    spokenLabel: dialog.controller.accessibleName("year")
+                    firstValue: dialog.controller.firstYear
+                    onStepRequested: index => currentIndex = index
                     x: dialog.xOf("year")
                     width: 70
                     height: parent.height

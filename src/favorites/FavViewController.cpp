@@ -77,6 +77,11 @@ QString FavViewController::clearText() const
     return m_session.strings[UiText::ClearText];
 }
 
+QString FavViewController::editText() const
+{
+    return m_session.strings[UiText::Edit];
+}
+
 QStringList FavViewController::monthNames() const
 {
     return DateWheels::monthNames(localeFor(m_session.language()));
@@ -160,11 +165,15 @@ void FavViewController::reloadRows()
     Session &session = m_session;
     const bool showWeekday = m_showWeekday;
     const QDateTime now = session.clock.now();
-    m_model->reset(session.favorites.all(), [&session, showWeekday, now](const Favorite &favorite,
-                                                                         qsizetype index) {
+    const QVariantMap spokenNames = names();
+    m_model->reset(session.favorites.all(), [&session, showWeekday, now, spokenNames](
+                                                const Favorite &favorite, qsizetype index) {
         // The star setting is read for each card as it is made.
-        return FavoriteCards::card(favorite, index, now, session.language(), session.formatLocale,
-                                   showWeekday, session.settings.value(SettingsKeys::star));
+        FavoriteCard card =
+            FavoriteCards::card(favorite, index, now, session.language(), session.formatLocale,
+                                showWeekday, session.settings.value(SettingsKeys::star));
+        card.spoken = FavoriteCards::spokenRow(card, session.strings, spokenNames);
+        return card;
     });
     emit countChanged();
 }

@@ -52,6 +52,8 @@ class FavViewController : public QObject
     Q_PROPERTY(bool undoVisible READ undoVisible NOTIFY undoChanged)
     Q_PROPERTY(QString undoText READ undoText NOTIFY undoChanged)
     Q_PROPERTY(QString undoButtonText READ undoButtonText CONSTANT)
+    // The word on a row's edit button.
+    Q_PROPERTY(QString editText READ editText CONSTANT)
 
 public:
     // Where a row comes to rest when a swipe is let go (see RowSwipe).
@@ -93,6 +95,7 @@ public:
     QString namePlaceholder() const;
     QString cancelText() const;
     QString clearText() const;
+    QString editText() const;
     QStringList monthNames() const;
     QStringList yearLabels() const;
     QStringList wheelOrder() const;

@@ -4,6 +4,7 @@
 #include "core/DatePattern.h"
 #include "core/DebugLog.h"
 #include "core/FatalError.h"
+#include "core/WesternZodiac.h"
 #include "main/Contrast.h"
 
 #include <array>
@@ -137,4 +138,21 @@ FavoriteCardColors FavoriteCards::legible(FavoriteCardColors colors, const QList
     colors.birthday = Contrast::legible(colors.birthday, cardBackdrop, minimum);
     colors.age = Contrast::legible(colors.age, cardBackdrop, minimum);
     return colors;
+}
+
+QString FavoriteCards::spokenRow(const FavoriteCard &card, const UiStrings &strings,
+                                 const QVariantMap &names)
+{
+    QStringList parts = {card.name, card.birthdayText,
+                         names.value(u"age"_s).toString().arg(card.age)};
+    for (int i = 0; i < WesternZodiac::signCount; ++i) {
+        if (WesternZodiac::signKey(i) == card.signKey) {
+            // The word without its symbol, which a screen reader spells out.
+            parts.append(strings[WesternZodiac::signText(i)].section(u' ', 0, 0));
+            break;
+        }
+    }
+    if (!card.star.isEmpty())
+        parts.append(card.star + u' ' + names.value(u"coming"_s).toString());
+    return parts.join(u", "_s);
 }

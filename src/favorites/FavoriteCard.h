@@ -3,10 +3,12 @@
 #include "FavoritesStore.h"
 #include "main/Themes.h"
 #include "settings/Language.h"
+#include "settings/UiStrings.h"
 
 #include <QDateTime>
 #include <QLocale>
 #include <QString>
+#include <QVariantMap>
 #include <optional>
 
 // What one row of the favorites list shows.
@@ -22,6 +24,8 @@ struct FavoriteCard
     QString signKey;
     // "★" when this year's birthday is today or still to come, or cannot be read.
     QString star;
+    // What a screen reader says for the row (see spokenRow()).
+    QString spoken;
 };
 
 // The colours of a row, by theme and appearance.
@@ -52,6 +56,11 @@ std::optional<bool> birthdayStillToCome(const QString &birthday, QDate today);
 // The sign picture of a day and month, by the cell's own boundaries; nothing
 // for an impossible month.
 std::optional<QString> signPicture(int day, int month);
+
+// What a screen reader says for a row, in the interface language: the name,
+// the birthday, the age, the sign and, with the star, that the birthday is
+// still to come. `names` are the screen's accessibleNames().
+QString spokenRow(const FavoriteCard &card, const UiStrings &strings, const QVariantMap &names);
 
 // Theme 9's colour is dark grey here, as on the favorites screen.
 FavoriteCardColors colors(const ThemeTable &themes, int theme, Appearance appearance);

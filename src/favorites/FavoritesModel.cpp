@@ -64,6 +64,8 @@ QVariant FavoritesModel::data(const QModelIndex &index, int role) const
                     QStringLiteral(".svg"));
     case StarRole:
         return card.star;
+    case SpokenRole:
+        return card.spoken;
     default:
         return {};
     }
@@ -71,9 +73,6 @@ QVariant FavoritesModel::data(const QModelIndex &index, int role) const
 
 QHash<int, QByteArray> FavoritesModel::roleNames() const
 {
-    return {{NameRole, "name"},
-            {BirthdayRole, "birthday"},
-            {AgeRole, "age"},
-            {SignImageRole, "signImage"},
-            {StarRole, "star"}};
+    return {{NameRole, "name"},           {BirthdayRole, "birthday"}, {AgeRole, "age"},
+            {SignImageRole, "signImage"}, {StarRole, "star"},         {SpokenRole, "spoken"}};
 }

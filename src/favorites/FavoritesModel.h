@@ -16,7 +16,14 @@ class FavoritesModel : public QAbstractListModel
     QML_ANONYMOUS
 
 public:
-    enum Role { NameRole = Qt::UserRole + 1, BirthdayRole, AgeRole, SignImageRole, StarRole };
+    enum Role {
+        NameRole = Qt::UserRole + 1,
+        BirthdayRole,
+        AgeRole,
+        SignImageRole,
+        StarRole,
+        SpokenRole
+    };
 
     using CardMaker = std::function<FavoriteCard(const Favorite &, qsizetype)>;
 

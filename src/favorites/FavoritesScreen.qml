@@ -9,6 +9,10 @@ Item {
 
     required property FavViewController controller
 
+    // An open menu or dialog covers the screen: the host shows a still
+    // picture of it, so that only the dialog can be reached.
+    readonly property bool covered: sortMenu.visible || editDialog.visible
+
     signal screenRequested(string identifier)
 
     objectName: "favView"
@@ -165,11 +169,24 @@ Item {
         background: Item {}
         Accessible.role: Accessible.Button
         Accessible.name: text
+        Accessible.onPressAction: clicked()
         onClicked: root.controller.sortPressed()
+
+        FocusRing {
+            shown: btnSort.visualFocus
+            ringColor: root.controller.theme.labelColor
+        }
 
         Behavior on scale {
             NumberAnimation { duration: 200 }
         }
+    }
+
+    // Escape leaves the screen as the back button does.
+    Shortcut {
+        sequence: "Escape"
+        enabled: !root.covered
+        onActivated: root.controller.backPressed()
     }
 
     SortMenu {

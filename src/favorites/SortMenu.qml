@@ -17,7 +17,8 @@ Alert {
     objectName: "sortMenu"
     theme: controller.theme
     title: controller.sortTitle
-    closePolicy: Popup.NoAutoClose
+    // No tap beside it closes it, but Escape does, leaving the order as it was.
+    closePolicy: Popup.CloseOnEscape
     padding: 4
 
     footer: AlertButtonRow {

@@ -1,5 +1,6 @@
 #include "AppDelegate.h"
 
+#include "AccessibleItems.h"
 #include "CommandRunner.h"
 #include "LinuxNotificationCenter.h"
 #include "ReminderScheduler.h"
@@ -67,6 +68,7 @@ Appearance AppDelegate::appearance()
 int AppDelegate::run(QGuiApplication &app, const Options &options)
 {
     QQuickStyle::setStyle(QStringLiteral("Basic"));
+    AccessibleItems::install();
     loadBundledFonts();
 
     FileSettingsStore settings;

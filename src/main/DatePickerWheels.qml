@@ -59,7 +59,9 @@ Item {
         currentIndex: wheels.controller.pickerDay - 1
         onMovingChanged: settle.restart()
         onCurrentIndexChanged: settle.restart()
-        Accessible.name: wheels.controller.accessibleName("day")
+        spokenLabel: wheels.controller.accessibleName("day")
+        onStepRequested: index => wheels.controller.pickDate(index + 1, monthWheel.currentIndex + 1,
+                                                             yearWheel.currentIndex + wheels.controller.firstYear)
     }
     DateWheel {
         id: monthWheel
@@ -74,7 +76,9 @@ Item {
         currentIndex: wheels.controller.pickerMonth - 1
         onMovingChanged: settle.restart()
         onCurrentIndexChanged: settle.restart()
-        Accessible.name: wheels.controller.accessibleName("month")
+        spokenLabel: wheels.controller.accessibleName("month")
+        onStepRequested: index => wheels.controller.pickDate(dayWheel.currentIndex + 1, index + 1,
+                                                             yearWheel.currentIndex + wheels.controller.firstYear)
     }
     DateWheel {
         id: yearWheel
@@ -89,6 +93,10 @@ Item {
         currentIndex: wheels.controller.pickerYear - wheels.controller.firstYear
         onMovingChanged: settle.restart()
         onCurrentIndexChanged: settle.restart()
-        Accessible.name: wheels.controller.accessibleName("year")
+        spokenLabel: wheels.controller.accessibleName("year")
+        firstValue: wheels.controller.firstYear
+        onStepRequested: index => wheels.controller.pickDate(dayWheel.currentIndex + 1,
+                                                             monthWheel.currentIndex + 1,
+                                                             index + wheels.controller.firstYear)
     }
 }

@@ -11,12 +11,63 @@ Tumbler {
     property color textColor: "white"
     // The lowest opacity the outer labels may fade to and still read.
     property real fadedOpacity: 0.2
+    // What a screen reader calls the wheel ("Day"), and the value of its
+    // first entry (1, or the first year).
+    property string spokenLabel
+    property int firstValue: 1
+    readonly property string currentText: typeof model === "number"
+                                          ? String(currentIndex + 1)
+                                          : (model[currentIndex] ?? "")
+
+    // A screen reader or the keyboard asks for the entry at `index`; the
+    // owner of the wheel's date moves it there.
+    signal stepRequested(int index)
 
     visibleItemCount: 5
     wrap: false
-    // To a screen reader a wheel is a value to step up and down.
-    Accessible.role: Accessible.SpinBox
+    focusPolicy: Qt.NoFocus
+    activeFocusOnTab: false
+    // The stepper below stands for the wheel.
+    Accessible.ignored: true
     palette.windowText: textColor
+    onCurrentIndexChanged: stepper.value = currentIndex + firstValue
+
+    // To a screen reader and the keyboard a wheel is a value to step up and
+    // down: a spin button whose name says the entry, announced as it changes.
+    Item {
+        id: stepper
+
+        property int value: wheel.currentIndex + wheel.firstValue
+        readonly property int minimumValue: wheel.firstValue
+        readonly property int maximumValue: wheel.firstValue + Math.max(0, wheel.count - 1)
+        readonly property int stepSize: 1
+
+        function moveTo(index) {
+            const target = Math.max(0, Math.min(wheel.count - 1, index))
+            if (target !== wheel.currentIndex)
+                wheel.stepRequested(target)
+            value = wheel.currentIndex + wheel.firstValue
+        }
+
+        objectName: wheel.objectName + "Stepper"
+        anchors.fill: parent
+        activeFocusOnTab: true
+        // A value set from outside (a screen reader's Value interface).
+        onValueChanged: if (value !== wheel.currentIndex + wheel.firstValue)
+                            moveTo(value - wheel.firstValue)
+        Keys.onUpPressed: moveTo(wheel.currentIndex + 1)
+        Keys.onDownPressed: moveTo(wheel.currentIndex - 1)
+        Accessible.role: Accessible.SpinBox
+        Accessible.name: wheel.spokenLabel + " " + wheel.currentText
+        Accessible.onIncreaseAction: moveTo(wheel.currentIndex + 1)
+        Accessible.onDecreaseAction: moveTo(wheel.currentIndex - 1)
+
+        FocusRing {
+            anchors.margins: 0
+            shown: stepper.activeFocus
+            ringColor: wheel.textColor
+        }
+    }
 
     delegate: Text {
         required property int index

@@ -9,6 +9,10 @@ Item {
 
     required property ViewController controller
 
+    // An open dialog covers the screen: the host shows a still picture of
+    // it, so that only the dialog can be reached.
+    readonly property bool covered: addDialog.visible
+
     signal screenRequested(string identifier)
 
     objectName: "mainView"
@@ -153,6 +157,9 @@ Item {
         verticalAlignment: Text.AlignVCenter
         Accessible.role: Accessible.StaticText
         Accessible.name: text
+        // What a swipe across the report does, for a screen reader.
+        Accessible.onPreviousPageAction: root.controller.handleGesture(ViewController.Right)
+        Accessible.onNextPageAction: root.controller.handleGesture(ViewController.Left)
     }
 
     Text {
@@ -199,6 +206,18 @@ Item {
             else if (lastDx < -50)
                 root.controller.handleGesture(ViewController.Left)
         }
+    }
+
+    // The keyboard's way to swipe through the favorites.
+    Shortcut {
+        sequence: "PgUp"
+        enabled: !root.covered
+        onActivated: root.controller.handleGesture(ViewController.Right)
+    }
+    Shortcut {
+        sequence: "PgDown"
+        enabled: !root.covered
+        onActivated: root.controller.handleGesture(ViewController.Left)
     }
 
     AddFavoriteDialog {

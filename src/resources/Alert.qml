@@ -9,6 +9,8 @@ Dialog {
     required property ScreenTheme theme
 
     modal: true
+    // Keys reach the alert: Tab stays in it, Escape closes it.
+    focus: true
     anchors.centerIn: parent
     width: Math.min(parent ? parent.width - 48 : 300, 320)
     padding: 16

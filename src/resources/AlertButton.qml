@@ -22,4 +22,11 @@ AbstractButton {
     }
     Accessible.role: Accessible.Button
     Accessible.name: text
+    Accessible.onPressAction: if (enabled) clicked()
+
+    FocusRing {
+        anchors.margins: 2
+        shown: button.visualFocus
+        ringColor: button.tint
+    }
 }

@@ -39,6 +39,35 @@ Item {
             previous = over
             fadeIn.start()
         }
+
+        // While a dialog covers the screen, a still picture of the screen
+        // stands in for it: what lies under the dialog is then neither
+        // showing to a screen reader nor reachable by Tab.
+        function cover(covered) {
+            coveredNow = covered
+            if (!covered) {
+                screen.visible = true
+                still.source = ""
+                return
+            }
+            screen.grabToImage(result => {
+                if (!layer.coveredNow || !layer.screen)
+                    return
+                still.source = result.url
+                layer.screen.visible = false
+            })
+        }
+
+        property bool coveredNow: false
+
+        Image {
+            id: still
+
+            objectName: "coveredScreen"
+            anchors.fill: parent
+            visible: layer.coveredNow && status === Image.Ready
+            cache: false
+        }
     }
 
     property ScreenLayer currentLayer: null
@@ -62,6 +91,7 @@ Item {
             screen = settingsScreen.createObject(layer, { controller: controller })
         }
         screen.screenRequested.connect(request)
+        screen.coveredChanged.connect(() => layer.cover(screen.covered))
         layer.screen = screen
         const previous = currentLayer
         currentLayer = layer

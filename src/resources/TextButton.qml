@@ -12,6 +12,7 @@ AbstractButton {
     implicitHeight: 32
     Accessible.role: Accessible.Button
     Accessible.name: text
+    Accessible.onPressAction: if (enabled) clicked()
     onClicked: feedback.restart()
 
     PressFeedback {
@@ -29,4 +30,9 @@ AbstractButton {
         elide: Text.ElideRight
     }
     background: Item {}
+
+    FocusRing {
+        shown: button.visualFocus
+        ringColor: button.textColor
+    }
 }

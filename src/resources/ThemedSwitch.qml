@@ -12,6 +12,16 @@ Switch {
     implicitHeight: 31
     padding: 0
     Accessible.role: Accessible.CheckBox
+    // A switch turned by a screen reader stores its setting as a tap does.
+    Accessible.onToggleAction: flip()
+    Accessible.onPressAction: flip()
+
+    function flip() {
+        if (!enabled)
+            return
+        toggle()
+        toggled()
+    }
 
     indicator: Rectangle {
         implicitWidth: 51
@@ -33,6 +43,12 @@ Switch {
             Behavior on x {
                 NumberAnimation { duration: 150 }
             }
+        }
+
+        FocusRing {
+            radius: height / 2
+            shown: control.visualFocus
+            ringColor: control.checkedColor
         }
     }
     contentItem: Item {}

@@ -1,10 +1,12 @@
 import QtQuick
 import QtQuick.Controls
+import Tavlo
 import QtQuick.Controls.impl
 
 // One colour theme as a cube in its colour; the chosen one is framed and
-// filled, its cube in white or black by the appearance.
-AbstractButton {
+// filled, its cube in white or black by the appearance. To a screen reader
+// the ten are radio buttons, the chosen one checked.
+RadioButton {
     id: button
 
     required property int tag
@@ -15,8 +17,10 @@ AbstractButton {
 
     objectName: "colorButton" + tag
     implicitHeight: 34
-    Accessible.role: Accessible.RadioButton
-    Accessible.checked: chosen
+    padding: 0
+    checked: chosen
+    indicator: null
+    Accessible.onPressAction: clicked()
 
     contentItem: Item {
         IconImage {
@@ -34,5 +38,12 @@ AbstractButton {
         color: button.chosen ? button.themeColor : "transparent"
         border.width: button.chosen ? 1 : 0
         border.color: button.frameColor
+    }
+
+    FocusRing {
+        anchors.margins: -1
+        radius: 13
+        shown: button.visualFocus
+        ringColor: button.frameColor
     }
 }

@@ -9,6 +9,8 @@ Item {
     required property SetViewController controller
 
     visible: controller.infoVisible
+    // Opened, the panel takes the keyboard: its close button comes first.
+    onVisibleChanged: if (visible) btnBackInfo.forceActiveFocus()
 
     // An opaque backdrop: the picture of the theme, drawn small and smoothed
     // up, under a veil; the settings do not show through.
@@ -90,6 +92,8 @@ Item {
     }
 
     SymbolButton {
+        id: btnBackInfo
+
         objectName: "btnBackInfo"
         x: 12
         y: 2

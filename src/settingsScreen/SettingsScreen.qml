@@ -10,6 +10,9 @@ Item {
     required property SetViewController controller
     readonly property color labelColor: controller.theme.labelColor
 
+    // No dialog covers this screen; its info panel hides what lies under it.
+    readonly property bool covered: false
+
     signal screenRequested(string identifier)
 
     objectName: "setView"
@@ -17,6 +20,18 @@ Item {
     Connections {
         target: root.controller
         function onScreenRequested(identifier) { root.screenRequested(identifier) }
+        // Back from the info panel, the keyboard goes on where it left.
+        function onInfoVisibleChanged() {
+            if (!root.controller.infoVisible)
+                btnInfo.forceActiveFocus()
+        }
+    }
+
+    // Escape closes the info panel, or else leaves the screen.
+    Shortcut {
+        sequence: "Escape"
+        onActivated: root.controller.infoVisible ? root.controller.scrollViewHide()
+                                                 : root.controller.backPressed()
     }
 
     ThemedBackground {
@@ -28,6 +43,8 @@ Item {
     Flickable {
         objectName: "settingsContent"
         anchors.fill: parent
+        // Under the opaque info panel nothing of it can be seen or reached.
+        visible: !root.controller.infoVisible
         anchors.topMargin: 40
         contentHeight: content.implicitHeight + 40
         boundsBehavior: Flickable.StopAtBounds
@@ -202,6 +219,7 @@ Item {
 
     TitleBar {
         width: parent.width
+        visible: !root.controller.infoVisible
         theme: root.controller.theme
         title: root.controller.title
         sideInset: 62
@@ -214,6 +232,7 @@ Item {
         width: 42
         height: 42
         iconSource: "qrc:/qt/qml/Tavlo/resources/icons/chevron_left.svg"
+        visible: !root.controller.infoVisible
         iconColor: root.labelColor
         Accessible.name: root.controller.accessibleName("back")
         onClicked: root.controller.backPressed()
@@ -226,6 +245,8 @@ Item {
 
     // Above the panel: tapping it again while the panel is open is allowed.
     SymbolButton {
+        id: btnInfo
+
         objectName: "btnInfo"
         anchors.right: parent.right
         anchors.rightMargin: 12

@@ -2,6 +2,7 @@
 
 #include "LocalTime.h"
 #include "core/WesternZodiac.h"
+#include "settings/AccessibleNames.h"
 
 #include <QTest>
 
@@ -171,6 +172,41 @@ private slots:
         QCOMPARE(c.age, age);
         QCOMPARE(c.signKey, sign);
         QCOMPARE(c.star, star ? QStringLiteral("★") : QString());
+    }
+
+    // What a screen reader says for a row: the sign as a word, the star
+    // with its meaning, all in the interface language.
+    void spokenRow_data()
+    {
+        QTest::addColumn<Language>("language");
+        QTest::addColumn<QString>("sign");
+        QTest::addColumn<QString>("star");
+        QTest::addColumn<QString>("spoken");
+        QTest::newRow("English, star") << Language::English << "pisces"
+                                       << "★"
+                                       << "Ann, 12 March, age 41, Pisces, ★ birthday still to come";
+        QTest::newRow("Russian, no star") << Language::Russian << "sagittauris"
+                                          << ""
+                                          << "Ann, 12 March, возраст 41, Стрелец";
+        QTest::newRow("German, star")
+            << Language::German << "capricorn"
+            << "★"
+            << "Ann, 12 March, Alter 41, Steinbock, ★ Geburtstag steht bevor";
+        QTest::newRow("no sign") << Language::English << ""
+                                 << ""
+                                 << "Ann, 12 March, age 41";
+    }
+    void spokenRow()
+    {
+        QFETCH(Language, language);
+        QFETCH(QString, sign);
+        QFETCH(QString, star);
+        QFETCH(QString, spoken);
+        UiStrings strings;
+        strings.apply(language);
+        const FavoriteCard card{u"Ann"_qs, u"12 March"_qs, 41, sign, star, {}};
+        QCOMPARE(FavoriteCards::spokenRow(card, strings, accessibleNames(strings, language)),
+                 spoken);
     }
 
     void colors_data()

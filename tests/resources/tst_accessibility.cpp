@@ -16,11 +16,12 @@ Q_IMPORT_QML_PLUGIN(TavloPlugin)
 
 namespace {
 
-// Every control a screen reader can act on: buttons, switches, wheels, fields.
+// Every control a screen reader can act on: buttons, switches, fields, and
+// the steppers that stand for the date wheels.
 bool isControl(const QObject *object)
 {
-    return object->inherits("QQuickAbstractButton") || object->inherits("QQuickTumbler") ||
-           object->inherits("QQuickTextField");
+    return object->inherits("QQuickAbstractButton") || object->inherits("QQuickTextField") ||
+           object->objectName().endsWith(u"Stepper"_qs);
 }
 
 QVariant attached(QObject *item, const char *property)

@@ -1,0 +1,125 @@
+#include "AccessibleItems.h"
+
+#include <QAccessible>
+#include <QPointer>
+#include <QQuickItem>
+
+namespace {
+
+// The object whose interface Qt's own factory is making right now.
+QObject *makingQtInterfaceFor = nullptr;
+
+// Qt's interface for an item, with a truthful disabled state and, for a
+// text item, the Text interface over its text.
+class AccessibleItem : public QAccessibleInterface, public QAccessibleTextInterface
+{
+public:
+    explicit AccessibleItem(QAccessibleInterface *qtInterface)
+        : m_qt(qtInterface), m_qtId(QAccessible::uniqueId(qtInterface)),
+          m_item(qobject_cast<QQuickItem *>(qtInterface->object()))
+    {}
+    ~AccessibleItem() override { QAccessible::deleteAccessibleInterface(m_qtId); }
+
+    bool isValid() const override { return m_item && m_qt->isValid(); }
+    QObject *object() const override { return m_qt->object(); }
+    QWindow *window() const override { return m_qt->window(); }
+    QAccessibleInterface *parent() const override { return m_qt->parent(); }
+    QAccessibleInterface *child(int index) const override { return m_qt->child(index); }
+    int childCount() const override { return m_qt->childCount(); }
+    int indexOfChild(const QAccessibleInterface *child) const override
+    {
+        return m_qt->indexOfChild(child);
+    }
+    QAccessibleInterface *childAt(int x, int y) const override { return m_qt->childAt(x, y); }
+    QAccessibleInterface *focusChild() const override { return m_qt->focusChild(); }
+    QList<QPair<QAccessibleInterface *, QAccessible::Relation>>
+    relations(QAccessible::Relation match) const override
+    {
+        return m_qt->relations(match);
+    }
+    QString text(QAccessible::Text type) const override { return m_qt->text(type); }
+    void setText(QAccessible::Text type, const QString &text) override
+    {
+        m_qt->setText(type, text);
+    }
+    QRect rect() const override { return m_qt->rect(); }
+    QAccessible::Role role() const override { return m_qt->role(); }
+
+    QAccessible::State state() const override
+    {
+        QAccessible::State state = m_qt->state();
+        if (m_item && !m_item->isEnabled()) {
+            state.disabled = true;
+            state.focusable = false;
+        }
+        return state;
+    }
+
+    void *interface_cast(QAccessible::InterfaceType type) override
+    {
+        if (type == QAccessible::TextInterface && isText())
+            return static_cast<QAccessibleTextInterface *>(this);
+        return m_qt->interface_cast(type);
+    }
+
+    // The Text interface of a text item: its text, read only.
+    QString text(int startOffset, int endOffset) const override
+    {
+        return words().mid(startOffset, endOffset - startOffset);
+    }
+    int characterCount() const override { return int(words().size()); }
+    void selection(int, int *startOffset, int *endOffset) const override
+    {
+        *startOffset = *endOffset = 0;
+    }
+    int selectionCount() const override { return 0; }
+    void addSelection(int, int) override {}
+    void removeSelection(int) override {}
+    void setSelection(int, int, int) override {}
+    int cursorPosition() const override { return 0; }
+    void setCursorPosition(int) override {}
+    QRect characterRect(int) const override { return {}; }
+    int offsetAtPoint(const QPoint &) const override { return -1; }
+    void scrollToSubstring(int, int) override {}
+    QString attributes(int, int *startOffset, int *endOffset) const override
+    {
+        *startOffset = 0;
+        *endOffset = characterCount();
+        return {};
+    }
+
+private:
+    bool isText() const
+    {
+        const QAccessible::Role r = role();
+        return (r == QAccessible::StaticText || r == QAccessible::Heading) && m_item &&
+               m_item->inherits("QQuickText");
+    }
+    QString words() const { return m_item ? m_item->property("text").toString() : QString(); }
+
+    QAccessibleInterface *m_qt;
+    QAccessible::Id m_qtId;
+    QPointer<QQuickItem> m_item;
+};
+
+QAccessibleInterface *accessibleItem(const QString &, QObject *object)
+{
+    if (object == makingQtInterfaceFor || !object->inherits("QQuickItem") ||
+        !(object->inherits("QQuickText") || object->inherits("QQuickControl")))
+        return nullptr;
+    // Qt's own interface, made by its factory and kept in its registry under an
+    // id of its own; ours stands for the item and hands everything else to it.
+    QObject *outer = std::exchange(makingQtInterfaceFor, object);
+    QAccessibleInterface *qtInterface = QAccessible::queryAccessibleInterface(object);
+    makingQtInterfaceFor = outer;
+    return qtInterface ? new AccessibleItem(qtInterface) : nullptr;
+}
+
+} // namespace
+
+void AccessibleItems::install()
+{
+    static bool installed = false;
+    if (!std::exchange(installed, true))
+        QAccessible::installFactory(accessibleItem);
+}
