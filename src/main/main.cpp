@@ -1,7 +1,8 @@
 #include "AppDelegate.h"
-#include "LinuxNotificationCenter.h"
 #include "cli/CommandLine.h"
 #include "core/Clock.h"
+#include "platform/linux/DeliveryCommand.h"
+#include "platform/linux/LinuxReminders.h"
 #include "settings/QSettingsStore.h"
 
 #include <QCoreApplication>
@@ -40,12 +41,9 @@ int deliverReminder()
                                "timer gives it\n";
         return ExitStatus::usage;
     }
-    ReminderStore store;
     SystemClock clock;
-    const QString icon =
-        LinuxNotificationCenter::installIcon(QFileInfo(store.filePath()).absolutePath());
-    return LinuxNotificationCenter::deliverFromTimer(arguments.at(2), store, clock,
-                                                     QDBusConnection::sessionBus(), icon);
+    LinuxReminders platform(clock);
+    return DeliveryCommand::deliver(arguments.at(2), platform.store, clock, platform.notifier);
 }
 
 } // namespace

@@ -1,8 +1,9 @@
 #include "TimeZoneScope.h"
 #include "core/Clock.h"
-#include "main/CommandRunner.h"
-#include "main/LinuxNotificationCenter.h"
 #include "main/ReminderScheduler.h"
+#include "platform/linux/CommandRunner.h"
+#include "platform/linux/DeliveryCommand.h"
+#include "platform/linux/LinuxNotificationCenter.h"
 #include "settings/MemorySettingsStore.h"
 #include "settings/UiStrings.h"
 
@@ -340,9 +341,8 @@ private slots:
         if (appRunning)
             QVERIFY(app.tryLock(0));
         const FixedClock clock(now);
-        QCOMPARE(
-            LinuxNotificationCenter::deliverFromTimer(identifier, *m_store, clock, client(), {}),
-            0);
+        DBusNotifier notifier(client(), {});
+        QCOMPARE(DeliveryCommand::deliver(identifier, *m_store, clock, notifier), 0);
         const QList<FakeNotificationServer::Shown> shown = shownSoFar();
         QTEST(int(shown.size()), "shown");
         if (!shown.isEmpty())
