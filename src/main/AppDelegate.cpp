@@ -68,7 +68,9 @@ int AppDelegate::run(QGuiApplication &app, const Options &options)
     // delegate, so the centre outlives the engine. A screenshot leaves the
     // user's reminders alone.
     const bool remindersOn = options.screenshotPath.isEmpty();
-    LinuxReminders platform(clock, remindersOn);
+    LinuxReminders platform(clock, remindersOn, [] {
+        return QGuiApplication::applicationState() == Qt::ApplicationActive;
+    });
     ReminderScheduler reminders(platform.center, settings, clock, session.favorites,
                                 session.strings);
     if (remindersOn) {
@@ -83,6 +85,14 @@ int AppDelegate::run(QGuiApplication &app, const Options &options)
     if (engine.rootObjects().isEmpty())
         return 1;
     auto *window = qobject_cast<QQuickWindow *>(engine.rootObjects().constFirst());
+    // A tap on one of Tavlo's notifications brings the window to the front.
+    if (window) {
+        platform.center.setOnActivated([window] {
+            window->show();
+            window->raise();
+            window->requestActivate();
+        });
+    }
 
     if (window && (options.traceStartup || !options.screenshotPath.isEmpty())) {
         QObject::connect(

@@ -7,6 +7,7 @@
 #include <QList>
 #include <QString>
 #include <QTime>
+#include <functional>
 #include <optional>
 
 class Clock;
@@ -30,17 +31,33 @@ struct PlannedReminder
 
 namespace Reminders {
 
-// Birthdays are looked for from tomorrow to this many days ahead.
+// Reminders are looked for from tomorrow to this many days ahead.
 inline constexpr int daysAhead = 201;
 inline constexpr int maxPerRun = 5;
 inline const QTime timeOfDay{7, 30};
+// The choices of how early a reminder comes, in days before the birthday.
+inline constexpr int leadDayChoices[] = {0, 1, 3, 7};
 
-// The reminders for `favorites` at `now`: a favorite matches a day when its
-// birthday text and the day's "d M yyyy" text agree once the last four
-// characters (the year) are cut off; at most five, by day and then by list
-// order, each at 7:30 local time on its day.
+// When the reminders come, as the person chose on the settings screen.
+struct Timing
+{
+    QTime timeOfDay = Reminders::timeOfDay;
+    int daysBefore = 0;
+
+    // Read from the settings store; a missing or unreadable value gives the
+    // default.
+    static Timing from(const SettingsStore &settings);
+    friend bool operator==(const Timing &, const Timing &) = default;
+};
+
+// The reminders for `favorites` at `now`: a reminder day matches a favorite
+// when the favorite's birthday text and the "d M yyyy" text of the day
+// `timing.daysBefore` after it agree once the last four characters (the year)
+// are cut off; reminder days run from tomorrow to 201 days ahead; at most
+// five, by day and then by list order, each at the chosen time (7:30 local
+// time unless chosen otherwise).
 QList<PlannedReminder> plan(const QDateTime &now, const QList<Favorite> &favorites,
-                            const UiStrings &strings);
+                            const UiStrings &strings, const Timing &timing = {});
 
 // A fire date as the settings and diagnostics show it: "2026-03-07 07:30:00 +0100".
 QString printedDate(const QDateTime &moment);
@@ -60,12 +77,16 @@ public:
 
     NotificationCenter &center() { return m_center; }
 
-    void checkNotificationPermission();
+    // `done` learns what was scheduled, once every add has been answered;
+    // nothing when notifications are not allowed.
+    using Done = std::function<void(const QList<PlannedReminder> &scheduled)>;
+
+    void checkNotificationPermission(Done done = {});
     // Adds this run's reminders and writes their "selectetDate" lines.
-    void scheduleReminders();
+    void scheduleReminders(Done done = {});
 
 private:
-    void onStatus(AuthorizationStatus status);
+    void onStatus(AuthorizationStatus status, const Done &done);
 
     NotificationCenter &m_center;
     SettingsStore &m_settings;

@@ -88,9 +88,18 @@ enum class UiText {
     ShowWeekdayInTable,    // 78
     Entries,               // 79
     MarkFutureBirthdays,   // 80
+    HasABirthdayTomorrow,  // 81
+    HasABirthdayInDays,    // 82: %1 the number of days, %2 the Russian noun for it
+    Reminders,             // 83
+    OnTheDay,              // 84
+    OneDayBefore,          // 85
+    ThreeDaysBefore,       // 86
+    OneWeekBefore,         // 87
+    ReminderTime,          // 88
+    HowEarly,              // 89
 };
 
-inline constexpr int UiTextCount = 80;
+inline constexpr int UiTextCount = 89;
 
 // The process-wide table of interface texts. It starts out English; applying
 // German or Russian overwrites every entry. Applying English changes nothing,
@@ -112,6 +121,10 @@ public:
     // The current text of the entry whose English text is englishText, or
     // englishText itself when no entry has it ("Unknown", say).
     QString translated(const QString &englishText) const;
+
+    // A reminder's text `days` (1 or more) before `name`'s birthday: "Anna
+    // has a birthday in 3 days".
+    QString birthdayInDays(const QString &name, int days) const;
 
 private:
     static constexpr int index(UiText id) { return static_cast<int>(id); }

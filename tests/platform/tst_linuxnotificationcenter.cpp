@@ -1,21 +1,21 @@
+#include "NotificationServer.h"
+#include "RecordingRunner.h"
 #include "TimeZoneScope.h"
 #include "core/Clock.h"
 #include "main/ReminderScheduler.h"
-#include "platform/linux/CommandRunner.h"
 #include "platform/linux/DeliveryCommand.h"
 #include "platform/linux/LinuxNotificationCenter.h"
+#include "platform/linux/SystemdTimers.h"
 #include "settings/MemorySettingsStore.h"
 #include "settings/UiStrings.h"
 
-#include <QDBusMessage>
+#include <QDir>
 #include <QFile>
 #include <QLockFile>
-#include <QMutex>
 #include <QProcess>
 #include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
-#include <QThread>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -31,23 +31,6 @@ NotificationRequest request(const QString &identifier, const QString &body, int 
     return {identifier, u"Birthday Reminder"_s, body, CalendarTrigger::at(at(month, day, 7, 30))};
 }
 
-// Records the commands; each ends only when the test says so.
-class RecordingRunner final : public CommandRunner
-{
-public:
-    QList<QStringList> commands; // program first
-    QList<Handler> waiting;
-    void run(const QString &program, const QStringList &arguments, Handler done) override
-    {
-        commands.append(QStringList{program} + arguments);
-        waiting.append(std::move(done));
-    }
-    void finishNext(int exitCode, const QString &output = {}, const QString &errors = {})
-    {
-        waiting.takeFirst()({true, exitCode, output, errors});
-    }
-};
-
 class Answer final : public NotificationCenterDelegate
 {
 public:
@@ -57,72 +40,22 @@ public:
 
 } // namespace
 
-// A notification service on the private bus, served from a thread of its own.
-class FakeNotificationServer : public QObject
-{
-    Q_OBJECT
-    Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Notifications")
-
-public:
-    struct Shown
-    {
-        QString app, icon, summary, body;
-        QVariantMap hints;
-    };
-    QList<Shown> shown() const
-    {
-        QMutexLocker locker(&m_mutex);
-        return m_shown;
-    }
-    void clear()
-    {
-        QMutexLocker locker(&m_mutex);
-        m_shown.clear();
-    }
-
-public slots:
-    uint Notify(const QString &app, uint, const QString &icon, const QString &summary,
-                const QString &body, const QStringList &, const QVariantMap &hints, int)
-    {
-        QMutexLocker locker(&m_mutex);
-        m_shown.append({app, icon, summary, body, hints});
-        return uint(m_shown.size());
-    }
-    QStringList GetCapabilities() { return {u"body"_s}; }
-    QString GetServerInformation(QString &vendor, QString &version, QString &specVersion)
-    {
-        vendor = version = specVersion = u"test"_s;
-        return u"fake"_s;
-    }
-    void CloseNotification(uint) {}
-
-private:
-    mutable QMutex m_mutex;
-    QList<Shown> m_shown;
-};
-
+// What a person meets: Tavlo against a real notification server on a
+// private bus.
 class TestLinuxNotificationCenter : public QObject
 {
     Q_OBJECT
 
     TimeZoneScope m_zone{"Europe/Berlin"};
-    QTemporaryDir m_busDir;
-    QProcess m_daemon;
-    QString m_address;
-    QThread m_serverThread;
-    FakeNotificationServer *m_server = new FakeNotificationServer;
+    NotificationServer m_server;
     std::unique_ptr<QTemporaryDir> m_dir;
     std::unique_ptr<ReminderStore> m_store;
 
     static QDBusConnection client() { return QDBusConnection(u"tavlo"_s); }
-    static QDBusConnection serverSide() { return QDBusConnection(u"server"_s); }
-    static LinuxNotificationCenter::Options options(const QString &bus = u"tavlo"_s,
-                                                    CommandRunner *timers = nullptr)
+    static LinuxNotificationCenter::Options options(const QString &bus = u"tavlo"_s)
     {
         LinuxNotificationCenter::Options o;
         o.bus = QDBusConnection(bus);
-        o.timers = timers;
-        o.program = u"/opt/tavlo bin/tavlo"_s;
         o.iconPath = u"/icons/tavlo.svg"_s;
         return o;
     }
@@ -134,55 +67,44 @@ class TestLinuxNotificationCenter : public QObject
             qFatal("no answer to add()");
         return *answer;
     }
-    // What was sent before has been handled by the service.
-    QList<FakeNotificationServer::Shown> shownSoFar()
+    // What the server has received once what was sent before has reached it.
+    QList<NotificationServer::Shown> shownSoFar()
     {
-        const QDBusMessage call = QDBusMessage::createMethodCall(
-            u"org.freedesktop.Notifications"_s, u"/org/freedesktop/Notifications"_s,
-            u"org.freedesktop.Notifications"_s, u"GetCapabilities"_s);
-        client().call(call, QDBus::Block, 5000);
-        return m_server->shown();
+        client().call(QDBusMessage::createMethodCall(
+                          u"org.freedesktop.Notifications"_s, u"/org/freedesktop/Notifications"_s,
+                          u"org.freedesktop.Notifications"_s, u"GetCapabilities"_s),
+                      QDBus::Block, 5000);
+        return m_server.shown();
+    }
+    // A tavlo with the app's files in the test's folder, on the private bus.
+    QProcessEnvironment tavloEnvironment() const
+    {
+        QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+        env.insert(u"DBUS_SESSION_BUS_ADDRESS"_s, m_server.address());
+        env.insert(u"XDG_DATA_HOME"_s, m_dir->filePath(u"data"_s));
+        env.insert(u"XDG_CONFIG_HOME"_s, m_dir->filePath(u"config"_s));
+        return env;
+    }
+    static void checkStays(const NotificationServer::Shown &shown)
+    {
+        QCOMPARE(shown.hints.value(u"desktop-entry"_s), u"io.github.tavlo.Tavlo"_s);
+        QVERIFY(!shown.hints.contains(u"transient"_s));
+        QVERIFY(!shown.hints.contains(u"suppress-sound"_s));
+        QCOMPARE(shown.actions.value(0), u"default"_s);
     }
 
 private slots:
     void initTestCase()
     {
-        QFile config(m_busDir.filePath(u"bus.conf"_s));
-        QVERIFY(config.open(QIODevice::WriteOnly));
-        // No <servicedir>: nothing installed on the machine starts on this bus.
-        config.write(
-            "<busconfig><type>session</type><listen>unix:tmpdir=" + m_busDir.path().toUtf8() +
-            "</listen><policy context=\"default\"><allow send_destination=\"*\" "
-            "eavesdrop=\"true\"/><allow eavesdrop=\"true\"/><allow own=\"*\"/></policy>"
-            "</busconfig>");
-        config.close();
-        m_daemon.start(u"dbus-daemon"_s, {u"--config-file="_s + config.fileName(), u"--nofork"_s,
-                                          u"--print-address"_s});
-        QVERIFY2(m_daemon.waitForReadyRead(10000), "dbus-daemon did not start");
-        m_address = QString::fromUtf8(m_daemon.readLine()).trimmed();
-        QVERIFY(QDBusConnection::connectToBus(m_address, u"tavlo"_s).isConnected());
-        QVERIFY(QDBusConnection::connectToBus(m_address, u"server"_s).isConnected());
-        m_server->moveToThread(&m_serverThread);
-        m_serverThread.start();
-        QVERIFY(serverSide().registerObject(u"/org/freedesktop/Notifications"_s, m_server,
-                                            QDBusConnection::ExportAllSlots));
-        QVERIFY(serverSide().registerService(u"org.freedesktop.Notifications"_s));
+        QVERIFY(m_server.startBus(u"tavlo"_s));
+        QVERIFY2(m_server.startServer(), "python3-dbusmock's notification server did not start");
     }
-    void cleanupTestCase()
-    {
-        QDBusConnection::disconnectFromBus(u"server"_s);
-        QDBusConnection::disconnectFromBus(u"tavlo"_s);
-        m_server->deleteLater(); // in its own thread, as that ends
-        m_serverThread.quit();
-        m_serverThread.wait();
-        m_daemon.kill();
-        m_daemon.waitForFinished();
-    }
+    void cleanupTestCase() { m_server.stop(); }
     void init()
     {
         m_dir = std::make_unique<QTemporaryDir>();
         m_store = std::make_unique<ReminderStore>(m_dir->filePath(u"tavlo/reminders.json"_s));
-        m_server->clear();
+        m_server.clear();
     }
 
     void allowedWhenAServiceAnswers_data()
@@ -199,7 +121,7 @@ private slots:
         QFETCH(QString, bus);
         QFETCH(bool, serviceThere);
         if (!serviceThere)
-            serverSide().unregisterService(u"org.freedesktop.Notifications"_s);
+            m_server.stopServer();
         const FixedClock clock(at(3, 1, 10, 0));
         LinuxNotificationCenter center(*m_store, clock, options(bus));
         std::optional<AuthorizationStatus> status;
@@ -207,26 +129,36 @@ private slots:
         center.getAuthorizationStatus([&](AuthorizationStatus s) { status = s; });
         center.requestAuthorization({}, [&](bool g, const auto &) { granted = g; });
         QTRY_VERIFY(status && granted);
-        serverSide().registerService(u"org.freedesktop.Notifications"_s);
+        if (!serviceThere)
+            QVERIFY(m_server.startServer());
         QFETCH(bool, allowed);
         QCOMPARE(*status, allowed ? AuthorizationStatus::Authorized : AuthorizationStatus::Denied);
         QCOMPARE(*granted, allowed);
     }
 
-    void shownAtItsMomentOverTheBus_data()
+    // The app open: in front, the screen's answer (a banner that does not
+    // stay); otherwise an ordinary notification that stays, with sound.
+    void shownAtItsMomentWhileTheAppRuns_data()
     {
-        QTest::addColumn<int>("answer"); // -1: no screen to ask
+        QTest::addColumn<bool>("active");
+        QTest::addColumn<int>("answer"); // -1: no main screen to ask
         QTest::addColumn<int>("shown");
-        QTest::addColumn<bool>("transient");
-        QTest::newRow("no screen: kept in the list") << -1 << 1 << false;
-        QTest::newRow("main screen: banner only") << int(PresentationOption::Banner) << 1 << true;
-        QTest::newRow("screen wants nothing shown") << 0 << 0 << false;
+        QTest::addColumn<bool>("stays");
+        QTest::newRow("active, main screen: banner")
+            << true << int(PresentationOption::Banner) << 1 << false;
+        QTest::newRow("active, another screen: banner") << true << -1 << 1 << false;
+        QTest::newRow("active, screen wants nothing") << true << 0 << 0 << false;
+        QTest::newRow("not active: stays") << false << int(PresentationOption::Banner) << 1 << true;
+        QTest::newRow("not active, another screen: stays") << false << -1 << 1 << true;
     }
-    void shownAtItsMomentOverTheBus()
+    void shownAtItsMomentWhileTheAppRuns()
     {
+        QFETCH(bool, active);
         QFETCH(int, answer);
         FixedClock clock(at(3, 2, 7, 0));
-        LinuxNotificationCenter center(*m_store, clock, options());
+        LinuxNotificationCenter::Options o = options();
+        o.inFront = [active] { return active; };
+        LinuxNotificationCenter center(*m_store, clock, o);
         Answer screen;
         screen.options = PresentationOptions::fromInt(std::max(answer, 0));
         center.setDelegate(answer >= 0 ? &screen : nullptr);
@@ -237,16 +169,32 @@ private slots:
         clock.set(at(3, 2, 7, 30));
         center.deliverDue();
         QCOMPARE(m_store->pending().size(), 0);
-        const QList<FakeNotificationServer::Shown> shown = shownSoFar();
+        const QList<NotificationServer::Shown> shown = shownSoFar();
         QTEST(int(shown.size()), "shown");
         if (shown.isEmpty())
             return;
+        qInfo() << "received:" << shown[0].hints;
         QCOMPARE(shown[0].app, "Tavlo");
         QCOMPARE(shown[0].icon, "/icons/tavlo.svg");
         QCOMPARE(shown[0].summary, "Birthday Reminder");
         QCOMPARE(shown[0].body, "Anna has a birthday today!");
-        QCOMPARE(shown[0].hints.value(u"suppress-sound"_s), true);
-        QTEST(shown[0].hints.value(u"transient"_s).toBool(), "transient");
+        QFETCH(bool, stays);
+        if (stays) {
+            checkStays(shown[0]);
+        } else {
+            QCOMPARE(shown[0].hints.value(u"desktop-entry"_s), u"io.github.tavlo.Tavlo"_s);
+            QCOMPARE(shown[0].hints.value(u"transient"_s), true);
+            QCOMPARE(shown[0].hints.value(u"suppress-sound"_s), true);
+        }
+
+        // A tap on it opens Tavlo; a tap on another app's notification does not.
+        int opened = 0;
+        center.setOnActivated([&] { ++opened; });
+        m_server.invoke(shown[0].id + 100, u"default"_s);
+        m_server.invoke(shown[0].id, u"default"_s);
+        QTRY_COMPARE(opened, 1);
+        QTest::qWait(100);
+        QCOMPARE(opened, 1);
     }
 
     void sameIdentifierReplacesAndPendingOutlivesTheApp()
@@ -269,50 +217,10 @@ private slots:
         const FixedClock later(at(3, 7, 9, 0));
         LinuxNotificationCenter restarted(reopened, later, options());
         restarted.start();
-        QTRY_COMPARE(m_server->shown().size(), 1);
+        QTRY_COMPARE(m_server.shown().size(), 1);
         QCOMPARE(shownSoFar().size(), 1);
-        QCOMPARE(m_server->shown()[0].body, "again");
+        QCOMPARE(m_server.shown()[0].body, "again");
         QCOMPARE(reopened.pending().size(), 0);
-    }
-
-    void timersReplacedOneCommandAtATime()
-    {
-        const FixedClock clock(at(3, 20, 10, 0));
-        RecordingRunner runner;
-        LinuxNotificationCenter::Options o = options(u"none"_s, &runner);
-        o.timerEnvironment = {u"XDG_DATA_HOME=/home/u/data"_s};
-        LinuxNotificationCenter center(*m_store, clock, o);
-        std::optional<NotificationError> answer{NotificationError{}};
-        // The clocks go forward on the 29th: 7:30 there is 5:30 UTC.
-        center.add(request(u"birthdayReminder1"_s, u"x"_s, 3, 29),
-                   [&](const auto &e) { answer = e; });
-        const QStringList stop{u"systemctl"_s, u"--user"_s, u"stop"_s,
-                               u"tavlo-birthdayReminder1.timer"_s,
-                               u"tavlo-birthdayReminder1.service"_s};
-        QCOMPARE(runner.commands, QList<QStringList>{stop}); // nothing else until it ends
-        runner.finishNext(5, {}, u"Unit not loaded."_s);
-        QCOMPARE(runner.commands.value(1),
-                 (QStringList{u"systemd-run"_s, u"--user"_s, u"--unit=tavlo-birthdayReminder1"_s,
-                              u"--description=Tavlo birthday reminder birthdayReminder1"_s,
-                              u"--collect"_s, u"--on-calendar=2026-03-29 05:30:00 UTC"_s,
-                              u"--timer-property=AccuracySec=1s"_s,
-                              u"--setenv=XDG_DATA_HOME=/home/u/data"_s, u"--"_s,
-                              u"/opt/tavlo bin/tavlo"_s, u"deliver-reminder"_s,
-                              u"birthdayReminder1"_s}));
-        runner.finishNext(1, {}, u"Unit tavlo-birthdayReminder1.timer already exists."_s);
-        QVERIFY(answer);
-        QCOMPARE(answer->printed, "systemd-run exited with status 1");
-        QCOMPARE(answer->description, "Unit tavlo-birthdayReminder1.timer already exists.");
-        QCOMPARE(m_store->pending().size(), 1); // the running app still shows it
-
-        // At the next start, only the timer the session lost is made again.
-        QVERIFY(!m_store->put({request(u"birthdayReminder2"_s, u"y"_s, 3, 30), at(3, 30, 7, 30)}));
-        LinuxNotificationCenter restarted(*m_store, clock, o);
-        restarted.start();
-        QCOMPARE(runner.commands.value(2).mid(0, 3),
-                 (QStringList{"systemctl", "--user", "is-active"}));
-        runner.finishNext(3, u"active\ninactive\n"_s);
-        QCOMPARE(runner.commands.value(3).value(3), "tavlo-birthdayReminder2.timer");
     }
 
     void timerDelivery_data()
@@ -343,36 +251,46 @@ private slots:
         const FixedClock clock(now);
         DBusNotifier notifier(client(), {});
         QCOMPARE(DeliveryCommand::deliver(identifier, *m_store, clock, notifier), 0);
-        const QList<FakeNotificationServer::Shown> shown = shownSoFar();
+        const QList<NotificationServer::Shown> shown = shownSoFar();
         QTEST(int(shown.size()), "shown");
         if (!shown.isEmpty())
-            QCOMPARE(shown[0].hints.value(u"transient"_s), false);
+            checkStays(shown[0]);
         QTEST(int(m_store->pending().size()), "pending");
     }
 
     void aTypedNameIsNeverRunAndArrivesAsTyped()
     {
         const QString trap = m_dir->filePath(u"x"_s);
-        const QString name = u"$(touch %1); `touch %1` '\"; rm -rf ~"_s.arg(trap);
+        const QString name = u"$(touch %1); `touch %1` '\"; rm -rf ~ %%n"_s.arg(trap);
         MemorySettingsStore settings;
         settings.set(SettingsKeys::favorites, QList<QStringList>{{name, u"2 3 1990"_s}});
         FavoritesStore favorites(settings);
         favorites.load();
         FixedClock clock(at(3, 1, 10, 0));
         RecordingRunner runner;
-        LinuxNotificationCenter center(*m_store, clock, options(u"tavlo"_s, &runner));
+        SystemdTimers timers(m_dir->filePath(u"units"_s), u"/usr/bin/tavlo"_s, {}, &runner);
+        LinuxNotificationCenter::Options o = options();
+        o.wakeups = &timers;
+        LinuxNotificationCenter center(*m_store, clock, o);
         const UiStrings strings;
+        bool done = false;
         ReminderScheduler(center, settings, clock, favorites, strings)
-            .checkNotificationPermission();
-        QTRY_COMPARE(runner.commands.size(), 1);
-        runner.finishNext(0);
-        runner.finishNext(0);
+            .checkNotificationPermission([&](const auto &) { done = true; });
+        QTRY_VERIFY(done);
+        runner.finishAll();
+        QCOMPARE(runner.commands.size(), 2);
         for (const QStringList &command : runner.commands)
             QVERIFY(!command.join(u' ').contains(u"touch"));
+        for (const QString &unit : QDir(m_dir->filePath(u"units"_s)).entryList(QDir::Files)) {
+            QFile file(QDir(m_dir->filePath(u"units"_s)).filePath(unit));
+            QVERIFY(file.open(QIODevice::ReadOnly));
+            QVERIFY(!file.readAll().contains("touch"));
+            QVERIFY(!unit.contains(u"touch"));
+        }
         clock.set(at(3, 2, 7, 30));
         center.deliverDue();
-        QTRY_COMPARE(m_server->shown().size(), 1);
-        QCOMPARE(m_server->shown()[0].body, name + u" has a birthday today!"_s);
+        QTRY_COMPARE(m_server.shown().size(), 1);
+        QCOMPARE(m_server.shown()[0].body, name + u" has a birthday today!"_s);
         QVERIFY(!QFile::exists(trap));
     }
 
@@ -392,26 +310,88 @@ private slots:
         QCOMPARE(m_store->pending().size(), 1);
     }
 
-    void theTimersCommandShowsTheReminder()
+    // The app closed: the timer's own ExecStart line, as systemd runs it.
+    void theTimersExecStartShowsTheReminder()
     {
         if (QTime::currentTime() < QTime(0, 0, 5)) // shown only on its own day
             QTest::qWait(6000);
+        const QProcessEnvironment env = tavloEnvironment();
         ReminderStore store(m_dir->filePath(u"data/tavlo/reminders.json"_s));
         const QDateTime fire = QDateTime::currentDateTime().addSecs(-1);
-        QVERIFY(!store.put(
-            {{u"r3"_s, u"Birthday Reminder"_s, u"Bo"_s, CalendarTrigger::at(fire)}, fire}));
+        const PendingReminder reminder{{u"birthdayReminder3"_s, u"Birthday Reminder"_s,
+                                        u"Bo has a birthday today!"_s, CalendarTrigger::at(fire)},
+                                       fire};
+        QVERIFY(!store.put(reminder));
+        SystemdTimers timers(m_dir->filePath(u"config/systemd/user"_s), TAVLO_EXECUTABLE,
+                             {u"XDG_DATA_HOME="_s + env.value(u"XDG_DATA_HOME"_s)}, nullptr);
+        QVERIFY(!timers.apply({reminder}));
+
         QProcess tavlo;
-        QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
-        env.insert(u"DBUS_SESSION_BUS_ADDRESS"_s, m_address);
-        env.insert(u"XDG_DATA_HOME"_s, m_dir->filePath(u"data"_s));
-        tavlo.setProcessEnvironment(env);
-        tavlo.start(QStringLiteral(TAVLO_EXECUTABLE), {u"deliver-reminder"_s, u"r3"_s});
-        QVERIFY(tavlo.waitForFinished(30000));
+        QProcessEnvironment serviceEnv = env;
+        for (const QByteArray &line : timers.serviceUnit(reminder).split('\n')) {
+            if (line.startsWith("Environment=")) {
+                const QString pair =
+                    QProcess::splitCommand(QString::fromUtf8(line.mid(12))).value(0);
+                serviceEnv.insert(pair.section(u'=', 0, 0), pair.section(u'=', 1));
+            }
+            if (line.startsWith("ExecStart=")) {
+                const QStringList command = QProcess::splitCommand(QString::fromUtf8(line.mid(10)));
+                tavlo.setProgram(command.value(0));
+                tavlo.setArguments(command.mid(1));
+            }
+        }
+        tavlo.setProcessEnvironment(serviceEnv);
+        tavlo.start();
+        QTRY_COMPARE_WITH_TIMEOUT(m_server.shown().size(), 1, 20000);
+        const NotificationServer::Shown shown = m_server.shown()[0];
+        qInfo() << "received:" << shown.hints;
+        QCOMPARE(shown.body, "Bo has a birthday today!");
+        checkStays(shown);
+        QVERIFY(QFile::exists(shown.icon));
+        QCOMPARE(store.pending().size(), 0);
+        // It waits to open Tavlo on a tap, and ends when the notification goes.
+        QVERIFY(!tavlo.waitForFinished(300));
+        m_server.close(shown.id);
+        QVERIFY(tavlo.waitForFinished(10000));
         QCOMPARE(tavlo.readAllStandardError(), QByteArray());
         QCOMPARE(tavlo.exitCode(), 0);
-        QTRY_COMPARE(m_server->shown().size(), 1);
-        QCOMPARE(m_server->shown()[0].body, "Bo");
-        QVERIFY(QFile::exists(m_server->shown()[0].icon));
+    }
+
+    // Without systemd: the background Tavlo the autostart entry starts
+    // sleeps until the reminder is due, delivers it the same way, and ends
+    // when nothing is left, taking the entry with it.
+    void theBackgroundTavloDeliversAndEnds()
+    {
+        if (QTime::currentTime() > QTime(23, 59, 40))
+            QTest::qWait(25000);
+        const QProcessEnvironment env = tavloEnvironment();
+        ReminderStore store(m_dir->filePath(u"data/tavlo/reminders.json"_s));
+        const QDateTime fire = QDateTime::currentDateTime().addSecs(2);
+        QVERIFY(!store.put({{u"birthdayReminder1"_s, u"Birthday Reminder"_s,
+                             u"Anna has a birthday today!"_s, CalendarTrigger::at(fire)},
+                            fire}));
+        const QString entry =
+            m_dir->filePath(u"config/autostart/io.github.tavlo.Tavlo-reminders.desktop"_s);
+        QDir().mkpath(QFileInfo(entry).absolutePath());
+        QFile file(entry);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write("[Desktop Entry]\n");
+        file.close();
+
+        QProcess tavlo;
+        tavlo.setProcessEnvironment(env);
+        tavlo.start(QStringLiteral(TAVLO_EXECUTABLE), {u"deliver-reminders"_s});
+        QTest::qWait(500);
+        QCOMPARE(m_server.shown().size(), 0); // not yet due
+        QTRY_COMPARE_WITH_TIMEOUT(m_server.shown().size(), 1, 20000);
+        const NotificationServer::Shown shown = m_server.shown()[0];
+        qInfo() << "received:" << shown.hints;
+        QCOMPARE(shown.body, "Anna has a birthday today!");
+        checkStays(shown);
+        m_server.close(shown.id);
+        QVERIFY(tavlo.waitForFinished(20000));
+        QCOMPARE(tavlo.exitCode(), 0);
+        QVERIFY(!QFile::exists(entry));
         QCOMPARE(store.pending().size(), 0);
     }
 };

@@ -1,24 +1,18 @@
 #include "LinuxNotificationCenter.h"
 
 #include "DeliveryCommand.h"
-#include "SystemdRunTimers.h"
 #include "core/Clock.h"
 
-#include <QFileInfo>
 #include <QTimer>
 
 using namespace Qt::Literals::StringLiterals;
 
 LinuxNotificationCenter::LinuxNotificationCenter(ReminderStore &store, const Clock &clock,
                                                  Options options, QObject *parent)
-    : QObject(parent), m_store(store), m_clock(clock), m_notifier(options.bus, options.iconPath),
+    : QObject(parent), m_store(store), m_clock(clock), m_options(std::move(options)),
+      m_notifier(m_options.bus, m_options.iconPath),
       m_delivery(store, clock, [this](const NotificationRequest &r) { present(r); })
-{
-    if (options.timers) {
-        m_timers = std::make_unique<SystemdRunTimers>(*options.timers, options.program,
-                                                      options.timerEnvironment);
-    }
-}
+{}
 
 LinuxNotificationCenter::~LinuxNotificationCenter() = default;
 
@@ -56,40 +50,57 @@ void LinuxNotificationCenter::add(const NotificationRequest &request, AddHandler
         return;
     }
     m_delivery.scheduleTick();
-    if (!m_timers) {
-        finish(std::nullopt);
-        return;
+    m_answers.append(handler);
+    // A run adds up to five in a row: their wake-ups change once.
+    if (!m_applyQueued) {
+        m_applyQueued = true;
+        QTimer::singleShot(0, this, &LinuxNotificationCenter::applyWakeups);
     }
-    m_timers->arm(request.identifier, *fire, handler);
+}
+
+void LinuxNotificationCenter::applyWakeups()
+{
+    m_applyQueued = false;
+    std::optional<QString> error;
+    if (m_options.wakeups)
+        error = m_options.wakeups->apply(DeliveryCommand::waiting(m_store, m_clock.now()));
+    for (const AddHandler &answer : std::exchange(m_answers, {})) {
+        if (!answer)
+            continue;
+        if (error)
+            answer(NotificationError{u"WakeUpNotWritten"_s, *error});
+        else
+            answer(std::nullopt);
+    }
 }
 
 void LinuxNotificationCenter::start()
 {
     m_delivery.start();
-    if (m_timers) {
-        const QDateTime now = m_clock.now();
-        QList<PendingReminder> waiting;
-        for (const PendingReminder &reminder : m_store.pending()) {
-            if (reminder.fire > now)
-                waiting.append(reminder);
-        }
-        m_timers->rearmLost(waiting);
-    }
+    applyWakeups();
+}
+
+void LinuxNotificationCenter::whenIdle(std::function<void()> done)
+{
+    const auto afterApply = [this, done] {
+        if (m_options.wakeups)
+            m_options.wakeups->whenIdle(done);
+        else
+            done();
+    };
+    if (m_applyQueued)
+        QTimer::singleShot(0, this, afterApply);
+    else
+        afterApply();
 }
 
 void LinuxNotificationCenter::present(const NotificationRequest &request)
 {
-    const PresentationOptions options =
-        delegate() ? delegate()->willPresent(request) : DeliveryCommand::backgroundPresentation;
+    PresentationOptions options = DeliveryCommand::backgroundPresentation;
+    if (m_options.inFront && m_options.inFront())
+        options = delegate() ? delegate()->willPresent(request) : PresentationOption::Banner;
     if (!options.testFlag(PresentationOption::Banner) &&
         !options.testFlag(PresentationOption::List))
         return;
     m_notifier.notify(request, options);
-}
-
-bool LinuxNotificationCenter::hasSystemdUserSession()
-{
-    const QString runtime = qEnvironmentVariable("XDG_RUNTIME_DIR");
-    return QFileInfo(u"/run/systemd/system"_s).isDir() && !runtime.isEmpty() &&
-           QFileInfo::exists(runtime + u"/systemd/private"_s);
 }
