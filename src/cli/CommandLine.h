@@ -18,9 +18,10 @@ struct CommandContext
     const Clock &clock;
     QTextStream &out;
     QTextStream &err;
-    // The platform's notification centre, for `reminders schedule`; none
-    // where reminders cannot be scheduled.
-    NotificationCenter *notifications = nullptr;
+    // The platform's notification centre, for `reminders schedule`, made on
+    // first use (the other commands leave the platform alone); none where
+    // reminders cannot be scheduled.
+    std::function<NotificationCenter *()> notifications;
     // Runs `done` once the centre's platform commands have ended.
     std::function<void(std::function<void()> done)> whenNotificationsIdle;
 };

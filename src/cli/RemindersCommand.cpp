@@ -127,10 +127,13 @@ int RemindersCommand::run(const QStringList &arguments)
 
 int RemindersCommand::scheduleNow(const FavoritesStore &favorites, const UiStrings &strings)
 {
-    if (!m_context.notifications)
+    // A list that cannot be read stops the command here, whatever the
+    // notification service would answer.
+    (void)favorites.all();
+    NotificationCenter *center = m_context.notifications ? m_context.notifications() : nullptr;
+    if (!center)
         return fail(u"reminders cannot be scheduled on this system"_s);
-    ReminderScheduler scheduler(*m_context.notifications, m_context.settings, m_context.clock,
-                                favorites, strings);
+    ReminderScheduler scheduler(*center, m_context.settings, m_context.clock, favorites, strings);
     QEventLoop loop;
     bool finished = false;
     const auto finish = [&] {

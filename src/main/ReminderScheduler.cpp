@@ -47,21 +47,6 @@ NotificationRequest PlannedReminder::request() const
     return {identifier, title, body, CalendarTrigger::at(fire)};
 }
 
-Reminders::Timing Reminders::Timing::from(const SettingsStore &settings)
-{
-    Timing timing;
-    if (const std::optional<QString> time = settings.value(SettingsKeys::reminderTime)) {
-        const QTime chosen = QTime::fromString(*time, u"HH:mm"_s);
-        if (chosen.isValid())
-            timing.timeOfDay = chosen;
-    }
-    const qint64 days = settings.value(SettingsKeys::reminderDaysBefore);
-    if (std::find(std::begin(leadDayChoices), std::end(leadDayChoices), days) !=
-        std::end(leadDayChoices))
-        timing.daysBefore = int(days);
-    return timing;
-}
-
 QList<PlannedReminder> Reminders::plan(const QDateTime &now, const QList<Favorite> &favorites,
                                        const UiStrings &strings, const Timing &timing)
 {

@@ -2,6 +2,7 @@
 
 #include "NotificationCenter.h"
 #include "favorites/FavoritesStore.h"
+#include "settings/ReminderTiming.h"
 
 #include <QDateTime>
 #include <QList>
@@ -34,21 +35,8 @@ namespace Reminders {
 // Reminders are looked for from tomorrow to this many days ahead.
 inline constexpr int daysAhead = 201;
 inline constexpr int maxPerRun = 5;
-inline const QTime timeOfDay{7, 30};
-// The choices of how early a reminder comes, in days before the birthday.
-inline constexpr int leadDayChoices[] = {0, 1, 3, 7};
-
-// When the reminders come, as the person chose on the settings screen.
-struct Timing
-{
-    QTime timeOfDay = Reminders::timeOfDay;
-    int daysBefore = 0;
-
-    // Read from the settings store; a missing or unreadable value gives the
-    // default.
-    static Timing from(const SettingsStore &settings);
-    friend bool operator==(const Timing &, const Timing &) = default;
-};
+// When the reminders come, as chosen on the settings screen.
+using Timing = ReminderTiming;
 
 // The reminders for `favorites` at `now`: a reminder day matches a favorite
 // when the favorite's birthday text and the "d M yyyy" text of the day

@@ -11,6 +11,7 @@
 #include <QLocale>
 #include <QtQml/qqmlextensionplugin.h>
 #include <cstring>
+#include <optional>
 
 Q_IMPORT_QML_PLUGIN(TavloPlugin)
 
@@ -28,11 +29,18 @@ int runCommand()
     SystemClock clock;
     QTextStream out(stdout);
     QTextStream err(stderr);
-    LinuxReminders platform(clock);
+    std::optional<LinuxReminders> platform;
     CommandContext context{settings, QLocale::system().uiLanguages(), clock, out, err};
-    context.notifications = &platform.center;
+    context.notifications = [&]() -> NotificationCenter * {
+        if (!platform)
+            platform.emplace(clock);
+        return &platform->center;
+    };
     context.whenNotificationsIdle = [&platform](std::function<void()> done) {
-        platform.center.whenIdle(std::move(done));
+        if (platform)
+            platform->center.whenIdle(std::move(done));
+        else
+            done();
     };
     return runCommandLine(QCoreApplication::arguments(), context);
 }

@@ -113,6 +113,8 @@ const std::array<Row, UiTextCount> &rows()
         {u"1 week before"_s, u"1 Woche vorher"_s, u"За неделю"_s},
         {u"Reminder time"_s, u"Uhrzeit der Erinnerung"_s, u"Время напоминания"_s},
         {u"How early"_s, u"Wie früh"_s, u"Насколько заранее"_s},
+        {u"Earlier"_s, u"Früher"_s, u"Раньше"_s},
+        {u"Later"_s, u"Später"_s, u"Позже"_s},
     }};
     return table;
 }

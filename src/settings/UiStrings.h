@@ -97,9 +97,11 @@ enum class UiText {
     OneWeekBefore,         // 87
     ReminderTime,          // 88
     HowEarly,              // 89
+    Earlier,               // 90
+    Later,                 // 91
 };
 
-inline constexpr int UiTextCount = 89;
+inline constexpr int UiTextCount = 91;
 
 // The process-wide table of interface texts. It starts out English; applying
 // German or Russian overwrites every entry. Applying English changes nothing,

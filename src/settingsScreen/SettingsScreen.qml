@@ -148,6 +148,64 @@ Item {
             }
 
             Rectangle {
+                objectName: "lblLine3"
+                Layout.fillWidth: true
+                implicitHeight: 1
+                color: "#8e8e93"
+            }
+
+            RowLayout {
+                objectName: "reminderRow"
+                Layout.fillWidth: true
+                spacing: 4
+
+                Text {
+                    objectName: "lblReminders"
+                    Layout.fillWidth: true
+                    text: root.controller.remindersCaption
+                    color: root.labelColor
+                    font.pixelSize: 17
+                    fontSizeMode: Text.HorizontalFit
+                    minimumPixelSize: 9
+                    elide: Text.ElideRight
+                    Accessible.role: Accessible.StaticText
+                    Accessible.name: text
+                }
+                TextButton {
+                    objectName: "btnReminderEarlier"
+                    text: "−"
+                    textColor: root.labelColor
+                    Accessible.name: root.controller.earlierName
+                    onClicked: root.controller.stepReminderTime(-1)
+                }
+                Text {
+                    objectName: "lblReminderTime"
+                    text: root.controller.reminderTimeText
+                    color: root.labelColor
+                    font.pixelSize: 17
+                    Accessible.role: Accessible.StaticText
+                    Accessible.name: root.controller.reminderTimeName + ": " + text
+                }
+                TextButton {
+                    objectName: "btnReminderLater"
+                    text: "+"
+                    textColor: root.labelColor
+                    Accessible.name: root.controller.laterName
+                    onClicked: root.controller.stepReminderTime(1)
+                }
+            }
+            TextButton {
+                objectName: "btnReminderLead"
+                Layout.alignment: Qt.AlignRight
+                text: root.controller.reminderLeadText + "  ›"
+                textColor: root.labelColor
+                pixelSize: 17
+                Accessible.name: root.controller.reminderLeadName + ": "
+                                 + root.controller.reminderLeadText
+                onClicked: root.controller.nextReminderLead()
+            }
+
+            Rectangle {
                 objectName: "lblLine2"
                 Layout.fillWidth: true
                 implicitHeight: 1
