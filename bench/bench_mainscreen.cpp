@@ -6,7 +6,7 @@
 #include "core/DebugLog.h"
 #include "main/Session.h"
 #include "main/ViewController.h"
-#include "settings/QSettingsStore.h"
+#include "settings/FileSettingsStore.h"
 
 #include <QCoreApplication>
 #include <QTemporaryDir>
@@ -20,7 +20,7 @@ namespace {
 void BM_WheelChange(benchmark::State &state)
 {
     QTemporaryDir dir;
-    QSettingsStore settings(dir.filePath(QStringLiteral("tavlo.conf")));
+    FileSettingsStore settings(dir.filePath(QStringLiteral("tavlo.conf")));
     FixedClock clock(QDateTime(QDate(2026, 11, 22), QTime(12, 0)));
     Session session(settings, clock, {QStringLiteral("en-US")}, Appearance::Dark);
     ViewController controller(session);

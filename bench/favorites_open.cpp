@@ -8,7 +8,7 @@
 #include "favorites/FavViewController.h"
 #include "favorites/FavoritesSorting.h"
 #include "main/Session.h"
-#include "settings/QSettingsStore.h"
+#include "settings/FileSettingsStore.h"
 
 #include <QElapsedTimer>
 #include <QGuiApplication>
@@ -51,7 +51,7 @@ double median(QList<double> values)
 // read, sorted and written back), screen built, first frame rendered.
 double openOnce(const QString &settingsFile, qint64 sort)
 {
-    QSettingsStore settings(settingsFile);
+    FileSettingsStore settings(settingsFile);
     settings.set(SettingsKeys::sort, sort);
     SystemClock clock;
     Session session(settings, clock, {QStringLiteral("en-US")}, Appearance::Dark);
@@ -94,7 +94,7 @@ int main(int argc, char *argv[])
     QTemporaryDir dir;
     const QString file = dir.filePath(QStringLiteral("tavlo.conf"));
     {
-        QSettingsStore settings(file);
+        FileSettingsStore settings(file);
         settings.set(SettingsKeys::favorites, manyFavorites());
     }
 
@@ -118,7 +118,7 @@ int main(int argc, char *argv[])
     }
     {
         // A choice in the sort menu: sorted, written back whole, rows reset.
-        QSettingsStore settings(file);
+        FileSettingsStore settings(file);
         SystemClock clock;
         Session session(settings, clock, {QStringLiteral("en-US")}, Appearance::Dark);
         session.favorites.load();

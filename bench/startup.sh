@@ -1,32 +1,62 @@
 #!/usr/bin/env bash
 # Time from process start to the first frame of the main screen, and peak
-# memory, under Xvfb with Qt Quick's software renderer; medians of N runs.
-#   bench/startup.sh [RUNS]
+# memory, under Xvfb with Qt Quick's software renderer; medians of RUNS runs,
+# side by side: the smallest Qt Quick Controls window (the floor), then Tavlo
+# with each number of favorites.
+#   bench/startup.sh [RUNS] [FAVORITES...]      (default: 9 runs; 0 1000 10000)
 set -euo pipefail
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 runs=${1:-9}
+shift || true
+counts=("$@")
+((${#counts[@]} > 0)) || counts=(0 1000 10000)
 display=:$((90 + RANDOM % 9))
 Xvfb "$display" -screen 0 1024x900x24 >/dev/null 2>&1 &
 xvfb=$!
-trap 'kill $xvfb 2>/dev/null' EXIT
+work=$(mktemp -d)
+trap 'kill $xvfb 2>/dev/null; rm -rf "$work"' EXIT
 sleep 1
-
-config=$(mktemp -d)
-export XDG_CONFIG_HOME=$config XDG_RUNTIME_DIR=${XDG_RUNTIME_DIR:-$(mktemp -d)}
 export DISPLAY=$display QT_QUICK_BACKEND=software TAVLO_STARTUP_TRACE=1
-"$root/build/tavlo" >/dev/null # the first start writes the settings file
+export XDG_RUNTIME_DIR=${XDG_RUNTIME_DIR:-$work/runtime} XDG_DATA_HOME=$work/data
+mkdir -p "$XDG_RUNTIME_DIR" && chmod 700 "$XDG_RUNTIME_DIR"
 
-frames=() peaks=()
-for ((i = 0; i < runs; i++)); do
-    start=$(date +%s%3N)
-    output=$("$root/build/tavlo")
-    frame=$(awk '/^first-frame-epoch-ms/ {print $2}' <<<"$output")
-    peak=$(awk '/^peak-rss-kb/ {print $2}' <<<"$output")
-    frames+=($((frame - start)))
-    peaks+=($((peak / 1024)))
-done
 median() { printf '%s\n' "$@" | sort -n | awk '{a[NR]=$1} END {print a[int((NR+1)/2)]}'; }
-echo "runs: $runs"
-echo "first frame (ms): ${frames[*]}  median $(median "${frames[@]}")"
-echo "peak memory (MB): ${peaks[*]}  median $(median "${peaks[@]}")"
-rm -rf "$config"
+
+# measure LABEL COMMAND...: RUNS starts, medians of first frame and peak memory.
+measure() {
+    local label=$1
+    shift
+    local frames=() peaks=() start output frame peak
+    for ((i = 0; i < runs; i++)); do
+        start=$(date +%s%3N)
+        output=$("$@")
+        frame=$(awk '/^first-frame-epoch-ms/ {print $2}' <<<"$output")
+        peak=$(awk '/^peak-rss-kb/ {print $2}' <<<"$output")
+        frames+=($((frame - start)))
+        peaks+=($((peak / 1024)))
+    done
+    printf '%-28s first frame %5d ms   peak memory %4d MB   (frames: %s)\n' "$label" \
+        "$(median "${frames[@]}")" "$(median "${peaks[@]}")" "${frames[*]}"
+}
+
+# A settings file with N favorites, as the app keeps them, past its first start.
+settings_with() {
+    local n=$1 dir=$work/config-$1
+    mkdir -p "$dir/tavlo"
+    awk -v n="$n" 'BEGIN {
+        srand(20261123)
+        print "[General]\nfirstStart2=true\nmoreDetails=true\nstar=true\n\n[person]"
+        for (i = 1; i <= n; i++) {
+            printf "%d\\1=Person %d\n%d\\2=%d %d %d\n%d\\size=2\n", i, int(rand() * 100000), i,
+                1 + int(rand() * 28), 1 + int(rand() * 12), 1930 + int(rand() * 93), i
+        }
+        print "size=" n
+    }' >"$dir/tavlo/tavlo.conf"
+    echo "$dir"
+}
+
+echo "runs: $runs (medians), $(nproc) cores, Xvfb, software renderer"
+measure "minimal Qt Quick window" "$root/build/bench/minimal_window"
+for n in "${counts[@]}"; do
+    XDG_CONFIG_HOME=$(settings_with "$n") measure "Tavlo, $n favorites" "$root/build/tavlo"
+done

@@ -5,9 +5,9 @@
 #include "favorites/FavoritesSorting.h"
 #include "favorites/FavoritesStore.h"
 #include "main/ReminderScheduler.h"
+#include "settings/FileSettingsStore.h"
 #include "settings/Language.h"
 #include "settings/MemorySettingsStore.h"
-#include "settings/QSettingsStore.h"
 #include "settings/UiStrings.h"
 
 #include <QCoreApplication>
@@ -107,7 +107,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     }
     std::optional<QList<QStringList>> table;
     {
-        QSettingsStore store(path);
+        FileSettingsStore store(path);
         readEverything(store);
         table = store.value(SettingsKeys::favorites);
         FavoritesStore favorites(store);
@@ -138,12 +138,12 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     if (table && !table->isEmpty()) {
         const QString again = freshPath();
         {
-            QSettingsStore writer(again);
+            FileSettingsStore writer(again);
             writer.set(SettingsKeys::favorites, *table);
         }
         const QString copy = freshPath();
         QFile::copy(again, copy);
-        FUZZ_CHECK(QSettingsStore(copy).value(SettingsKeys::favorites) == table);
+        FUZZ_CHECK(FileSettingsStore(copy).value(SettingsKeys::favorites) == table);
         QFile::remove(again);
         QFile::remove(again + QStringLiteral(".update-lock"));
         QFile::remove(copy);

@@ -4,6 +4,7 @@
 #include "RemindersCommand.h"
 #include "ReportCommand.h"
 #include "core/FatalError.h"
+#include "settings/WriteResult.h"
 
 namespace {
 
@@ -28,6 +29,15 @@ int failCommand(CommandContext &context, const char *command, const QString &mes
     context.err << "tavlo " << command << ": " << oneLine(message) << '\n';
     context.err.flush();
     return ExitStatus::usage;
+}
+
+int finishChange(CommandContext &context, const WriteResult &result)
+{
+    if (result)
+        return ExitStatus::ok;
+    context.err << "tavlo: " << oneLine(result.message()) << '\n';
+    context.err.flush();
+    return ExitStatus::notSaved;
 }
 
 int runCommandLine(const QStringList &arguments, CommandContext &context)

@@ -29,12 +29,20 @@ struct CommandContext
 // Exit statuses of the command line.
 namespace ExitStatus {
 inline constexpr int ok = 0;
+// A change that could not be stored; nothing was changed.
+inline constexpr int notSaved = 1;
 inline constexpr int usage = 2;
 } // namespace ExitStatus
 
 // Ends a command with one line on standard error ("tavlo <command>: <message>",
 // control characters escaped) and the usage status.
 int failCommand(CommandContext &context, const char *command, const QString &message);
+
+// Ends a command whose change did not reach the disk: "tavlo: could not save
+// FILE: REASON" on standard error and the status notSaved. A stored result
+// gives ok.
+class WriteResult;
+int finishChange(CommandContext &context, const WriteResult &result);
 
 // Runs `tavlo <command> ...`; arguments[0] is the program name. Returns the
 // exit status.

@@ -29,8 +29,11 @@ The saved birthdays, as the app keeps them.
            does: a name of only blanks is stored as "Unknown".
   remove   Removes the favorite at INDEX (counted from 0, as list shows).
 
-Exit status: 0 on success, 2 for wrong arguments or an index outside the
-list (one line on standard error says which; nothing is changed).
+Exit status: 0 on success; 1 when the change could not be saved (a full
+disk, a folder Tavlo may not write; one line on standard error names the
+file and the reason, and the saved favorites stay as they were); 2 for wrong
+arguments or an index outside the list (one line on standard error says
+which; nothing is changed).
 )";
 
 } // namespace
@@ -115,8 +118,8 @@ int FavoritesCommand::add(const QStringList &arguments)
 
     FavoritesStore favorites(m_context.settings);
     favorites.load();
-    favorites.append(arguments.at(0), date.day(), date.month(), date.year());
-    return ExitStatus::ok;
+    return finishChange(m_context,
+                        favorites.append(arguments.at(0), date.day(), date.month(), date.year()));
 }
 
 int FavoritesCommand::remove(const QStringList &arguments)
@@ -134,6 +137,5 @@ int FavoritesCommand::remove(const QStringList &arguments)
         return fail(
             u"there is no favorite %1 (the list has %2)"_s.arg(index).arg(favorites.count()));
     }
-    favorites.remove(index);
-    return ExitStatus::ok;
+    return finishChange(m_context, favorites.remove(index));
 }

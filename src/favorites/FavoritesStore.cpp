@@ -101,34 +101,26 @@ void FavoritesStore::load()
     remember(stored);
 }
 
-void FavoritesStore::save() const
-{
-    m_settings.set(favorites, m_rows);
-    m_storeHoldsRows = true;
-    remember(m_rows);
-}
-
 void FavoritesStore::remember(const std::optional<QList<QStringList>> &stored) const
 {
     m_stored = stored;
     m_storedAtChange = m_settings.changes();
 }
 
-void FavoritesStore::apply(QList<QStringList> changed)
+WriteResult FavoritesStore::apply(QList<QStringList> changed)
 {
-    {
-        const SettingsBatch step(m_settings);
-        // Reading 10,000 rows takes a while; what we read or wrote last still
-        // holds if nothing changed the store since.
-        const std::optional<QList<QStringList>> stored =
-            m_settings.changes() == m_storedAtChange ? m_stored : m_settings.value(favorites);
-        // A stored value that is no list cannot be merged with; ours replaces it.
-        const QList<QStringList> rows = stored ? merged(m_rows, changed, *stored) : changed;
-        m_settings.set(favorites, rows);
-        remember(rows);
-    }
+    SettingsBatch step(m_settings);
+    // Reading 10,000 rows takes a while; what we read or wrote last still
+    // holds if nothing changed the store since.
+    const std::optional<QList<QStringList>> stored =
+        m_settings.changes() == m_storedAtChange ? m_stored : m_settings.value(favorites);
+    // A stored value that is no list cannot be merged with; ours replaces it.
+    const QList<QStringList> rows = stored ? merged(m_rows, changed, *stored) : changed;
+    m_settings.set(favorites, rows);
+    remember(rows);
     m_rows = std::move(changed);
     m_storeHoldsRows = true;
+    return step.finish();
 }
 
 void FavoritesStore::requireIndex(qsizetype index) const
@@ -157,33 +149,33 @@ QList<Favorite> FavoritesStore::all() const
     return result;
 }
 
-void FavoritesStore::append(const QString &fieldText, qint64 day, qint64 month, qint64 year)
+WriteResult FavoritesStore::append(const QString &fieldText, qint64 day, qint64 month, qint64 year)
 {
     const QString name = isBlankText(fieldText) ? QStringLiteral("Unknown") : fieldText;
     const QString birthday =
         QString::number(day) + u' ' + QString::number(month) + u' ' + QString::number(year);
     QList<QStringList> rows = m_rows;
     rows.append({name, birthday});
-    apply(std::move(rows));
+    return apply(std::move(rows));
 }
 
-void FavoritesStore::remove(qsizetype index)
+WriteResult FavoritesStore::remove(qsizetype index)
 {
     requireIndex(index);
     QList<QStringList> rows = m_rows;
     rows.removeAt(index);
-    apply(std::move(rows));
+    return apply(std::move(rows));
 }
 
-void FavoritesStore::update(qsizetype index, const QString &name, const QString &birthday)
+WriteResult FavoritesStore::update(qsizetype index, const QString &name, const QString &birthday)
 {
     requireIndex(index);
     QList<QStringList> rows = m_rows;
     rows[index] = {name, birthday};
-    apply(std::move(rows));
+    return apply(std::move(rows));
 }
 
-void FavoritesStore::replaceAll(const QList<Favorite> &favorites)
+WriteResult FavoritesStore::replaceAll(const QList<Favorite> &favorites)
 {
     QList<QStringList> rows;
     rows.reserve(favorites.size());
@@ -191,22 +183,23 @@ void FavoritesStore::replaceAll(const QList<Favorite> &favorites)
         rows.append({favorite.name, favorite.birthday});
     // A list sorted as it already was would write the same file again.
     if (m_storeHoldsRows && rows == m_rows)
-        return;
-    apply(std::move(rows));
+        return {};
+    return apply(std::move(rows));
 }
 
-void FavoritesStore::select(qsizetype index) const
+WriteResult FavoritesStore::select(qsizetype index) const
 {
     // Read (and so check) the row before writing anything: a bad row must not
     // leave half a hand-over behind.
     const Favorite chosen = at(index);
     // One write of the file, so that no interruption leaves half of it.
-    const SettingsBatch handOver(m_settings);
+    SettingsBatch handOver(m_settings);
     m_settings.set(handOverPending, true);
     m_settings.set(handOverBirthday, chosen.birthday);
     m_settings.set(handOverName, chosen.name);
     m_settings.set(handOverMovePicker, true);
     m_settings.set(handOverIndex, qint64(index));
+    return handOver.finish();
 }
 
 bool FavoritesStore::convertOlderForm()

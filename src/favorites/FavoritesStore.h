@@ -36,8 +36,6 @@ public:
     // Reads "person", with what other processes wrote; missing or of another
     // type gives an empty list.
     void load();
-    // Writes the whole list under "person", as this store holds it.
-    void save() const;
 
     qsizetype count() const { return m_rows.size(); }
     // Fatal for an index outside the list or a stored row with fewer than two texts.
@@ -45,16 +43,20 @@ public:
     // Every favorite in order; fatal as at().
     QList<Favorite> all() const;
 
+    // Every change below writes the whole list in one step and says whether
+    // it reached the disk. One that did not stays in this list (and in the
+    // settings store, which writes it again with its next change).
+
     // The add dialog: a field of only blanks and tabs stores "Unknown", any other
     // text is kept untrimmed; the birthday is "d M yyyy" from the three integers.
-    void append(const QString &fieldText, qint64 day, qint64 month, qint64 year);
-    void remove(qsizetype index);
-    void update(qsizetype index, const QString &name, const QString &birthday);
+    WriteResult append(const QString &fieldText, qint64 day, qint64 month, qint64 year);
+    WriteResult remove(qsizetype index);
+    WriteResult update(qsizetype index, const QString &name, const QString &birthday);
     // A reordered list from sorting.
-    void replaceAll(const QList<Favorite> &favorites);
+    WriteResult replaceAll(const QList<Favorite> &favorites);
 
     // Hands the chosen favorite to the main screen through the settings store.
-    void select(qsizetype index) const;
+    WriteResult select(qsizetype index) const;
 
     // Converts the two arrays of an earlier version once, guarded by
     // "firstStart2". Returns true when it ran; the caller then turns on
@@ -65,7 +67,7 @@ private:
     void requireIndex(qsizetype index) const;
     // Makes `changed` (our rows after a change) our list and writes it merged
     // with "person" as it is now.
-    void apply(QList<QStringList> changed);
+    WriteResult apply(QList<QStringList> changed);
     // Notes what "person" holds as of the store's current change count.
     void remember(const std::optional<QList<QStringList>> &stored) const;
 

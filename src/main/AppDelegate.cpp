@@ -5,7 +5,7 @@
 #include "Session.h"
 #include "core/Clock.h"
 #include "platform/linux/LinuxReminders.h"
-#include "settings/QSettingsStore.h"
+#include "settings/FileSettingsStore.h"
 
 #include <QDateTime>
 #include <QDir>
@@ -60,7 +60,7 @@ int AppDelegate::run(QGuiApplication &app, const Options &options)
     QQuickStyle::setStyle(QStringLiteral("Basic"));
     loadBundledFonts();
 
-    QSettingsStore settings;
+    FileSettingsStore settings;
     SystemClock clock;
     Session session(settings, clock, QLocale::system().uiLanguages(), appearance());
 

@@ -1,5 +1,7 @@
 #include "ReminderStore.h"
 
+#include "settings/AtomicFileWriter.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -7,7 +9,6 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QLockFile>
-#include <QSaveFile>
 #include <QStandardPaths>
 
 using namespace Qt::Literals::StringLiterals;
@@ -187,11 +188,9 @@ std::optional<QString> ReminderStore::write(const QList<PendingReminder> &remind
     QJsonArray list;
     for (const PendingReminder &reminder : reminders)
         list.append(toJson(reminder));
-    QSaveFile file(m_path);
-    if (!file.open(QIODevice::WriteOnly))
-        return u"cannot write %1: %2"_s.arg(m_path, file.errorString());
-    file.write(QJsonDocument(QJsonObject{{u"reminders"_s, list}}).toJson(QJsonDocument::Indented));
-    if (!file.commit())
-        return u"cannot write %1: %2"_s.arg(m_path, file.errorString());
+    const WriteResult result = AtomicFileWriter().write(
+        m_path, QJsonDocument(QJsonObject{{u"reminders"_s, list}}).toJson(QJsonDocument::Indented));
+    if (!result)
+        return result.message();
     return std::nullopt;
 }

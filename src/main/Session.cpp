@@ -6,7 +6,14 @@ Session::Session(SettingsStore &settings, const Clock &clock, QStringList prefer
                  Appearance appearance)
     : settings(settings), clock(clock), favorites(settings), themes(appearance),
       preferredLanguages(std::move(preferredLanguages)), appearance(appearance)
-{}
+{
+    settings.setFailureHandler([this](const WriteResult &failure) { saveNotice.report(failure); });
+}
+
+Session::~Session()
+{
+    settings.setFailureHandler({});
+}
 
 void Session::decideLanguage()
 {

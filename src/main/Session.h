@@ -1,5 +1,6 @@
 #pragma once
 
+#include "SaveNotice.h"
 #include "Themes.h"
 #include "core/BirthDateResults.h"
 #include "core/Clock.h"
@@ -22,6 +23,9 @@ class Session
 public:
     Session(SettingsStore &settings, const Clock &clock, QStringList preferredLanguages,
             Appearance appearance);
+    ~Session();
+    Session(const Session &) = delete;
+    Session &operator=(const Session &) = delete;
 
     SettingsStore &settings;
     const Clock &clock;
@@ -37,6 +41,8 @@ public:
     // Checks the notification permission and schedules the birthday
     // reminders; none where there is no notification centre (tests).
     ReminderScheduler *reminders = nullptr;
+    // Tells the user of any change that could not be saved.
+    SaveNotice saveNotice{strings};
 
     Language language() const { return m_language; }
     qint64 languageOverride() const { return m_languageOverride; }

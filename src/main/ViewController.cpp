@@ -228,11 +228,15 @@ QString ViewController::todaysBirthdaysText()
         setReport(m_display, QString());
         return {};
     }
-    // Each favorite is reported in turn, which leaves the wheels and the
-    // report on the last one until the load moves on. Its date is read as
-    // midnight in UTC, as the greeting always has.
+    // Each favorite is looked at in turn, in order, and the wheels, the
+    // report and the stored date are left on the last one, as reporting on
+    // each in turn would. Only the last report needs its texts, and only its
+    // date needs to reach the disk. The dates are read as midnight in UTC,
+    // as the greeting always has.
     QString greeting;
     const DatePattern recordDate(u"dd MM yyyy");
+    const QDateTime now = m_session.clock.now();
+    QDateTime last;
     for (qsizetype i = 0; i < favorites.count(); ++i) {
         const Favorite favorite = favorites.at(i);
         const std::optional<QDate> date = recordDate.parse(favorite.birthday);
@@ -240,10 +244,14 @@ QString ViewController::todaysBirthdaysText()
             fatalError(u"favorite %1 has the birthday \"%2\", which is not a date"_s.arg(i).arg(
                 favorite.birthday));
         }
-        setPicker(QDateTime(*date, QTime(0, 0), Qt::UTC).toLocalTime());
-        composeReport();
+        last = QDateTime(*date, QTime(0, 0), Qt::UTC).toLocalTime();
+        // The results carry a lookup that finds nothing over from the one
+        // before, so each favorite's are worked out in order.
+        m_session.results.compute(last, now);
         greeting += birthdayGreetingLine(favorite.name, m_session.results.age(), m_session.strings);
     }
+    setPicker(last);
+    composeReport();
     return greeting;
 }
 

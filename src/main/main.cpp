@@ -3,7 +3,7 @@
 #include "core/Clock.h"
 #include "platform/linux/DeliveryCommand.h"
 #include "platform/linux/LinuxReminders.h"
-#include "settings/QSettingsStore.h"
+#include "settings/FileSettingsStore.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>
@@ -17,6 +17,16 @@ Q_IMPORT_QML_PLUGIN(TavloPlugin)
 
 namespace {
 
+// With TZ unset, glibc looks at /etc/localtime again (a stat, often a read)
+// at every local-time conversion, and Tavlo converts thousands of dates when
+// it starts with many favorites. Naming the file makes glibc read it once;
+// a change of the system's time zone then takes effect at the next start.
+void readSystemTimeZoneOnce()
+{
+    if (!qEnvironmentVariableIsSet("TZ") && QFileInfo::exists(QStringLiteral("/etc/localtime")))
+        qputenv("TZ", ":/etc/localtime");
+}
+
 void describeApplication()
 {
     QCoreApplication::setApplicationName(QStringLiteral("tavlo"));
@@ -25,7 +35,7 @@ void describeApplication()
 
 int runCommand()
 {
-    QSettingsStore settings;
+    FileSettingsStore settings;
     SystemClock clock;
     QTextStream out(stdout);
     QTextStream err(stderr);
@@ -82,6 +92,7 @@ int deliverReminders(bool one)
 // reminders with the app closed.
 int main(int argc, char *argv[])
 {
+    readSystemTimeZoneOnce();
     if (argc > 1 && (std::strcmp(argv[1], "deliver-reminder") == 0 ||
                      std::strcmp(argv[1], "deliver-reminders") == 0)) {
         QCoreApplication app(argc, argv);

@@ -1,5 +1,7 @@
 #include "ScreenFactory.h"
 
+#include "main/Session.h"
+
 namespace {
 Session *currentSession = nullptr;
 }
@@ -28,4 +30,19 @@ FavViewController *ScreenFactory::makeFavController(QObject *owner) const
 SetViewController *ScreenFactory::makeSetController(QObject *owner) const
 {
     return new SetViewController(m_session, owner);
+}
+
+ScreenFactory::ScreenFactory(Session &session) : m_session(session)
+{
+    connect(&session.saveNotice, &SaveNotice::changed, this, &ScreenFactory::saveNoticeChanged);
+}
+
+QString ScreenFactory::saveNoticeText() const
+{
+    return m_session.saveNotice.text();
+}
+
+bool ScreenFactory::saveNoticeShown() const
+{
+    return m_session.saveNotice.shown();
 }

@@ -8,6 +8,7 @@ class QQmlEngine;
 class Session;
 // Whole types: the meta-object code of the factory's methods needs them.
 #include "favorites/FavViewController.h"
+#include "main/SaveNotice.h"
 #include "main/ViewController.h"
 #include "settingsScreen/SetViewController.h"
 
@@ -18,6 +19,10 @@ class ScreenFactory : public QObject
     Q_OBJECT
     QML_ELEMENT
     QML_SINGLETON
+    // Shown over every screen for a few seconds when a change could not be
+    // saved.
+    Q_PROPERTY(QString saveNoticeText READ saveNoticeText NOTIFY saveNoticeChanged)
+    Q_PROPERTY(bool saveNoticeShown READ saveNoticeShown NOTIFY saveNoticeChanged)
 
 public:
     // The session every controller works on; set before QML is loaded.
@@ -30,8 +35,14 @@ public:
     Q_INVOKABLE FavViewController *makeFavController(QObject *owner) const;
     Q_INVOKABLE SetViewController *makeSetController(QObject *owner) const;
 
+    QString saveNoticeText() const;
+    bool saveNoticeShown() const;
+
+signals:
+    void saveNoticeChanged();
+
 private:
-    explicit ScreenFactory(Session &session) : m_session(session) {}
+    explicit ScreenFactory(Session &session);
 
     Session &m_session;
 };

@@ -60,10 +60,33 @@ std::optional<QStringList> toStringList(const QVariant &value)
 
 } // namespace
 
-void SettingsStore::store(const QString &key, const QVariant &value)
+// A lone write is a batch of its own: the store reads what other processes
+// wrote before it changes anything.
+WriteResult SettingsStore::store(const QString &key, const QVariant &value)
 {
+    beginBatch();
     noteChange();
     write(key, value);
+    return endBatch();
+}
+
+WriteResult SettingsStore::remove(const QString &key)
+{
+    beginBatch();
+    noteChange();
+    erase(key);
+    return endBatch();
+}
+
+WriteResult SettingsStore::endBatch()
+{
+    if (--m_batchDepth > 0)
+        return {};
+    const WriteResult result = flush();
+    endExclusive();
+    if (!result && m_failureHandler)
+        m_failureHandler(result);
+    return result;
 }
 
 qint64 SettingsStore::value(const IntegerKey &key) const
@@ -104,30 +127,30 @@ std::optional<QList<QStringList>> SettingsStore::value(const StringTableKey &key
     return result;
 }
 
-void SettingsStore::set(const IntegerKey &key, qint64 value)
+WriteResult SettingsStore::set(const IntegerKey &key, qint64 value)
 {
-    store(key.name, QVariant::fromValue(value));
+    return store(key.name, QVariant::fromValue(value));
 }
 
-void SettingsStore::set(const BooleanKey &key, bool value)
+WriteResult SettingsStore::set(const BooleanKey &key, bool value)
 {
-    store(key.name, QVariant(value));
+    return store(key.name, QVariant(value));
 }
 
-void SettingsStore::set(const StringKey &key, const QString &value)
+WriteResult SettingsStore::set(const StringKey &key, const QString &value)
 {
-    store(key.name, QVariant(value));
+    return store(key.name, QVariant(value));
 }
 
-void SettingsStore::set(const StringListKey &key, const QStringList &value)
+WriteResult SettingsStore::set(const StringListKey &key, const QStringList &value)
 {
     QVariantList list;
     for (const QString &item : value)
         list.append(item);
-    store(key.name, list);
+    return store(key.name, list);
 }
 
-void SettingsStore::set(const StringTableKey &key, const QList<QStringList> &value)
+WriteResult SettingsStore::set(const StringTableKey &key, const QList<QStringList> &value)
 {
     QVariantList rows;
     for (const QStringList &row : value) {
@@ -136,5 +159,5 @@ void SettingsStore::set(const StringTableKey &key, const QList<QStringList> &val
             strings.append(item);
         rows.append(QVariant(strings));
     }
-    store(key.name, rows);
+    return store(key.name, rows);
 }

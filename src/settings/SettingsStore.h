@@ -1,14 +1,17 @@
 #pragma once
 
 #include "SettingsKeys.h"
+#include "WriteResult.h"
 
 #include <QList>
 #include <QStringList>
 #include <QVariant>
+#include <functional>
 #include <optional>
 
 // Tavlo's key-value settings: typed reads and writes by exact key. A value of
-// the wrong type reads as the type's default; a write takes effect at once.
+// the wrong type reads as the type's default; a write takes effect at once
+// and says whether it reached the disk (inside a batch, the batch's end says).
 class SettingsStore
 {
 public:
@@ -20,17 +23,13 @@ public:
     std::optional<QStringList> value(const StringListKey &key) const;
     std::optional<QList<QStringList>> value(const StringTableKey &key) const;
 
-    void set(const IntegerKey &key, qint64 value);
-    void set(const BooleanKey &key, bool value);
-    void set(const StringKey &key, const QString &value);
-    void set(const StringListKey &key, const QStringList &value);
-    void set(const StringTableKey &key, const QList<QStringList> &value);
+    WriteResult set(const IntegerKey &key, qint64 value);
+    WriteResult set(const BooleanKey &key, bool value);
+    WriteResult set(const StringKey &key, const QString &value);
+    WriteResult set(const StringListKey &key, const QStringList &value);
+    WriteResult set(const StringTableKey &key, const QList<QStringList> &value);
 
-    void remove(const QString &key)
-    {
-        noteChange();
-        erase(key);
-    }
+    WriteResult remove(const QString &key);
 
     // Writes made while a batch is open reach the disk together when the
     // last batch closes; see SettingsBatch. A store that other processes
@@ -41,13 +40,13 @@ public:
         if (m_batchDepth++ == 0)
             beginExclusive();
     }
-    void endBatch()
-    {
-        if (--m_batchDepth == 0) {
-            flush();
-            endExclusive();
-        }
-    }
+    // What the outermost batch's write achieved; inner batches report success.
+    WriteResult endBatch();
+
+    // Told of every write that failed, whoever made it: the app shows a
+    // notice, wherever the change came from.
+    using FailureHandler = std::function<void(const WriteResult &)>;
+    void setFailureHandler(FailureHandler handler) { m_failureHandler = std::move(handler); }
 
     // Brings the reads up to date with what other processes wrote since.
     // Reads inside a batch are up to date already.
@@ -62,7 +61,7 @@ protected:
     void noteChange() { ++m_changes; }
     bool batching() const { return m_batchDepth > 0; }
     // Makes the writes so far durable; stores that write at once need not.
-    virtual void flush() {}
+    virtual WriteResult flush() { return {}; }
     // Around the outermost batch: take and release the lock that the
     // processes sharing the store agree on, reading the latest on taking it.
     virtual void beginExclusive() {}
@@ -75,10 +74,11 @@ protected:
     virtual void erase(const QString &key) = 0;
 
 private:
-    void store(const QString &key, const QVariant &value);
+    WriteResult store(const QString &key, const QVariant &value);
 
     int m_batchDepth = 0;
     quint64 m_changes = 0;
+    FailureHandler m_failureHandler;
 };
 
 // Groups a few writes that belong together (the picked day, month and year)
@@ -89,10 +89,22 @@ class SettingsBatch
 {
 public:
     explicit SettingsBatch(SettingsStore &store) : m_store(store) { m_store.beginBatch(); }
-    ~SettingsBatch() { m_store.endBatch(); }
+    ~SettingsBatch()
+    {
+        if (!m_finished)
+            m_store.endBatch();
+    }
     SettingsBatch(const SettingsBatch &) = delete;
     SettingsBatch &operator=(const SettingsBatch &) = delete;
 
+    // Ends the batch now and tells whether its writes reached the disk.
+    WriteResult finish()
+    {
+        m_finished = true;
+        return m_store.endBatch();
+    }
+
 private:
     SettingsStore &m_store;
+    bool m_finished = false;
 };

@@ -88,20 +88,22 @@ enum class UiText {
     ShowWeekdayInTable,    // 78
     Entries,               // 79
     MarkFutureBirthdays,   // 80
-    HasABirthdayTomorrow,  // 81
-    HasABirthdayInDays,    // 82: %1 the number of days, %2 the Russian noun for it
-    Reminders,             // 83
-    OnTheDay,              // 84
-    OneDayBefore,          // 85
-    ThreeDaysBefore,       // 86
-    OneWeekBefore,         // 87
-    ReminderTime,          // 88
-    HowEarly,              // 89
-    Earlier,               // 90
-    Later,                 // 91
+    // Texts of Tavlo's own, after the string table.
+    ChangeNotSaved,       // 81
+    HasABirthdayTomorrow, // 82
+    HasABirthdayInDays,   // 83: %1 the number of days, %2 the Russian noun for it
+    Reminders,            // 84
+    OnTheDay,             // 85
+    OneDayBefore,         // 86
+    ThreeDaysBefore,      // 87
+    OneWeekBefore,        // 88
+    ReminderTime,         // 89
+    HowEarly,             // 90
+    Earlier,              // 91
+    Later,                // 92
 };
 
-inline constexpr int UiTextCount = 91;
+inline constexpr int UiTextCount = 92;
 
 // The process-wide table of interface texts. It starts out English; applying
 // German or Russian overwrites every entry. Applying English changes nothing,

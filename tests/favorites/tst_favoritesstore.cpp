@@ -1,8 +1,8 @@
 #include "favorites/FavoritesStore.h"
 
 #include "core/DebugLog.h"
+#include "settings/FileSettingsStore.h"
 #include "settings/MemorySettingsStore.h"
-#include "settings/QSettingsStore.h"
 
 #include <QCoreApplication>
 #include <QProcess>
@@ -38,7 +38,15 @@ protected:
         writes.append({key, value});
     }
     void erase(const QString &key) override { m_values.remove(key); }
-    void flush() override { ++flushes; }
+    WriteResult flush() override
+    {
+        ++flushes;
+        return failure;
+    }
+
+public:
+    // What every write reports; stored unless a test says otherwise.
+    WriteResult failure;
 
 private:
     QHash<QString, QVariant> m_values;
@@ -67,7 +75,7 @@ const char fatalCaseArgument[] = "--fatal-case";
 // Runs in a child process: one operation that must stop the program.
 int runFatalCase(const QString &operation, qsizetype index, const QString &iniPath)
 {
-    QSettingsStore settings(iniPath);
+    FileSettingsStore settings(iniPath);
     FavoritesStore store(settings);
     store.load();
     if (operation == u"at")
@@ -162,9 +170,6 @@ private slots:
         QCOMPARE(store.count(), 3);
         QCOMPARE(store.at(0), (Favorite{"Ann", "12 3 1985"}));
         QCOMPARE(store.at(2), (Favorite{"Cy", "not a date"}));
-        settings.set(favorites, Rows());
-        store.save();
-        QCOMPARE(settings.value(favorites), stored);
         store.remove(2);
         QCOMPARE(settings.value(favorites), stored.first(2));
     }
@@ -398,6 +403,25 @@ private slots:
         QCOMPARE(settings.value(favorites), threePeople.sliced(1));
     }
 
+    // The list stays as the user left it, and the caller learns why it was
+    // not saved.
+    void aChangeThatWasNotSavedIsReportedAndKept()
+    {
+        RecordingSettingsStore settings;
+        settings.set(favorites, threePeople);
+        FavoritesStore store(settings);
+        store.load();
+        settings.failure = WriteResult::failed("/x/tavlo.conf", "No space left on device");
+
+        QCOMPARE(store.remove(0).reason(), "No space left on device");
+        QCOMPARE(store.count(), 2);
+        QCOMPARE(store.append("Dee", 1, 2, 2003).path(), "/x/tavlo.conf");
+        QCOMPARE(store.at(2), (Favorite{"Dee", "1 2 2003"}));
+        QVERIFY(!store.select(0).ok());
+        settings.failure = {};
+        QVERIFY(store.update(0, "Bo", "1 1 2000").ok());
+    }
+
     void selectHandsOverInOrder_data()
     {
         QTest::addColumn<qsizetype>("index");
@@ -418,6 +442,7 @@ private slots:
         FavoritesStore store(settings);
         store.load();
         settings.writes.clear();
+        settings.flushes = 0;
 
         store.select(index);
         QCOMPARE(settings.writtenKeys(),
@@ -572,7 +597,7 @@ private slots:
         QFETCH(QString, message);
         const QString path = m_dir.filePath(QString::fromLatin1(QTest::currentDataTag()) + ".conf");
         {
-            QSettingsStore settings(path);
+            FileSettingsStore settings(path);
             settings.set(favorites, withShortRow);
             settings.set(olderFavoriteNames, QStringList{"1. Ann", "2. Bob", "3. Cy"});
             settings.set(olderFavoriteBirthdays, QStringList{"12 3 1985", "1 1 2000"});
@@ -587,7 +612,7 @@ private slots:
         QCOMPARE(err.count(u'\n'), 1);
         QVERIFY2(err.endsWith(u'\n') && err.contains(message), qPrintable(err));
 
-        QSettingsStore settings(path);
+        FileSettingsStore settings(path);
         QCOMPARE(settings.value(favorites), withShortRow);
         QCOMPARE(settings.value(handOverPending), false);
         QVERIFY(!settings.value(handOverName));

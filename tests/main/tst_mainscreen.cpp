@@ -335,10 +335,13 @@ private slots:
         QFETCH(QString, greeting);
         const QString record =
             QStringLiteral("%1 %2 %3").arg(birth.day()).arg(birth.month()).arg(birth.year());
-        m_settings->set(favorites, {{"Kim", record}});
+        m_settings->set(favorites, {{"Ann", "2 1 1990"}, {"Kim", record}});
         start();
         QCOMPARE(text("lblDisplay"), greeting);
         QCOMPARE(find("btnPlus")->isEnabled(), false);
+        // The date the load leaves stored is the last favorite's.
+        QCOMPARE(QDate(m_settings->value(year), m_settings->value(month), m_settings->value(day)),
+                 birth);
     }
 
     void themesInTheView_data()

@@ -1,6 +1,7 @@
+#include "DiskFaults.h"
 #include "core/FatalError.h"
 #include "favorites/FavoritesStore.h"
-#include "settings/QSettingsStore.h"
+#include "settings/FileSettingsStore.h"
 
 #include <QDir>
 #include <QFile>
@@ -87,7 +88,7 @@ class TestBadInput : public QObject
     {
         const QString copy = m_dir.filePath(u"copy%1.conf"_s.arg(++m_homes));
         QFile::copy(settingsPath(home), copy);
-        QSettingsStore settings(copy);
+        FileSettingsStore settings(copy);
         FavoritesStore favorites(settings);
         favorites.load();
         return favorites.all();
@@ -114,6 +115,59 @@ class TestBadInput : public QObject
     }
 
 private slots:
+    // A full disk, for real: every add is either acknowledged and kept, or
+    // refused with one line that names the file and the reason, status 1
+    // and nothing on standard output. The list never shrinks.
+    void aFullDiskRefusesAddsAndKeepsTheList()
+    {
+        const QString home = freshHome();
+        const auto disk = ScratchMount::tinyFilesystem(home, 8 * 1024);
+        if (!disk->ok())
+            QSKIP(qPrintable(disk->why()));
+        int acknowledged = 0;
+        int refused = 0;
+        for (int i = 0; refused < 3 && i < 1000; ++i) {
+            const Run run = tavlo(
+                home, {u"favorites"_s, u"add"_s, u"Person number %1"_s.arg(i), u"1990-01-01"_s});
+            if (run.status == 0) {
+                QCOMPARE(refused, 0);
+                ++acknowledged;
+                continue;
+            }
+            ++refused;
+            QCOMPARE(run.status, 1);
+            QCOMPARE(run.out, QByteArray());
+            QCOMPARE(run.err, "tavlo: could not save " + settingsPath(home).toUtf8() +
+                                  ": No space left on device\n");
+        }
+        QVERIFY(acknowledged > 10);
+        QCOMPARE(refused, 3);
+        // Reading commands go on as before.
+        const Run list = tavlo(home, {u"favorites"_s, u"list"_s});
+        QCOMPARE(list.status, 0);
+        QCOMPARE(list.out.count('\n'), acknowledged);
+        QCOMPARE(QDir(home + u"/tavlo"_s).entryList(QDir::Files),
+                 QStringList({u"tavlo.conf"_s, u"tavlo.conf.update-lock"_s}));
+    }
+
+    void aFolderThatCannotBeWrittenRefusesChanges()
+    {
+        const QString home = homeWith(goodSettings);
+        const auto readOnly = ScratchMount::readOnly(home);
+        if (!readOnly->ok())
+            QSKIP(qPrintable(readOnly->why()));
+        for (const QStringList &change :
+             {QStringList{u"add"_s, u"Bob"_s, u"1990-01-01"_s}, QStringList{u"remove"_s, u"0"_s}}) {
+            const Run run = tavlo(home, QStringList{u"favorites"_s} + change);
+            QCOMPARE(run.status, 1);
+            QCOMPARE(run.out, QByteArray());
+            QVERIFY2(run.err.startsWith("tavlo: could not save " + settingsPath(home).toUtf8()) &&
+                         run.err.count('\n') == 1,
+                     run.err.constData());
+        }
+        QCOMPARE(readFile(settingsPath(home)), goodSettings);
+    }
+
     // What QSettings cannot read counts as the key's default; reading never
     // writes. Rows of tst_settingsstore's malformedFileContents read the
     // same keys in process; here the whole command does.
@@ -341,7 +395,7 @@ private slots:
             stored = name;
         const QString home = homeWith(goodSettings);
         {
-            QSettingsStore settings(settingsPath(home));
+            FileSettingsStore settings(settingsPath(home));
             FavoritesStore favorites(settings);
             favorites.load();
             favorites.append(name, 2, 1, 2000);

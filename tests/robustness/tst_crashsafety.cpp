@@ -1,6 +1,6 @@
 #include "favorites/FavoritesSorting.h"
 #include "favorites/FavoritesStore.h"
-#include "settings/QSettingsStore.h"
+#include "settings/FileSettingsStore.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -63,7 +63,7 @@ void say(const QByteArray &line)
 //   reload                    the screen opened again (load)
 int runDriver(const QString &iniPath)
 {
-    QSettingsStore settings(iniPath);
+    FileSettingsStore settings(iniPath);
     FavoritesStore store(settings);
     store.load();
     say("ready");
@@ -189,9 +189,10 @@ class TestCrashSafety : public QObject
         return process.readLine().trimmed();
     }
 
-    // Reads the file as a fresh process would: from a copy, since QSettings
-    // keeps one cache per file name in a process. The list must be laid out
-    // whole: "size" and the groups 1..size, each with exactly the two texts.
+    // Reads the file as a fresh process would, with QSettings, from a copy
+    // (QSettings keeps one cache per file name in a process). The list must
+    // be laid out whole: "size" and the groups 1..size, each with exactly
+    // the two texts.
     ReadBack readBack(const QString &path)
     {
         ReadBack result;
@@ -228,7 +229,7 @@ class TestCrashSafety : public QObject
         ini.endGroup();
         if (result.problem.isEmpty()) {
             // And the app's own reader agrees.
-            QSettingsStore store(copy);
+            FileSettingsStore store(copy);
             FavoritesStore favorites(store);
             favorites.load();
             if (favorites.count() != result.list.size() || favorites.all() != result.list)
@@ -243,8 +244,8 @@ class TestCrashSafety : public QObject
 
     // Ends the process at a random moment: half of the time anywhere in its
     // life, half of the time right around the write of the settings file
-    // (while QSettings holds its own lock file on it). Returns true when the
-    // process had finished by itself.
+    // (while its temporary file is there). Returns true when the process had
+    // finished by itself.
     bool killAtRandom(QProcess &process, const QString &iniPath, qint64 typicalMicros)
     {
         if (m_random.bounded(2) == 0) {
@@ -252,9 +253,13 @@ class TestCrashSafety : public QObject
         } else {
             QElapsedTimer waited;
             waited.start();
-            const QString qsettingsLock = iniPath + u".lock"_s;
-            while (!QFile::exists(qsettingsLock) &&
-                   waited.nsecsElapsed() / 1000 < typicalMicros * 2)
+            const QFileInfo ini(iniPath);
+            const QStringList temporary{ini.fileName() + u".*"_s};
+            const auto writing = [&] {
+                const QStringList found = ini.dir().entryList(temporary, QDir::Files);
+                return found.size() > (found.contains(ini.fileName() + u".update-lock"_s) ? 1 : 0);
+            };
+            while (!writing() && waited.nsecsElapsed() / 1000 < typicalMicros * 2)
                 QThread::usleep(50);
             QThread::usleep(m_random.bounded(2000));
         }
@@ -293,7 +298,7 @@ private slots:
         const QString path = settingsPath(home);
         QDir().mkpath(QFileInfo(path).absolutePath());
         {
-            QSettingsStore settings(path);
+            FileSettingsStore settings(path);
             settings.set(SettingsKeys::color, 7);
         }
         Favorites model;
@@ -442,7 +447,7 @@ private slots:
         const QString path = settingsPath(home);
         QDir().mkpath(QFileInfo(path).absolutePath());
         {
-            QSettingsStore settings(path);
+            FileSettingsStore settings(path);
             FavoritesStore store(settings);
             store.append(u"s1"_s, 1, 2, 1980);
             store.append(u"s2"_s, 3, 4, 1990);

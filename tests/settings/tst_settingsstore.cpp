@@ -1,5 +1,6 @@
+#include "DiskFaults.h"
+#include "settings/FileSettingsStore.h"
 #include "settings/MemorySettingsStore.h"
-#include "settings/QSettingsStore.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -24,7 +25,7 @@ const char childArgument[] = "--child";
 //   hold PATH        opens a batch, writes, says "held" and waits to be killed
 int runChild(const QString &action, const QString &path, int number)
 {
-    QSettingsStore store(path);
+    FileSettingsStore store(path);
     if (action == u"color") {
         std::puts("started");
         std::fflush(stdout);
@@ -55,8 +56,7 @@ class TestSettingsStore : public QObject
 
     QString freshIniPath() { return m_dir.filePath(QStringLiteral("s%1.conf").arg(++m_files)); }
 
-    // The file as a fresh process reads it: QSettings keeps one cache per
-    // file name in a process.
+    // The file as a fresh process reads it, under another name.
     QString copyOf(const QString &path)
     {
         const QString copy = freshIniPath();
@@ -78,10 +78,10 @@ class TestSettingsStore : public QObject
     {
         if (kind == u"memory")
             return std::make_unique<MemorySettingsStore>();
-        return std::make_unique<QSettingsStore>(freshIniPath());
+        return std::make_unique<FileSettingsStore>(freshIniPath());
     }
 
-    std::unique_ptr<QSettingsStore> storeWithFile(const QByteArray &contents)
+    std::unique_ptr<FileSettingsStore> storeWithFile(const QByteArray &contents)
     {
         const QString path = freshIniPath();
         QFile file(path);
@@ -89,7 +89,7 @@ class TestSettingsStore : public QObject
             qFatal("cannot write %s", qPrintable(path));
         file.write(contents);
         file.close();
-        return std::make_unique<QSettingsStore>(path);
+        return std::make_unique<FileSettingsStore>(path);
     }
 
     static void addStoreKinds()
@@ -162,22 +162,22 @@ private slots:
     void aShorterListReplacesALongerOne()
     {
         const QString path = freshIniPath();
-        QSettingsStore store(path);
+        FileSettingsStore store(path);
         store.set(favorites, {{QStringLiteral("a"), QStringLiteral("1 1 2000")},
                               {QStringLiteral("b"), QStringLiteral("2 2 2000")}});
         store.set(favorites, {{QStringLiteral("c"), QStringLiteral("3 3 2000")}});
-        QCOMPARE(QSettingsStore(path).value(favorites),
+        QCOMPARE(FileSettingsStore(path).value(favorites),
                  QList<QStringList>({{QStringLiteral("c"), QStringLiteral("3 3 2000")}}));
     }
 
     void writesReachTheFileAtOnceAndStayReadable()
     {
         const QString path = freshIniPath();
-        QSettingsStore writer(path);
+        FileSettingsStore writer(path);
         writer.set(favorites, {{QStringLiteral("Anna"), QStringLiteral("12 3 1985")}});
         writer.set(color, 4);
 
-        QCOMPARE(QSettingsStore(path).value(color), 4);
+        QCOMPARE(FileSettingsStore(path).value(color), 4);
         QFile file(path);
         QVERIFY(file.open(QIODevice::ReadOnly));
         const QByteArray text = file.readAll();
@@ -187,7 +187,7 @@ private slots:
     void aBatchReachesTheFileWhenItCloses()
     {
         const QString path = freshIniPath();
-        QSettingsStore writer(path);
+        FileSettingsStore writer(path);
         writer.set(day, 1);
         {
             const SettingsBatch batch(writer);
@@ -197,14 +197,13 @@ private slots:
                 const SettingsBatch inner(writer);
                 writer.set(year, 1985);
             }
-            // In one process QSettings shares its cache, so look at the file.
             QFile file(path);
             QVERIFY(file.open(QIODevice::ReadOnly));
             const QByteArray onDisk = file.readAll();
             QVERIFY2(onDisk.contains("day=1\n") && !onDisk.contains("year="), onDisk.constData());
             QCOMPARE(writer.value(day), 12);
         }
-        const QSettingsStore reader(path);
+        const FileSettingsStore reader(path);
         QCOMPARE(reader.value(day), 12);
         QCOMPARE(reader.value(month), 3);
         QCOMPARE(reader.value(year), 1985);
@@ -215,7 +214,7 @@ private slots:
     void refreshSeesAnotherProcessWrite()
     {
         const QString path = freshIniPath();
-        QSettingsStore store(path);
+        FileSettingsStore store(path);
         store.set(color, 1);
         runChild({"color", path, "2"});
         store.refresh();
@@ -227,7 +226,7 @@ private slots:
     void aListWriteLeavesNoRowsOfAnotherProcess()
     {
         const QString path = freshIniPath();
-        QSettingsStore store(path);
+        FileSettingsStore store(path);
         store.set(favorites, {{"a", "1 1 2000"}, {"b", "2 2 2000"}});
         runChild({"people", path, "5"});
         store.set(favorites, {{"c", "3 3 2000"}});
@@ -239,13 +238,12 @@ private slots:
         QCOMPARE(file.value("1/1").toString(), "c");
     }
 
-    // QSettings reads the file again only when its size or time differs from
-    // what it noted; a write of the same size in the same step of the file
-    // clock, or a read while the file was replaced, defeats that.
+    // Another process's write of the same size, with the file's time set
+    // back to what it was, is still a change.
     void aBatchSeesAChangeThatLooksLikeNone()
     {
         const QString path = freshIniPath();
-        QSettingsStore store(path);
+        FileSettingsStore store(path);
         store.set(color, 1);
         const QFileInfo before(path);
         const QDateTime modified = before.lastModified();
@@ -258,7 +256,7 @@ private slots:
         QCOMPARE(QFileInfo(path).lastModified(), modified);
 
         store.set(day, 5);
-        QSettingsStore reader(copyOf(path));
+        FileSettingsStore reader(copyOf(path));
         QCOMPARE(reader.value(color), 2);
         QCOMPARE(reader.value(day), 5);
         QCOMPARE(store.value(color), 2);
@@ -269,7 +267,7 @@ private slots:
     void changesCountOursAndOtherProcesses()
     {
         const QString path = freshIniPath();
-        QSettingsStore store(path);
+        FileSettingsStore store(path);
         store.set(color, 1);
         const quint64 afterOurs = store.changes();
         {
@@ -286,26 +284,10 @@ private slots:
         QVERIFY(store.changes() > afterTheirs);
     }
 
-    // So that other processes tell this write from the one before, whatever
-    // the file clock says.
-    void aWriteLeavesALaterModificationTime()
-    {
-        const QString path = freshIniPath();
-        QSettingsStore store(path);
-        store.set(color, 1);
-        const QDateTime ahead = QDateTime::currentDateTimeUtc().addSecs(3600);
-        QFile file(path);
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        QVERIFY(file.setFileTime(ahead, QFileDevice::FileModificationTime));
-        file.close();
-        store.set(color, 2);
-        QVERIFY(QFileInfo(path).lastModified() > ahead);
-    }
-
     void anOpenBatchHoldsOtherProcessesBack()
     {
         const QString path = freshIniPath();
-        QSettingsStore store(path);
+        FileSettingsStore store(path);
         store.set(color, 7);
         QProcess child;
         {
@@ -317,15 +299,14 @@ private slots:
             QCOMPARE(child.readLine(), "started\n");
             // Its write would take milliseconds; it waits for our batch.
             QVERIFY(!child.waitForFinished(300));
-            QCOMPARE(QSettingsStore(copyOf(path)).value(color), 7);
+            QCOMPARE(FileSettingsStore(copyOf(path)).value(color), 7);
         }
         QVERIFY(child.waitForFinished(30000));
-        QCOMPARE(QSettingsStore(copyOf(path)).value(color), 2);
+        QCOMPARE(FileSettingsStore(copyOf(path)).value(color), 2);
     }
 
-    // Neither our lock nor the one QSettings takes while it writes may hold
-    // up the next writer once their holder was killed. QSettings waits 30
-    // seconds for its own, so the write runs in a child that has 15.
+    // The lock of a killed writer holds up nobody: the next writer runs in a
+    // child that has 15 seconds, fewer than a waiting writer's patience.
     void locksOfAKilledWriterHoldNothingUp()
     {
         const QString path = freshIniPath();
@@ -335,16 +316,49 @@ private slots:
         QCOMPARE(holder.readLine(), "held\n");
         holder.kill();
         QVERIFY(holder.waitForFinished(30000));
-        // As QLockFile leaves it when killed between creating and filling it.
-        QFile leftOver(path + ".lock");
-        QVERIFY(leftOver.open(QIODevice::WriteOnly));
-        leftOver.close();
 
         QProcess writer;
         writer.start(QCoreApplication::applicationFilePath(), {childArgument, "color", path, "3"});
         QVERIFY(writer.waitForFinished(15000));
         QCOMPARE(writer.exitCode(), 0);
-        QCOMPARE(QSettingsStore(copyOf(path)).value(color), 3);
+        QCOMPARE(FileSettingsStore(copyOf(path)).value(color), 3);
+    }
+
+    // A change that did not reach the disk is reported, to the caller and
+    // to the failure handler, stays in memory, and goes out with the next
+    // write; what is on disk stays as it was until then.
+    void aFailedWriteIsReportedKeptAndRetried()
+    {
+        const QString path = freshIniPath();
+        FileSettingsStore(path).set(color, 1);
+        const auto armed = std::make_shared<bool>(true);
+        FileSettingsStore store(path, failingWriter(AtomicFileWriter::Step::Flush, ENOSPC, armed));
+        QList<WriteResult> told;
+        store.setFailureHandler([&](const WriteResult &failure) { told.append(failure); });
+
+        const WriteResult result = store.set(color, 5);
+        QCOMPARE(result.message(), "could not save " + path + ": No space left on device");
+        QCOMPARE(told.size(), 1);
+        QCOMPARE(store.value(color), 5);
+        {
+            SettingsBatch batch(store);
+            store.set(day, 12);
+            store.set(month, 3);
+            QVERIFY(!batch.finish().ok());
+        }
+        QCOMPARE(told.size(), 2);
+        QCOMPARE(FileSettingsStore(copyOf(path)).value(color), 1);
+
+        // Another process writes meanwhile; ours go on top of it.
+        runChild({"people", path, "2"});
+        *armed = false;
+        QVERIFY(store.set(year, 1985).ok());
+        QCOMPARE(told.size(), 2);
+        FileSettingsStore reader(copyOf(path));
+        QCOMPARE(reader.value(color), 5);
+        QCOMPARE(reader.value(day), 12);
+        QCOMPARE(reader.value(year), 1985);
+        QCOMPARE(reader.value(favorites)->size(), 2);
     }
 
     void wrongTypesReadAsDefaults_data()

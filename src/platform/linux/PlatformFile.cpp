@@ -1,18 +1,16 @@
 #include "PlatformFile.h"
 
-#include <QDir>
+#include "settings/AtomicFileWriter.h"
+
 #include <QFile>
-#include <QFileInfo>
-#include <QSaveFile>
 
 using namespace Qt::Literals::StringLiterals;
 
 std::optional<QString> PlatformFile::write(const QString &path, const QByteArray &bytes)
 {
-    QDir().mkpath(QFileInfo(path).absolutePath());
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit())
-        return u"could not save %1: %2"_s.arg(path, file.errorString());
+    const WriteResult written = AtomicFileWriter().write(path, bytes);
+    if (!written)
+        return written.message();
     return std::nullopt;
 }
 

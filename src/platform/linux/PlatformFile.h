@@ -5,11 +5,12 @@
 #include <optional>
 
 // The files Tavlo writes for the platform (timer units, the autostart entry,
-// the notification icon) go through here, whole or not at all.
+// the notification icon) go through here, each replaced only by a complete
+// new version, as the settings file is.
 namespace PlatformFile {
 
-// Writes `bytes` to `path`, making its folder. Returns the reason when the
-// file could not be written; the old file then stays as it was.
+// Writes `bytes` to `path`, making its folder. Returns "could not save PATH:
+// REASON" when it could not; the old file then stays as it was.
 std::optional<QString> write(const QString &path, const QByteArray &bytes);
 
 // The file's bytes, or nothing when it cannot be read.

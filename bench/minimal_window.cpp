@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: MIT
+// The floor for start-up: the smallest Qt Quick Controls window, with one
+// button, on the same machine and renderer as Tavlo. Prints the moment of
+// its first frame and its peak memory as the app does with
+// TAVLO_STARTUP_TRACE, then quits.
+#include <QDateTime>
+#include <QFile>
+#include <QGuiApplication>
+#include <QQmlApplicationEngine>
+#include <QQuickStyle>
+#include <QQuickWindow>
+#include <QTimer>
+#include <cstdio>
+
+int main(int argc, char *argv[])
+{
+    QGuiApplication app(argc, argv);
+    QQuickStyle::setStyle(QStringLiteral("Basic"));
+    QQmlApplicationEngine engine;
+    engine.loadData(R"(
+        import QtQuick
+        import QtQuick.Controls
+        Window {
+            width: 390; height: 844; visible: true
+            Button { anchors.centerIn: parent; text: "Tavlo" }
+        })");
+    auto *window = qobject_cast<QQuickWindow *>(engine.rootObjects().value(0));
+    if (!window)
+        return 1;
+    QObject::connect(
+        window, &QQuickWindow::frameSwapped, &app,
+        [] {
+            std::printf("first-frame-epoch-ms %lld\n",
+                        static_cast<long long>(QDateTime::currentMSecsSinceEpoch()));
+            QTimer::singleShot(1000, &QCoreApplication::quit);
+        },
+        Qt::SingleShotConnection);
+    const int status = app.exec();
+    QFile proc(QStringLiteral("/proc/self/status"));
+    if (proc.open(QIODevice::ReadOnly)) {
+        for (const QByteArray &line : proc.readAll().split('\n')) {
+            if (line.startsWith("VmHWM:"))
+                std::printf("peak-rss-kb %s\n",
+                            line.mid(6).trimmed().split(' ').value(0).constData());
+        }
+    }
+    return status;
+}

@@ -1,0 +1,561 @@
+// SPDX-License-Identifier: MIT
+#include "IniFormat.h"
+
+#include <QStringList>
+#include <optional>
+
+namespace IniFormat {
+namespace {
+
+bool isBlank(char c)
+{
+    return c == ' ' || c == '\t' || c == '\r' || c == '\n';
+}
+
+int hexValue(char c)
+{
+    if (c >= '0' && c <= '9')
+        return c - '0';
+    if (c >= 'a' && c <= 'f')
+        return c - 'a' + 10;
+    if (c >= 'A' && c <= 'F')
+        return c - 'A' + 10;
+    return -1;
+}
+
+// ---- Reading --------------------------------------------------------------
+
+// One logical line: a line break inside quotes or after a backslash belongs
+// to the value; ';' outside quotes starts a comment.
+struct Line
+{
+    QByteArrayView text;
+    qsizetype equals = -1;
+};
+
+std::optional<Line> nextLine(QByteArrayView data, qsizetype &pos)
+{
+    const qsizetype size = data.size();
+    for (;;) {
+        while (pos < size && isBlank(data[pos]))
+            ++pos;
+        if (pos >= size)
+            return std::nullopt;
+        if (data[pos] != ';')
+            break;
+        while (pos < size && data[pos] != '\n' && data[pos] != '\r')
+            ++pos;
+    }
+
+    Line line;
+    const qsizetype start = pos;
+    bool quoted = false;
+    while (pos < size) {
+        const char c = data[pos];
+        if (c == '"') {
+            quoted = !quoted;
+        } else if (c == '\\') {
+            ++pos;
+            // An escaped line break continues the line; \r\n and \n\r count once.
+            if (pos + 1 < size) {
+                const char a = data[pos];
+                const char b = data[pos + 1];
+                if ((a == '\n' && b == '\r') || (a == '\r' && b == '\n'))
+                    ++pos;
+            }
+        } else if (!quoted && (c == '\n' || c == '\r' || c == ';')) {
+            break;
+        } else if (c == '=' && !quoted && line.equals < 0) {
+            line.equals = pos - start;
+        }
+        ++pos;
+    }
+    line.text = data.sliced(start, std::min(pos, size) - start);
+    // What follows an unquoted ';' on the same line is a comment.
+    while (pos < size && data[pos] != '\n' && data[pos] != '\r')
+        ++pos;
+    return line;
+}
+
+QString unescapedKey(QByteArrayView text)
+{
+    const QString decoded = QString::fromUtf8(text);
+    QString key;
+    key.reserve(decoded.size());
+    for (qsizetype i = 0; i < decoded.size(); ++i) {
+        const QChar c = decoded.at(i);
+        if (c == u'\\') {
+            key += u'/';
+            continue;
+        }
+        if (c == u'%' && i + 1 < decoded.size()) {
+            const bool wide = decoded.at(i + 1) == u'U';
+            const qsizetype digits = wide ? 4 : 2;
+            const qsizetype first = i + (wide ? 2 : 1);
+            if (first + digits <= decoded.size()) {
+                bool ok = false;
+                const ushort code = QStringView(decoded).sliced(first, digits).toUShort(&ok, 16);
+                if (ok) {
+                    key += QChar(code);
+                    i = first + digits - 1;
+                    continue;
+                }
+            }
+        }
+        key += c;
+    }
+    return key;
+}
+
+void chopTrailingBlanks(QString &text, qsizetype limit)
+{
+    qsizetype end = text.size();
+    while (end > limit && (text.at(end - 1) == u' ' || text.at(end - 1) == u'\t'))
+        --end;
+    text.truncate(end);
+}
+
+// The text after '=': quotes, escapes, and unquoted commas that make a list.
+QVariant unescapedValue(QByteArrayView text)
+{
+    QString current;
+    QStringList items;
+    bool isList = false;
+    bool inQuotes = false;
+    bool wasQuoted = false;
+    // Blanks up to here were escaped or quoted and stay.
+    qsizetype keepUpTo = 0;
+    qsizetype i = 0;
+    const qsizetype size = text.size();
+    const auto skipBlanks = [&] {
+        while (i < size && (text[i] == ' ' || text[i] == '\t'))
+            ++i;
+    };
+    skipBlanks();
+    while (i < size) {
+        const char c = text[i];
+        if (c == '\\') {
+            if (++i >= size)
+                break;
+            const char e = text[i++];
+            switch (e) {
+            case 'a':
+                current += u'\a';
+                break;
+            case 'b':
+                current += u'\b';
+                break;
+            case 'f':
+                current += u'\f';
+                break;
+            case 'n':
+                current += u'\n';
+                break;
+            case 'r':
+                current += u'\r';
+                break;
+            case 't':
+                current += u'\t';
+                break;
+            case 'v':
+                current += u'\v';
+                break;
+            case '"':
+            case '?':
+            case '\'':
+            case '\\':
+                current += QLatin1Char(e);
+                break;
+            case 'x': {
+                if (i < size && hexValue(text[i]) >= 0) {
+                    char16_t code = 0;
+                    while (i < size && hexValue(text[i]) >= 0)
+                        code = char16_t((code << 4) + hexValue(text[i++]));
+                    current += QChar(code);
+                }
+                break;
+            }
+            case '\n':
+            case '\r':
+                if (i < size && (text[i] == '\n' || text[i] == '\r') && text[i] != e)
+                    ++i;
+                break;
+            default:
+                if (e >= '0' && e <= '7') {
+                    char16_t code = char16_t(e - '0');
+                    while (i < size && text[i] >= '0' && text[i] <= '7')
+                        code = char16_t((code << 3) + (text[i++] - '0'));
+                    current += QChar(code);
+                }
+                // Any other escaped character is dropped.
+                break;
+            }
+            keepUpTo = current.size();
+        } else if (c == '"') {
+            ++i;
+            wasQuoted = true;
+            inQuotes = !inQuotes;
+            if (!inQuotes) {
+                skipBlanks();
+                keepUpTo = current.size();
+            }
+        } else if (c == ',' && !inQuotes) {
+            if (!wasQuoted)
+                chopTrailingBlanks(current, keepUpTo);
+            items.append(current);
+            current.clear();
+            isList = true;
+            wasQuoted = false;
+            keepUpTo = 0;
+            ++i;
+            skipBlanks();
+        } else {
+            qsizetype end = i + 1;
+            while (end < size && text[end] != '\\' && text[end] != '"' &&
+                   (inQuotes || text[end] != ','))
+                ++end;
+            current += QString::fromUtf8(text.sliced(i, end - i));
+            i = end;
+        }
+    }
+    if (!wasQuoted)
+        chopTrailingBlanks(current, keepUpTo);
+    if (isList) {
+        items.append(current);
+        return items;
+    }
+    return current;
+}
+
+bool isTypedForm(const QString &text)
+{
+    static const char *const forms[] = {"@ByteArray(", "@Variant(", "@DateTime(",
+                                        "@Rect(",      "@Size(",    "@Point("};
+    if (!text.endsWith(u')'))
+        return false;
+    for (const char *form : forms) {
+        if (text.startsWith(QLatin1StringView(form)))
+            return true;
+    }
+    return false;
+}
+
+// QSettings' own markers: "@@" for a text that starts with '@', and the
+// typed forms, which Tavlo keeps as they are.
+QVariant typedValue(const QVariant &unescaped, QByteArrayView raw)
+{
+    if (unescaped.typeId() == QMetaType::QStringList) {
+        QStringList items = unescaped.toStringList();
+        for (QString &item : items) {
+            if (item.startsWith(u'@')) {
+                if (!item.startsWith(u"@@"))
+                    return raw.toByteArray();
+                item.remove(0, 1);
+            }
+        }
+        return items;
+    }
+    const QString text = unescaped.toString();
+    if (!text.startsWith(u'@'))
+        return text;
+    if (text == u"@Invalid()")
+        return {};
+    if (text.startsWith(u"@String(") && text.endsWith(u')'))
+        return text.sliced(8).chopped(1);
+    if (isTypedForm(text))
+        return raw.toByteArray();
+    if (text.startsWith(u"@@"))
+        return text.sliced(1);
+    return text;
+}
+
+// A group's entries as a tree, to find the lists among them.
+struct Node
+{
+    QVariant value;
+    bool hasValue = false;
+    QMap<QString, Node> children;
+};
+
+// A list as QSettings' array reading sees one: a "size" of n >= 0, at least
+// n other entries, and entries 1 to n, each a value or a list itself.
+std::optional<QVariantList> asList(const Node &group)
+{
+    const auto sizeEntry = group.children.constFind(QStringLiteral("size"));
+    if (sizeEntry == group.children.cend() || !sizeEntry->hasValue ||
+        sizeEntry->value.typeId() != QMetaType::QString)
+        return std::nullopt;
+    bool ok = false;
+    const qint64 size = sizeEntry->value.toString().toLongLong(&ok);
+    if (!ok || size < 0 || size > group.children.size() - 1)
+        return std::nullopt;
+    QVariantList list;
+    list.reserve(size);
+    for (qint64 i = 1; i <= size; ++i) {
+        const auto entry = group.children.constFind(QString::number(i));
+        if (entry == group.children.cend())
+            return std::nullopt;
+        if (entry->hasValue) {
+            if (!entry->value.isValid())
+                return std::nullopt;
+            list.append(entry->value);
+        } else if (std::optional<QVariantList> inner = asList(*entry)) {
+            list.append(QVariant(std::move(*inner)));
+        } else {
+            return std::nullopt;
+        }
+    }
+    return list;
+}
+
+// Replaces each top-level group that is a list by one QVariantList value.
+void foldLists(Values &values)
+{
+    QMap<QString, Node> groups;
+    for (auto it = values.cbegin(); it != values.cend(); ++it) {
+        const qsizetype slash = it.key().indexOf(u'/');
+        if (slash < 0)
+            continue;
+        Node *node = &groups[it.key().first(slash)];
+        for (const QStringView part : QStringView(it.key()).sliced(slash + 1).split(u'/'))
+            node = &node->children[part.toString()];
+        node->value = it.value();
+        node->hasValue = true;
+    }
+    for (auto group = groups.cbegin(); group != groups.cend(); ++group) {
+        // A value under the group's own name is what a read of it finds.
+        if (values.contains(group.key()))
+            continue;
+        std::optional<QVariantList> list = asList(*group);
+        if (!list)
+            continue;
+        const QString prefix = group.key() + u'/';
+        auto it = values.lowerBound(prefix);
+        while (it != values.end() && it.key().startsWith(prefix))
+            it = values.erase(it);
+        values.insert(group.key(), QVariant(std::move(*list)));
+    }
+}
+
+// ---- Writing --------------------------------------------------------------
+
+void appendEscapedKey(QByteArray &out, QStringView key)
+{
+    static const char hex[] = "0123456789ABCDEF";
+    for (const QChar qc : key) {
+        const char16_t c = qc.unicode();
+        if (c == u'/') {
+            out += '\\';
+        } else if ((c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z') ||
+                   (c >= u'0' && c <= u'9') || c == u'_' || c == u'-' || c == u'.') {
+            out += char(c);
+        } else if (c <= 0xFF) {
+            out += '%';
+            out += hex[c >> 4];
+            out += hex[c & 0xF];
+        } else {
+            out += "%U";
+            for (int shift = 12; shift >= 0; shift -= 4)
+                out += hex[(c >> shift) & 0xF];
+        }
+    }
+}
+
+void appendEscapedText(QByteArray &out, QStringView text)
+{
+    const qsizetype start = out.size();
+    bool needsQuotes = false;
+    // After a numeric escape a hex digit would be read as part of it.
+    bool afterNumericEscape = false;
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        const char16_t c = text.at(i).unicode();
+        if (c == u';' || c == u',' || c == u'=')
+            needsQuotes = true;
+        if (afterNumericEscape && c < 0x80 && hexValue(char(c)) >= 0) {
+            out += "\\x" + QByteArray::number(uint(c), 16);
+            continue;
+        }
+        afterNumericEscape = false;
+        switch (c) {
+        case u'\0':
+            out += "\\0";
+            afterNumericEscape = true;
+            break;
+        case u'\a':
+            out += "\\a";
+            break;
+        case u'\b':
+            out += "\\b";
+            break;
+        case u'\f':
+            out += "\\f";
+            break;
+        case u'\n':
+            out += "\\n";
+            break;
+        case u'\r':
+            out += "\\r";
+            break;
+        case u'\t':
+            out += "\\t";
+            break;
+        case u'\v':
+            out += "\\v";
+            break;
+        case u'"':
+            out += "\\\"";
+            break;
+        case u'\\':
+            out += "\\\\";
+            break;
+        default:
+            if (c <= 0x1F) {
+                out += "\\x" + QByteArray::number(uint(c), 16);
+                afterNumericEscape = true;
+            } else if (c < 0x80) {
+                out += char(c);
+            } else if (QChar::isHighSurrogate(c) && i + 1 < text.size() &&
+                       text.at(i + 1).isLowSurrogate()) {
+                out += text.sliced(i, 2).toUtf8();
+                ++i;
+            } else if (QChar::isSurrogate(c)) {
+                // Half a pair cannot be said in UTF-8: U+FFFD, as Qt writes it.
+                out += "\xEF\xBF\xBD";
+            } else {
+                out += text.sliced(i, 1).toUtf8();
+            }
+        }
+    }
+    if (needsQuotes || (out.size() > start && (out.at(start) == ' ' || out.back() == ' '))) {
+        out.insert(start, '"');
+        out += '"';
+    }
+}
+
+// A text that starts with '@' would read as one of QSettings' markers.
+void appendText(QByteArray &out, const QString &text)
+{
+    if (text.startsWith(u'@'))
+        appendEscapedText(out, QString(u'@' + text));
+    else
+        appendEscapedText(out, text);
+}
+
+void appendValue(QByteArray &out, const QVariant &value)
+{
+    switch (value.typeId()) {
+    case QMetaType::UnknownType:
+        out += "@Invalid()";
+        break;
+    case QMetaType::QByteArray:
+        out += value.toByteArray();
+        break;
+    case QMetaType::QStringList: {
+        const QStringList items = value.toStringList();
+        if (items.isEmpty())
+            out += "@Invalid()";
+        for (qsizetype i = 0; i < items.size(); ++i) {
+            if (i > 0)
+                out += ", ";
+            appendText(out, items.at(i));
+        }
+        break;
+    }
+    case QMetaType::Bool:
+        out += value.toBool() ? "true" : "false";
+        break;
+    default:
+        appendText(out, value.toString());
+    }
+}
+
+void appendEntry(QByteArray &out, QStringView key, const QVariant &value)
+{
+    appendEscapedKey(out, key);
+    out += '=';
+    appendValue(out, value);
+    out += '\n';
+}
+
+// Entries 1 to n in order, then "size", as QSettings lays out an array.
+void appendList(QByteArray &out, const QString &prefix, const QVariantList &list)
+{
+    for (qsizetype i = 0; i < list.size(); ++i) {
+        const QString entry = prefix + QString::number(i + 1);
+        const QVariant &item = list.at(i);
+        if (item.typeId() == QMetaType::QVariantList)
+            appendList(out, entry + u'/', item.toList());
+        else
+            appendEntry(out, entry, item);
+    }
+    appendEntry(out, QString(prefix + QStringLiteral("size")), QString::number(list.size()));
+}
+
+} // namespace
+
+Values parse(QByteArrayView text)
+{
+    if (text.startsWith("\xef\xbb\xbf"))
+        text = text.sliced(3);
+    Values values;
+    QString section;
+    qsizetype pos = 0;
+    while (const std::optional<Line> line = nextLine(text, pos)) {
+        if (line->text.startsWith('[')) {
+            qsizetype close = line->text.indexOf(']');
+            if (close < 0)
+                close = line->text.size();
+            const QByteArrayView name = line->text.sliced(1, close - 1).trimmed();
+            if (name.compare("general", Qt::CaseInsensitive) == 0)
+                section.clear();
+            else if (name.compare("%general", Qt::CaseInsensitive) == 0)
+                section = QString::fromLatin1(name.sliced(1)) + u'/';
+            else
+                section = unescapedKey(name) + u'/';
+            continue;
+        }
+        if (line->equals < 0)
+            continue;
+        const QString key = section + unescapedKey(line->text.first(line->equals).trimmed());
+        const QByteArrayView raw = line->text.sliced(line->equals + 1);
+        values.insert(key, typedValue(unescapedValue(raw), raw.trimmed()));
+    }
+    foldLists(values);
+    return values;
+}
+
+QByteArray serialize(const Values &values)
+{
+    // Section name ("" for [General]) -> its lines.
+    QMap<QString, QByteArray> sections;
+    for (auto it = values.cbegin(); it != values.cend(); ++it) {
+        const QString &key = it.key();
+        if (it.value().typeId() == QMetaType::QVariantList) {
+            appendList(sections[key], QString(), it.value().toList());
+            continue;
+        }
+        const qsizetype slash = key.indexOf(u'/');
+        if (slash < 0)
+            appendEntry(sections[QString()], key, it.value());
+        else
+            appendEntry(sections[key.first(slash)], QStringView(key).sliced(slash + 1), it.value());
+    }
+
+    QByteArray out;
+    for (auto it = sections.cbegin(); it != sections.cend(); ++it) {
+        if (!out.isEmpty())
+            out += '\n';
+        QByteArray name;
+        appendEscapedKey(name, it.key());
+        if (name.isEmpty())
+            out += "[General]\n";
+        else if (name.compare("general", Qt::CaseInsensitive) == 0)
+            out += "[%" + name + "]\n";
+        else
+            out += '[' + name + "]\n";
+        out += it.value();
+    }
+    return out;
+}
+
+} // namespace IniFormat
