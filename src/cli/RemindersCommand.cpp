@@ -141,16 +141,24 @@ int RemindersCommand::scheduleNow(const FavoritesStore &favorites, const UiStrin
         loop.quit();
     };
     QList<PlannedReminder> scheduled;
-    scheduler.checkNotificationPermission([&](const QList<PlannedReminder> &done) {
-        scheduled = done;
-        // The platform's own commands end before the program does.
-        if (m_context.whenNotificationsIdle)
-            m_context.whenNotificationsIdle(finish);
-        else
-            finish();
-    });
+    std::optional<QString> failure;
+    scheduler.checkNotificationPermission(
+        [&](const QList<PlannedReminder> &done, const std::optional<QString> &failed) {
+            scheduled = done;
+            failure = failed;
+            // The platform's own commands end before the program does.
+            if (m_context.whenNotificationsIdle)
+                m_context.whenNotificationsIdle(finish);
+            else
+                finish();
+        });
     if (!finished)
         loop.exec();
+    if (failure) {
+        m_context.err << "tavlo: " << oneLine(*failure) << '\n';
+        m_context.err.flush();
+        return ExitStatus::notSaved;
+    }
     if (scheduled.isEmpty())
         m_context.out << "No reminders scheduled.\n";
     for (const PlannedReminder &reminder : scheduled)

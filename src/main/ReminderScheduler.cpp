@@ -129,7 +129,7 @@ void ReminderScheduler::onStatus(AuthorizationStatus status, const Done &done)
 {
     const auto nothing = [&done] {
         if (done)
-            done({});
+            done({}, std::nullopt);
     };
     switch (status) {
     case AuthorizationStatus::NotDetermined:
@@ -143,7 +143,7 @@ void ReminderScheduler::onStatus(AuthorizationStatus status, const Done &done)
                 if (granted)
                     scheduleReminders(done);
                 else if (done)
-                    done({});
+                    done({}, std::nullopt);
             });
         return;
     case AuthorizationStatus::Denied:
@@ -169,24 +169,35 @@ void ReminderScheduler::scheduleReminders(Done done)
 {
     const QList<PlannedReminder> planned = Reminders::plan(
         m_clock.now(), m_favorites.all(), m_strings, Reminders::Timing::from(m_settings));
-    if (planned.isEmpty() && done)
-        done({});
-    auto unanswered = std::make_shared<qsizetype>(planned.size());
+    // The run is over once every add and the settings write have answered.
+    struct Run
+    {
+        qsizetype unanswered = 0;
+        std::optional<QString> failure;
+    };
+    auto run = std::make_shared<Run>(Run{planned.size() + 1, std::nullopt});
+    const auto answered = [done, planned, run] {
+        if (--run->unanswered == 0 && done)
+            done(planned, run->failure);
+    };
     // The run's lines reach the settings file in one write.
-    const SettingsBatch batch(m_settings);
+    SettingsBatch batch(m_settings);
     for (const PlannedReminder &reminder : planned) {
         if (reminder.blankName)
             DebugLog::line(u"nameSpace = "_s + *reminder.blankName);
         m_settings.set(SettingsKeys::scheduledReminder(reminder.number),
                        u"Selected notification: "_s + Reminders::printedDate(reminder.fire));
         m_center.add(reminder.request(),
-                     [done, planned, unanswered](const std::optional<NotificationError> &error) {
+                     [run, answered](const std::optional<NotificationError> &error) {
                          if (error) {
                              DebugLog::line(u"Unable to Add Notification Request ("_s +
                                             error->printed + u", "_s + error->description + u')');
+                             run->failure = run->failure.value_or(error->description);
                          }
-                         if (--*unanswered == 0 && done)
-                             done(planned);
+                         answered();
                      });
     }
+    if (const WriteResult written = batch.finish(); !written)
+        run->failure = run->failure.value_or(written.message());
+    answered();
 }

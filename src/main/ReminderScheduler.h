@@ -65,9 +65,11 @@ public:
 
     NotificationCenter &center() { return m_center; }
 
-    // `done` learns what was scheduled, once every add has been answered;
-    // nothing when notifications are not allowed.
-    using Done = std::function<void(const QList<PlannedReminder> &scheduled)>;
+    // `done` learns what was scheduled, once every add has been answered
+    // (nothing when notifications are not allowed), and the first thing that
+    // could not be stored ("could not save PATH: REASON"), if any.
+    using Done = std::function<void(const QList<PlannedReminder> &scheduled,
+                                    const std::optional<QString> &failure)>;
 
     void checkNotificationPermission(Done done = {});
     // Adds this run's reminders and writes their "selectetDate" lines.

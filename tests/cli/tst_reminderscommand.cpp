@@ -88,6 +88,16 @@ private slots:
         QCOMPARE(m_settings.value(SettingsKeys::scheduledReminder(1)).has_value(), allowed);
     }
 
+    void scheduleThatCouldNotBeStored()
+    {
+        m_center = RecordingNotificationCenter();
+        m_center.addError = NotificationError{
+            "WakeUpNotWritten", "could not save /u/tavlo-birthdayReminder1.timer: Disk full"};
+        QCOMPARE(tavlo({"reminders", "schedule"}), 1);
+        QCOMPARE(m_out, QString());
+        QCOMPARE(m_err, "tavlo: could not save /u/tavlo-birthdayReminder1.timer: Disk full\n");
+    }
+
     void textLinesAndNothingWritten()
     {
         const qsizetype writes = m_settings.writeCount();

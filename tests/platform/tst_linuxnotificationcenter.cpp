@@ -275,7 +275,7 @@ private slots:
         const UiStrings strings;
         bool done = false;
         ReminderScheduler(center, settings, clock, favorites, strings)
-            .checkNotificationPermission([&](const auto &) { done = true; });
+            .checkNotificationPermission([&](const auto &, const auto &) { done = true; });
         QTRY_VERIFY(done);
         runner.finishAll();
         QCOMPARE(runner.commands.size(), 2);
