@@ -2,8 +2,10 @@
 
 #include <QStringList>
 #include <QTextStream>
+#include <functional>
 
 class Clock;
+class NotificationCenter;
 class SettingsStore;
 
 // What a command works with; the process entry passes the real ones, tests
@@ -16,6 +18,12 @@ struct CommandContext
     const Clock &clock;
     QTextStream &out;
     QTextStream &err;
+    // The platform's notification centre, for `reminders schedule`, made on
+    // first use (the other commands leave the platform alone); none where
+    // reminders cannot be scheduled.
+    std::function<NotificationCenter *()> notifications;
+    // Runs `done` once the centre's platform commands have ended.
+    std::function<void(std::function<void()> done)> whenNotificationsIdle;
 };
 
 // Exit statuses of the command line.

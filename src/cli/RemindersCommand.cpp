@@ -10,17 +10,24 @@
 #include "settings/UiStrings.h"
 
 #include <QCommandLineParser>
+#include <QEventLoop>
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
 const char *const help = R"(Usage: tavlo reminders [OPTIONS]
+       tavlo reminders schedule
 
 Prints the birthday reminders that Tavlo would schedule now for the saved
-favorites: those whose birthday falls from tomorrow to 201 days ahead, at most
-five, in order of the day and then of the favorites list, each at 7:30 in the
-morning local time. Nothing is scheduled and nothing is written.
+favorites: those whose reminder day falls from tomorrow to 201 days ahead, at
+most five, in order of the day and then of the favorites list, each at the
+reminder time chosen in the settings (7:30 in the morning local time unless
+chosen otherwise). Nothing is scheduled and nothing is written.
+
+"schedule" schedules them as the app does when it starts: they are kept for
+delivery with the app closed (by systemd user timers, or by Tavlo started at
+login where there is no systemd) and printed as they were scheduled.
 
 Each line shows the identifier, the moment it fires (ISO 8601 with the offset
 from UTC), the title and the text.
@@ -34,9 +41,27 @@ Options:
                    title and body.
   -h, --help       Show this help.
 
-Exit status: 0 on success, 2 for a malformed date, option or argument (one
-line on standard error says which; nothing else is printed).
+Exit status: 0 on success, 2 for a malformed date, option or argument or a
+favorites list that cannot be read (one line on standard error says which;
+nothing else is printed).
 )";
+
+void printReminder(QTextStream &out, const PlannedReminder &reminder, bool json)
+{
+    const QString fire = Reminders::isoDate(reminder.fire);
+    if (json) {
+        out << JsonLine()
+                   .add(u"identifier"_s, reminder.identifier)
+                   .add(u"fire"_s, fire)
+                   .add(u"title"_s, reminder.title)
+                   .add(u"body"_s, reminder.body)
+                   .text()
+            << '\n';
+    } else {
+        out << reminder.identifier << ' ' << fire << ' ' << reminder.title << ": " << reminder.body
+            << '\n';
+    }
+}
 
 } // namespace
 
@@ -62,8 +87,12 @@ int RemindersCommand::run(const QStringList &arguments)
         m_context.out.flush();
         return ExitStatus::ok;
     }
-    if (!parser.positionalArguments().isEmpty())
-        return fail(u"unexpected argument \"%1\""_s.arg(parser.positionalArguments().first()));
+    const QStringList positional = parser.positionalArguments();
+    const bool schedule = positional.value(0) == u"schedule";
+    if (positional.size() > (schedule ? 1 : 0))
+        return fail(u"unexpected argument \"%1\""_s.arg(positional.value(schedule ? 1 : 0)));
+    if (schedule && (parser.isSet(nowOption) || parser.isSet(jsonOption)))
+        return fail(u"schedule takes no options: it schedules from now"_s);
     if (parser.values(nowOption).size() > 1)
         return fail(u"--now given more than once"_s);
 
@@ -83,25 +112,57 @@ int RemindersCommand::run(const QStringList &arguments)
     FavoritesStore favorites(settings);
     favorites.load();
 
-    const QList<PlannedReminder> planned = Reminders::plan(now, favorites.all(), strings);
+    if (schedule)
+        return scheduleNow(favorites, strings);
+    const QList<PlannedReminder> planned =
+        Reminders::plan(now, favorites.all(), strings, Reminders::Timing::from(settings));
     const bool json = parser.isSet(jsonOption);
     if (planned.isEmpty() && !json)
         m_context.out << "No saved birthdays from tomorrow to 201 days ahead.\n";
-    for (const PlannedReminder &reminder : planned) {
-        const QString fire = Reminders::isoDate(reminder.fire);
-        if (json) {
-            m_context.out << JsonLine()
-                                 .add(u"identifier"_s, reminder.identifier)
-                                 .add(u"fire"_s, fire)
-                                 .add(u"title"_s, reminder.title)
-                                 .add(u"body"_s, reminder.body)
-                                 .text()
-                          << '\n';
-        } else {
-            m_context.out << reminder.identifier << ' ' << fire << ' ' << reminder.title << ": "
-                          << reminder.body << '\n';
-        }
+    for (const PlannedReminder &reminder : planned)
+        printReminder(m_context.out, reminder, json);
+    m_context.out.flush();
+    return ExitStatus::ok;
+}
+
+int RemindersCommand::scheduleNow(const FavoritesStore &favorites, const UiStrings &strings)
+{
+    // A list that cannot be read stops the command here, whatever the
+    // notification service would answer.
+    (void)favorites.all();
+    NotificationCenter *center = m_context.notifications ? m_context.notifications() : nullptr;
+    if (!center)
+        return fail(u"reminders cannot be scheduled on this system"_s);
+    ReminderScheduler scheduler(*center, m_context.settings, m_context.clock, favorites, strings);
+    QEventLoop loop;
+    bool finished = false;
+    const auto finish = [&] {
+        finished = true;
+        loop.quit();
+    };
+    QList<PlannedReminder> scheduled;
+    std::optional<QString> failure;
+    scheduler.checkNotificationPermission(
+        [&](const QList<PlannedReminder> &done, const std::optional<QString> &failed) {
+            scheduled = done;
+            failure = failed;
+            // The platform's own commands end before the program does.
+            if (m_context.whenNotificationsIdle)
+                m_context.whenNotificationsIdle(finish);
+            else
+                finish();
+        });
+    if (!finished)
+        loop.exec();
+    if (failure) {
+        m_context.err << "tavlo: " << oneLine(*failure) << '\n';
+        m_context.err.flush();
+        return ExitStatus::notSaved;
     }
+    if (scheduled.isEmpty())
+        m_context.out << "No reminders scheduled.\n";
+    for (const PlannedReminder &reminder : scheduled)
+        printReminder(m_context.out, reminder, false);
     m_context.out.flush();
     return ExitStatus::ok;
 }

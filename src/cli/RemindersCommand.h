@@ -2,11 +2,17 @@
 
 #include "CommandLine.h"
 
+class FavoritesStore;
+class UiStrings;
+
 // `tavlo reminders [--now DATETIME] [--json]`
 //
 // Prints the reminders that the app would schedule at that moment for the
 // saved favorites. Reads the settings store, never writes it, and schedules
 // nothing.
+//
+// `tavlo reminders schedule` schedules them now through the platform's
+// notification centre, as the app does at its start, and prints them.
 class RemindersCommand
 {
 public:
@@ -17,6 +23,7 @@ public:
 
 private:
     int fail(const QString &message);
+    int scheduleNow(const FavoritesStore &favorites, const UiStrings &strings);
 
     CommandContext &m_context;
 };

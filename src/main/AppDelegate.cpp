@@ -1,12 +1,11 @@
 #include "AppDelegate.h"
 
 #include "AccessibleItems.h"
-#include "CommandRunner.h"
-#include "LinuxNotificationCenter.h"
 #include "ReminderScheduler.h"
 #include "ScreenFactory.h"
 #include "Session.h"
 #include "core/Clock.h"
+#include "platform/linux/LinuxReminders.h"
 #include "settings/FileSettingsStore.h"
 
 #include <QDateTime>
@@ -79,25 +78,14 @@ int AppDelegate::run(QGuiApplication &app, const Options &options)
     // delegate, so the centre outlives the engine. A screenshot leaves the
     // user's reminders alone.
     const bool remindersOn = options.screenshotPath.isEmpty();
-    ProcessRunner processes;
-    ReminderStore reminderStore;
-    LinuxNotificationCenter::Options centerOptions;
-    if (LinuxNotificationCenter::hasSystemdUserSession())
-        centerOptions.timers = &processes;
-    centerOptions.program = QCoreApplication::applicationFilePath();
-    if (qEnvironmentVariableIsSet("XDG_DATA_HOME"))
-        centerOptions.timerEnvironment = {QStringLiteral("XDG_DATA_HOME=") +
-                                          qEnvironmentVariable("XDG_DATA_HOME")};
-    if (remindersOn) {
-        centerOptions.iconPath = LinuxNotificationCenter::installIcon(
-            QFileInfo(reminderStore.filePath()).absolutePath());
-    }
-    LinuxNotificationCenter notificationCenter(reminderStore, clock, centerOptions);
-    ReminderScheduler reminders(notificationCenter, settings, clock, session.favorites,
+    LinuxReminders platform(clock, remindersOn, [] {
+        return QGuiApplication::applicationState() == Qt::ApplicationActive;
+    });
+    ReminderScheduler reminders(platform.center, settings, clock, session.favorites,
                                 session.strings);
     if (remindersOn) {
         session.reminders = &reminders;
-        notificationCenter.start();
+        platform.center.start();
     }
     ScreenFactory::setSession(&session);
 
@@ -107,6 +95,14 @@ int AppDelegate::run(QGuiApplication &app, const Options &options)
     if (engine.rootObjects().isEmpty())
         return 1;
     auto *window = qobject_cast<QQuickWindow *>(engine.rootObjects().constFirst());
+    // A tap on one of Tavlo's notifications brings the window to the front.
+    if (window) {
+        platform.center.setOnActivated([window] {
+            window->show();
+            window->raise();
+            window->requestActivate();
+        });
+    }
 
     if (window && (options.traceStartup || !options.screenshotPath.isEmpty())) {
         QObject::connect(

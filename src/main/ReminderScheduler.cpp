@@ -9,6 +9,7 @@
 #include <QHash>
 #include <QStringView>
 #include <algorithm>
+#include <memory>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -47,7 +48,7 @@ NotificationRequest PlannedReminder::request() const
 }
 
 QList<PlannedReminder> Reminders::plan(const QDateTime &now, const QList<Favorite> &favorites,
-                                       const UiStrings &strings)
+                                       const UiStrings &strings, const Timing &timing)
 {
     // The days ahead by their year-less text. Within 201 days no text comes
     // twice, so one pass over the favorites finds each one's day.
@@ -58,7 +59,7 @@ QList<PlannedReminder> Reminders::plan(const QDateTime &now, const QList<Favorit
     QHash<QStringView, int> dayOfText;
     dayOfText.reserve(daysAhead);
     for (int day = 1; day <= daysAhead; ++day) {
-        dayTexts.append(dayText.format(today.addDays(day)).chopped(4));
+        dayTexts.append(dayText.format(today.addDays(day + timing.daysBefore)).chopped(4));
         dayOfText.insert(dayTexts.constLast(), day);
     }
 
@@ -92,9 +93,10 @@ QList<PlannedReminder> Reminders::plan(const QDateTime &now, const QList<Favorit
             name = u"Unknown"_s;
         }
         reminder.title = strings[UiText::BirthdayReminder];
-        reminder.body = name + u' ' + strings[UiText::HasABirthdayToday];
-        reminder.fire =
-            CalendarTrigger::momentIn(zone, today.addDays(match.day), timeOfDay).toLocalTime();
+        reminder.body = timing.daysBefore == 0 ? name + u' ' + strings[UiText::HasABirthdayToday]
+                                               : strings.birthdayInDays(name, timing.daysBefore);
+        reminder.fire = CalendarTrigger::momentIn(zone, today.addDays(match.day), timing.timeOfDay)
+                            .toLocalTime();
         planned.append(reminder);
     }
     return planned;
@@ -117,57 +119,85 @@ ReminderScheduler::ReminderScheduler(NotificationCenter &center, SettingsStore &
       m_strings(strings)
 {}
 
-void ReminderScheduler::checkNotificationPermission()
+void ReminderScheduler::checkNotificationPermission(Done done)
 {
-    m_center.getAuthorizationStatus([this](AuthorizationStatus status) { onStatus(status); });
+    m_center.getAuthorizationStatus(
+        [this, done](AuthorizationStatus status) { onStatus(status, done); });
 }
 
-void ReminderScheduler::onStatus(AuthorizationStatus status)
+void ReminderScheduler::onStatus(AuthorizationStatus status, const Done &done)
 {
+    const auto nothing = [&done] {
+        if (done)
+            done({}, std::nullopt);
+    };
     switch (status) {
     case AuthorizationStatus::NotDetermined:
         m_center.requestAuthorization(
             AuthorizationOption::Alert | AuthorizationOption::Badge | AuthorizationOption::Sound,
-            [this](bool granted, const std::optional<NotificationError> &error) {
+            [this, done](bool granted, const std::optional<NotificationError> &error) {
                 if (error) {
                     DebugLog::line(u"Request Authorization Failed ("_s + error->printed + u", "_s +
                                    error->description + u')');
                 }
                 if (granted)
-                    scheduleReminders();
+                    scheduleReminders(done);
+                else if (done)
+                    done({}, std::nullopt);
             });
         return;
     case AuthorizationStatus::Denied:
         DebugLog::line(u"Application Not Allowed to Display Notifications"_s);
+        nothing();
         return;
     case AuthorizationStatus::Authorized:
-        scheduleReminders();
+        scheduleReminders(done);
         return;
     case AuthorizationStatus::Provisional:
         DebugLog::line(u"provisional"_s);
+        nothing();
         return;
     case AuthorizationStatus::Ephemeral:
         DebugLog::line(u"ephemeral"_s);
+        nothing();
         return;
     }
+    nothing();
 }
 
-void ReminderScheduler::scheduleReminders()
+void ReminderScheduler::scheduleReminders(Done done)
 {
-    const QList<PlannedReminder> planned =
-        Reminders::plan(m_clock.now(), m_favorites.all(), m_strings);
+    const QList<PlannedReminder> planned = Reminders::plan(
+        m_clock.now(), m_favorites.all(), m_strings, Reminders::Timing::from(m_settings));
+    // The run is over once every add and the settings write have answered.
+    struct Run
+    {
+        qsizetype unanswered = 0;
+        std::optional<QString> failure;
+    };
+    auto run = std::make_shared<Run>(Run{planned.size() + 1, std::nullopt});
+    const auto answered = [done, planned, run] {
+        if (--run->unanswered == 0 && done)
+            done(planned, run->failure);
+    };
     // The run's lines reach the settings file in one write.
-    const SettingsBatch batch(m_settings);
+    SettingsBatch batch(m_settings);
     for (const PlannedReminder &reminder : planned) {
         if (reminder.blankName)
             DebugLog::line(u"nameSpace = "_s + *reminder.blankName);
         m_settings.set(SettingsKeys::scheduledReminder(reminder.number),
                        u"Selected notification: "_s + Reminders::printedDate(reminder.fire));
-        m_center.add(reminder.request(), [](const std::optional<NotificationError> &error) {
-            if (error) {
-                DebugLog::line(u"Unable to Add Notification Request ("_s + error->printed +
-                               u", "_s + error->description + u')');
-            }
-        });
+        m_center.add(reminder.request(),
+                     [run, answered](const std::optional<NotificationError> &error) {
+                         if (error) {
+                             DebugLog::line(u"Unable to Add Notification Request ("_s +
+                                            error->printed + u", "_s + error->description + u')');
+                             run->failure = run->failure.value_or(error->description);
+                         }
+                         answered();
+                     });
     }
+    if (const WriteResult written = batch.finish(); !written)
+        run->failure = run->failure.value_or(written.message());
+    answered();
 }

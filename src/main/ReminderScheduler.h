@@ -2,11 +2,13 @@
 
 #include "NotificationCenter.h"
 #include "favorites/FavoritesStore.h"
+#include "settings/ReminderTiming.h"
 
 #include <QDateTime>
 #include <QList>
 #include <QString>
 #include <QTime>
+#include <functional>
 #include <optional>
 
 class Clock;
@@ -30,17 +32,20 @@ struct PlannedReminder
 
 namespace Reminders {
 
-// Birthdays are looked for from tomorrow to this many days ahead.
+// Reminders are looked for from tomorrow to this many days ahead.
 inline constexpr int daysAhead = 201;
 inline constexpr int maxPerRun = 5;
-inline const QTime timeOfDay{7, 30};
+// When the reminders come, as chosen on the settings screen.
+using Timing = ReminderTiming;
 
-// The reminders for `favorites` at `now`: a favorite matches a day when its
-// birthday text and the day's "d M yyyy" text agree once the last four
-// characters (the year) are cut off; at most five, by day and then by list
-// order, each at 7:30 local time on its day.
+// The reminders for `favorites` at `now`: a reminder day matches a favorite
+// when the favorite's birthday text and the "d M yyyy" text of the day
+// `timing.daysBefore` after it agree once the last four characters (the year)
+// are cut off; reminder days run from tomorrow to 201 days ahead; at most
+// five, by day and then by list order, each at the chosen time (7:30 local
+// time unless chosen otherwise).
 QList<PlannedReminder> plan(const QDateTime &now, const QList<Favorite> &favorites,
-                            const UiStrings &strings);
+                            const UiStrings &strings, const Timing &timing = {});
 
 // A fire date as the settings and diagnostics show it: "2026-03-07 07:30:00 +0100".
 QString printedDate(const QDateTime &moment);
@@ -60,12 +65,18 @@ public:
 
     NotificationCenter &center() { return m_center; }
 
-    void checkNotificationPermission();
+    // `done` learns what was scheduled, once every add has been answered
+    // (nothing when notifications are not allowed), and the first thing that
+    // could not be stored ("could not save PATH: REASON"), if any.
+    using Done = std::function<void(const QList<PlannedReminder> &scheduled,
+                                    const std::optional<QString> &failure)>;
+
+    void checkNotificationPermission(Done done = {});
     // Adds this run's reminders and writes their "selectetDate" lines.
-    void scheduleReminders();
+    void scheduleReminders(Done done = {});
 
 private:
-    void onStatus(AuthorizationStatus status);
+    void onStatus(AuthorizationStatus status, const Done &done);
 
     NotificationCenter &m_center;
     SettingsStore &m_settings;

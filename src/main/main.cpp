@@ -1,7 +1,8 @@
 #include "AppDelegate.h"
-#include "LinuxNotificationCenter.h"
 #include "cli/CommandLine.h"
 #include "core/Clock.h"
+#include "platform/linux/DeliveryCommand.h"
+#include "platform/linux/LinuxReminders.h"
 #include "settings/FileSettingsStore.h"
 
 #include <QCoreApplication>
@@ -10,6 +11,7 @@
 #include <QLocale>
 #include <QtQml/qqmlextensionplugin.h>
 #include <cstring>
+#include <optional>
 
 Q_IMPORT_QML_PLUGIN(TavloPlugin)
 
@@ -37,38 +39,65 @@ int runCommand()
     SystemClock clock;
     QTextStream out(stdout);
     QTextStream err(stderr);
+    std::optional<LinuxReminders> platform;
     CommandContext context{settings, QLocale::system().uiLanguages(), clock, out, err};
+    context.notifications = [&]() -> NotificationCenter * {
+        if (!platform)
+            platform.emplace(clock);
+        return &platform->center;
+    };
+    context.whenNotificationsIdle = [&platform](std::function<void()> done) {
+        if (platform)
+            platform->center.whenIdle(std::move(done));
+        else
+            done();
+    };
     return runCommandLine(QCoreApplication::arguments(), context);
 }
 
 // `tavlo deliver-reminder IDENTIFIER`: what a reminder's systemd timer runs.
-int deliverReminder()
+// `tavlo deliver-reminders`: what the autostart entry runs where there is no
+// systemd. Both stay to open Tavlo when the person taps what they showed.
+int deliverReminders(bool one)
 {
     const QStringList arguments = QCoreApplication::arguments();
-    if (arguments.size() != 3 || arguments.at(2).isEmpty() || arguments.at(2).startsWith(u'-')) {
-        QTextStream(stderr) << "tavlo deliver-reminder: expected one IDENTIFIER, as a reminder's "
-                               "timer gives it\n";
+    const bool wellFormed = one ? arguments.size() == 3 && !arguments.at(2).isEmpty() &&
+                                      !arguments.at(2).startsWith(u'-')
+                                : arguments.size() == 2;
+    if (!wellFormed) {
+        QTextStream(stderr) << (one ? "tavlo deliver-reminder: expected one IDENTIFIER, as a "
+                                      "reminder's timer gives it\n"
+                                    : "tavlo deliver-reminders: expected no arguments\n");
         return ExitStatus::usage;
     }
-    ReminderStore store;
     SystemClock clock;
-    const QString icon =
-        LinuxNotificationCenter::installIcon(QFileInfo(store.filePath()).absolutePath());
-    return LinuxNotificationCenter::deliverFromTimer(arguments.at(2), store, clock,
-                                                     QDBusConnection::sessionBus(), icon);
+    LinuxReminders platform(clock);
+    platform.notifier.onActivated = [&platform] {
+        platform.processes.startDetached(QCoreApplication::applicationFilePath(), {});
+    };
+    if (!one) {
+        return DeliveryCommand::deliverInBackground(platform.store, clock, platform.notifier,
+                                                    *platform.wakeups);
+    }
+    const int status =
+        DeliveryCommand::deliver(arguments.at(2), platform.store, clock, platform.notifier);
+    platform.notifier.waitForAnswers(DeliveryCommand::restOfDayMs(clock.now()));
+    return status;
 }
 
 } // namespace
 
 // `tavlo` alone opens the app; `tavlo COMMAND ...` is the command line, and
-// `tavlo deliver-reminder IDENTIFIER` is what a reminder's timer runs.
+// `tavlo deliver-reminder IDENTIFIER` and `tavlo deliver-reminders` deliver
+// reminders with the app closed.
 int main(int argc, char *argv[])
 {
     readSystemTimeZoneOnce();
-    if (argc > 1 && std::strcmp(argv[1], "deliver-reminder") == 0) {
+    if (argc > 1 && (std::strcmp(argv[1], "deliver-reminder") == 0 ||
+                     std::strcmp(argv[1], "deliver-reminders") == 0)) {
         QCoreApplication app(argc, argv);
         describeApplication();
-        return deliverReminder();
+        return deliverReminders(std::strcmp(argv[1], "deliver-reminder") == 0);
     }
     const bool screenshot = argc == 3 && std::strcmp(argv[1], "--screenshot") == 0;
     if (argc > 1 && !screenshot) {

@@ -77,4 +77,9 @@ inline StringKey scheduledReminder(int number)
     return {QStringLiteral("selectetDate") + QString::number(number)};
 }
 
+// The time of day birthday reminders come, "HH:mm" in local time; 07:30 when absent.
+inline const StringKey reminderTime{QStringLiteral("reminderTime")};
+// How many days before the birthday its reminder comes: 0 (on the day), 1, 3 or 7.
+inline const IntegerKey reminderDaysBefore{QStringLiteral("reminderDaysBefore")};
+
 } // namespace SettingsKeys

@@ -1,5 +1,7 @@
 #include "UiStrings.h"
 
+#include "RussianPlural.h"
+
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
@@ -106,6 +108,19 @@ const std::array<Row, UiTextCount> &rows()
         {u"Your change could not be saved: %1"_s,
          u"Ihre Änderung konnte nicht gespeichert werden: %1"_s,
          u"Не удалось сохранить изменение: %1"_s},
+        {u"has a birthday tomorrow"_s, u"hat morgen Geburtstag"_s,
+         u"отмечает день рождения завтра"_s},
+        {u"has a birthday in %1 days"_s, u"hat in %1 Tagen Geburtstag"_s,
+         u"отмечает день рождения через %1 %2"_s},
+        {u"Reminders"_s, u"Erinnerungen"_s, u"Напоминания"_s},
+        {u"On the day"_s, u"Am Tag selbst"_s, u"В тот же день"_s},
+        {u"1 day before"_s, u"1 Tag vorher"_s, u"За 1 день"_s},
+        {u"3 days before"_s, u"3 Tage vorher"_s, u"За 3 дня"_s},
+        {u"1 week before"_s, u"1 Woche vorher"_s, u"За неделю"_s},
+        {u"Reminder time"_s, u"Uhrzeit der Erinnerung"_s, u"Время напоминания"_s},
+        {u"How early"_s, u"Wie früh"_s, u"Насколько заранее"_s},
+        {u"Earlier"_s, u"Früher"_s, u"Раньше"_s},
+        {u"Later"_s, u"Später"_s, u"Позже"_s},
     }};
     return table;
 }
@@ -138,4 +153,13 @@ QString UiStrings::translated(const QString &englishText) const
             return m_texts[i];
     }
     return englishText;
+}
+
+QString UiStrings::birthdayInDays(const QString &name, int days) const
+{
+    if (days == 1)
+        return name + u' ' + text(UiText::HasABirthdayTomorrow);
+    QString body = text(UiText::HasABirthdayInDays);
+    body.replace(u"%1"_s, QString::number(days)).replace(u"%2"_s, russianDays(days));
+    return name + u' ' + body;
 }

@@ -92,9 +92,20 @@ enum class UiText {
     Deleted,               // 82
     ClearText,             // 83
     ChangeNotSaved,        // 84
+    HasABirthdayTomorrow,  // 85
+    HasABirthdayInDays,    // 86: %1 the number of days, %2 the Russian noun for it
+    Reminders,             // 87
+    OnTheDay,              // 88
+    OneDayBefore,          // 89
+    ThreeDaysBefore,       // 90
+    OneWeekBefore,         // 91
+    ReminderTime,          // 92
+    HowEarly,              // 93
+    Earlier,               // 94
+    Later,                 // 95
 };
 
-inline constexpr int UiTextCount = 84;
+inline constexpr int UiTextCount = 95;
 
 // The process-wide table of interface texts. It starts out English; applying
 // German or Russian overwrites every entry. Applying English changes nothing,
@@ -116,6 +127,10 @@ public:
     // The current text of the entry whose English text is englishText, or
     // englishText itself when no entry has it ("Unknown", say).
     QString translated(const QString &englishText) const;
+
+    // A reminder's text `days` (1 or more) before `name`'s birthday: "Anna
+    // has a birthday in 3 days".
+    QString birthdayInDays(const QString &name, int days) const;
 
 private:
     static constexpr int index(UiText id) { return static_cast<int>(id); }

@@ -5,6 +5,7 @@
 #include "main/Contrast.h"
 #include "main/Session.h"
 #include "settings/AccessibleNames.h"
+#include "settings/ReminderTiming.h"
 #include "settings/SettingsStore.h"
 
 #include <QDesktopServices>
@@ -203,4 +204,60 @@ void SetViewController::scrollViewHide()
 QVariantMap SetViewController::names() const
 {
     return accessibleNames(m_session.strings, m_session.language());
+}
+
+QString SetViewController::remindersCaption() const
+{
+    return m_session.strings[UiText::Reminders];
+}
+
+QString SetViewController::reminderTimeText() const
+{
+    // In the device's own clock format, as the favorites show dates; hours
+    // and minutes only (the C locale's short format has seconds).
+    const QLocale &locale = m_session.formatLocale;
+    const QString format = locale.timeFormat(QLocale::ShortFormat).remove(u":ss"_s);
+    return locale.toString(ReminderTiming::from(m_session.settings).timeOfDay, format);
+}
+
+QString SetViewController::reminderLeadText() const
+{
+    const int days = ReminderTiming::from(m_session.settings).daysBefore;
+    return ReminderTiming::leadChoiceTexts(m_session.strings)
+        .value(ReminderTiming::leadDayChoices.indexOf(days));
+}
+
+QString SetViewController::reminderTimeName() const
+{
+    return m_session.strings[UiText::ReminderTime];
+}
+
+QString SetViewController::reminderLeadName() const
+{
+    return m_session.strings[UiText::HowEarly];
+}
+
+QString SetViewController::earlierName() const
+{
+    return m_session.strings[UiText::Earlier];
+}
+
+QString SetViewController::laterName() const
+{
+    return m_session.strings[UiText::Later];
+}
+
+void SetViewController::stepReminderTime(int steps)
+{
+    ReminderTiming::setTimeOfDay(m_session.settings,
+                                 ReminderTiming::from(m_session.settings).steppedTime(steps));
+    emit changed();
+}
+
+void SetViewController::nextReminderLead()
+{
+    const QList<int> &choices = ReminderTiming::leadDayChoices;
+    const int now = int(choices.indexOf(ReminderTiming::from(m_session.settings).daysBefore));
+    ReminderTiming::setDaysBefore(m_session.settings, choices.value((now + 1) % choices.size()));
+    emit changed();
 }

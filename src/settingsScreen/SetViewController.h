@@ -44,6 +44,15 @@ class SetViewController : public QObject
     Q_PROPERTY(bool infoVisible READ infoVisible NOTIFY infoVisibleChanged)
     Q_PROPERTY(QString infoText READ infoText CONSTANT)
     Q_PROPERTY(bool dimmed READ dimmed NOTIFY dimmedChanged)
+    // The reminders row: when they come and how early, and its names for
+    // screen readers.
+    Q_PROPERTY(QString remindersCaption READ remindersCaption CONSTANT)
+    Q_PROPERTY(QString reminderTimeText READ reminderTimeText NOTIFY changed)
+    Q_PROPERTY(QString reminderLeadText READ reminderLeadText NOTIFY changed)
+    Q_PROPERTY(QString reminderTimeName READ reminderTimeName CONSTANT)
+    Q_PROPERTY(QString reminderLeadName READ reminderLeadName CONSTANT)
+    Q_PROPERTY(QString earlierName READ earlierName CONSTANT)
+    Q_PROPERTY(QString laterName READ laterName CONSTANT)
 
 public:
     explicit SetViewController(Session &session, QObject *parent = nullptr);
@@ -74,6 +83,13 @@ public:
     bool infoVisible() const { return m_infoVisible; }
     QString infoText() const;
     bool dimmed() const { return m_dimmed; }
+    QString remindersCaption() const;
+    QString reminderTimeText() const;
+    QString reminderLeadText() const;
+    QString reminderTimeName() const;
+    QString reminderLeadName() const;
+    QString earlierName() const;
+    QString laterName() const;
 
     // Opens a link with the desktop's handler and tells whether it did
     // (QDesktopServices::openUrl unless replaced).
@@ -94,6 +110,10 @@ public:
     Q_INVOKABLE void moreAppsPressed();
     Q_INVOKABLE void infoPressed();
     Q_INVOKABLE void scrollViewHide();
+    // The reminder time, `steps` quarter hours later (earlier when negative).
+    Q_INVOKABLE void stepReminderTime(int steps);
+    // The next choice of how early, round the four.
+    Q_INVOKABLE void nextReminderLead();
 
 signals:
     void changed();

@@ -1,3 +1,4 @@
+#include "RecordingNotificationCenter.h"
 #include "TimeZoneScope.h"
 #include "cli/CommandLine.h"
 #include "core/Clock.h"
@@ -16,12 +17,15 @@ class TestRemindersCommand : public QObject
     FixedClock m_clock{QDateTime(QDate(2026, 3, 1), QTime(10, 0))};
     QString m_out, m_err;
 
+    RecordingNotificationCenter m_center;
+
     int tavlo(const QStringList &arguments)
     {
         m_out.clear();
         m_err.clear();
         QTextStream out(&m_out), err(&m_err);
         CommandContext context{m_settings, {QStringLiteral("en-US")}, m_clock, out, err};
+        context.notifications = [this] { return &m_center; };
         return runCommandLine(QStringList{QStringLiteral("tavlo")} + arguments, context);
     }
 
@@ -55,6 +59,43 @@ private slots:
         QVERIFY2(m_err.startsWith(u"tavlo reminders: ") && m_err.contains(named),
                  qPrintable(m_err));
         QCOMPARE(m_settings.writeCount(), writes);
+    }
+
+    // Scheduled as the app schedules at its start: the same requests and
+    // diagnostic lines, printed as scheduled.
+    void scheduleArmsWhatThePlanSays_data()
+    {
+        QTest::addColumn<int>("status");
+        QTest::addColumn<QString>("printed");
+        QTest::newRow("allowed") << int(AuthorizationStatus::Authorized)
+                                 << "birthdayReminder1 2026-03-02T07:30:00+01:00 Birthday "
+                                    "Reminder: Bo has a birthday today!\n"
+                                    "birthdayReminder2 2026-03-14T07:30:00+01:00 Birthday "
+                                    "Reminder: Anna has a birthday today!\n";
+        QTest::newRow("not allowed")
+            << int(AuthorizationStatus::Denied) << "No reminders scheduled.\n";
+    }
+    void scheduleArmsWhatThePlanSays()
+    {
+        QFETCH(int, status);
+        m_center = RecordingNotificationCenter();
+        m_center.status = AuthorizationStatus(status);
+        QCOMPARE(tavlo({"reminders", "schedule"}), 0);
+        QCOMPARE(m_err, QString());
+        QTEST(m_out, "printed");
+        const bool allowed = m_center.status == AuthorizationStatus::Authorized;
+        QCOMPARE(m_center.added.size(), allowed ? 2 : 0);
+        QCOMPARE(m_settings.value(SettingsKeys::scheduledReminder(1)).has_value(), allowed);
+    }
+
+    void scheduleThatCouldNotBeStored()
+    {
+        m_center = RecordingNotificationCenter();
+        m_center.addError = NotificationError{
+            "WakeUpNotWritten", "could not save /u/tavlo-birthdayReminder1.timer: Disk full"};
+        QCOMPARE(tavlo({"reminders", "schedule"}), 1);
+        QCOMPARE(m_out, QString());
+        QCOMPARE(m_err, "tavlo: could not save /u/tavlo-birthdayReminder1.timer: Disk full\n");
     }
 
     void textLinesAndNothingWritten()

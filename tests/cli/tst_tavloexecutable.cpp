@@ -1,4 +1,5 @@
 #include <QDir>
+#include <QFile>
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
@@ -16,6 +17,7 @@ class TestTavloExecutable : public QObject
         QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
         env.insert(QStringLiteral("TZ"), QStringLiteral("Europe/Berlin"));
         env.insert(QStringLiteral("XDG_CONFIG_HOME"), m_home.filePath(QStringLiteral("config")));
+        env.insert(QStringLiteral("XDG_DATA_HOME"), m_home.filePath(QStringLiteral("data")));
         env.remove(QStringLiteral("LANGUAGE"));
         env.remove(QStringLiteral("LC_ALL"));
         env.remove(QStringLiteral("LC_MESSAGES"));
@@ -45,6 +47,38 @@ private slots:
         QProcess *p = start({"report", "--now", "2026-11-22", "1985-03-12"}, "ru_RU.UTF-8");
         QCOMPARE(p->exitCode(), 0);
         QVERIFY(p->readAllStandardOutput().startsWith("Твой \n"));
+    }
+
+    // A favorites list that cannot be read schedules nothing; without a
+    // notification service nothing is scheduled either.
+    void remindersSchedule_data()
+    {
+        QTest::addColumn<QByteArray>("favorites");
+        QTest::addColumn<int>("status");
+        QTest::addColumn<QByteArray>("out");
+        QTest::newRow("unreadable favorites")
+            << QByteArray("[person]\n1\\1=Anna\n1\\size=1\nsize=1\n") << 2 << QByteArray();
+        QTest::newRow("no notification service")
+            << QByteArray("[person]\n1\\1=Anna\n1\\2=2 3 1985\n1\\size=2\nsize=1\n") << 0
+            << QByteArray("Application Not Allowed to Display Notifications\nNo reminders "
+                          "scheduled.\n");
+    }
+    void remindersSchedule()
+    {
+        QFETCH(QByteArray, favorites);
+        QDir().mkpath(m_home.filePath(QStringLiteral("config/tavlo")));
+        QFile file(m_home.filePath(QStringLiteral("config/tavlo/tavlo.conf")));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(favorites);
+        file.close();
+        qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent");
+        QProcess *p = start({"reminders", "schedule"});
+        qunsetenv("DBUS_SESSION_BUS_ADDRESS");
+        QTEST(p->exitCode(), "status");
+        QTEST(p->readAllStandardOutput(), "out");
+        const QByteArray err = p->readAllStandardError();
+        QCOMPARE(err.count('\n'), p->exitCode() == 2 ? 1 : 0);
+        QVERIFY(!QDir(m_home.filePath(QStringLiteral("config/autostart"))).exists());
     }
 
     void malformedDateGivesOneLineAndStatusTwo()

@@ -5,6 +5,7 @@
 #include "core/DebugLog.h"
 #include "main/ReminderScheduler.h"
 #include "settings/MemorySettingsStore.h"
+#include "settings/ReminderTiming.h"
 #include "settings/UiStrings.h"
 
 #include <QRandomGenerator>
@@ -122,6 +123,65 @@ private slots:
                 u"%1 %2 %3"_s.arg(r.number).arg(Reminders::isoDate(r.fire), r.body.chopped(22)));
         }
         QTEST(described, "expected");
+    }
+
+    // The time and how early, as chosen on the settings screen and stored;
+    // the reminder day still runs from tomorrow to day 201.
+    void chosenTiming_data()
+    {
+        QTest::addColumn<QString>("time"); // stored text; empty: none stored
+        QTest::addColumn<int>("daysBefore");
+        QTest::addColumn<QStringList>("expected"); // fire, body
+        const QStringList onTheDay{"2026-03-02T07:30:00+01:00 Anna has a birthday today!",
+                                   "2026-03-05T07:30:00+01:00 Bo has a birthday today!"};
+        QTest::newRow("nothing stored") << "" << 0 << onTheDay;
+        QTest::newRow("unreadable values") << "7h30" << 2 << onTheDay;
+        QTest::newRow("evening, on the day")
+            << "21:15" << 0
+            << QStringList{"2026-03-02T21:15:00+01:00 Anna has a birthday today!",
+                           "2026-03-05T21:15:00+01:00 Bo has a birthday today!"};
+        // Anna's birthday (2 March) is tomorrow: too late for a day's notice.
+        QTest::newRow("a day before")
+            << "" << 1 << QStringList{"2026-03-04T07:30:00+01:00 Bo has a birthday tomorrow"};
+        QTest::newRow("three days before")
+            << "06:00" << 3 << QStringList{"2026-03-02T06:00:00+01:00 Bo has a birthday in 3 days"};
+        QTest::newRow("a week before, found on day 201")
+            << "" << 7 << QStringList{"2026-09-18T07:30:00+02:00 Cy has a birthday in 7 days"};
+    }
+    void chosenTiming()
+    {
+        QFETCH(QString, time);
+        QFETCH(int, daysBefore);
+        if (!time.isEmpty())
+            m_settings.set(reminderTime, time);
+        m_settings.set(reminderDaysBefore, daysBefore);
+        const ReminderTiming timing = ReminderTiming::from(m_settings);
+        // 18 September is 201 days after 1 March; Cy's birthday a week later.
+        const Rows rows{{"Anna", "2 3 1985"}, {"Bo", "5 3 1990"}, {"Cy", "25 9 1970"}};
+        QStringList described;
+        for (const PlannedReminder &r :
+             Reminders::plan(march1, favoritesOf(rows), m_english, timing))
+            described.append(Reminders::isoDate(r.fire) + u' ' + r.body);
+        QTEST(described, "expected");
+    }
+
+    void timeStepsRoundTheClock_data()
+    {
+        QTest::addColumn<QTime>("from");
+        QTest::addColumn<int>("steps");
+        QTest::addColumn<QTime>("to");
+        QTest::newRow("later") << QTime(7, 30) << 1 << QTime(7, 45);
+        QTest::newRow("earlier") << QTime(7, 30) << -2 << QTime(7, 0);
+        QTest::newRow("past midnight") << QTime(23, 45) << 1 << QTime(0, 0);
+        QTest::newRow("before midnight") << QTime(0, 0) << -1 << QTime(23, 45);
+    }
+    void timeStepsRoundTheClock()
+    {
+        QFETCH(QTime, from);
+        QFETCH(int, steps);
+        ReminderTiming timing;
+        timing.timeOfDay = from;
+        QTEST(timing.steppedTime(steps), "to");
     }
 
     // In a zone whose clocks change at 7:00 and 8:00.

@@ -119,6 +119,33 @@ private slots:
         }
     }
 
+    void daysLeftBeforeABirthday_data()
+    {
+        QTest::addColumn<int>("language");
+        QTest::addColumn<int>("days");
+        QTest::addColumn<QString>("text");
+        QTest::newRow("en 1") << int(Language::English) << 1 << "Anna has a birthday tomorrow";
+        QTest::newRow("en 3") << int(Language::English) << 3 << "Anna has a birthday in 3 days";
+        QTest::newRow("de 1") << int(Language::German) << 1 << "Anna hat morgen Geburtstag";
+        QTest::newRow("de 7") << int(Language::German) << 7 << "Anna hat in 7 Tagen Geburtstag";
+        QTest::newRow("ru 1") << int(Language::Russian) << 1
+                              << "Anna отмечает день рождения завтра";
+        QTest::newRow("ru 3") << int(Language::Russian) << 3
+                              << "Anna отмечает день рождения через 3 дня";
+        QTest::newRow("ru 7") << int(Language::Russian) << 7
+                              << "Anna отмечает день рождения через 7 дней";
+        QTest::newRow("ru 21") << int(Language::Russian) << 21
+                               << "Anna отмечает день рождения через 21 день";
+    }
+    void daysLeftBeforeABirthday()
+    {
+        QFETCH(int, language);
+        QFETCH(int, days);
+        UiStrings strings;
+        strings.apply(Language(language));
+        QTEST(strings.birthdayInDays(QStringLiteral("Anna"), days), "text");
+    }
+
     void translatesEnglishResultTexts()
     {
         UiStrings strings;

@@ -166,6 +166,28 @@ private slots:
         QCOMPARE(m_settings->value(BooleanKey{key}), false);
     }
 
+    // Stored at once, and read again by the next plan.
+    void reminderTimeAndHowEarly()
+    {
+        start({"de-DE"});
+        QCOMPARE(find("lblReminders")->property("text").toString(), "Erinnerungen");
+        QCOMPARE(find("lblReminderTime")->property("text").toString(), "07:30");
+        QCOMPARE(find("btnReminderLead")->property("text").toString(), "Am Tag selbst  ›");
+        tap(u"btnReminderEarlier"_qs);
+        tap(u"btnReminderEarlier"_qs);
+        tap(u"btnReminderLater"_qs);
+        QCOMPARE(m_settings->value(reminderTime), u"07:15"_qs);
+        QCOMPARE(find("lblReminderTime")->property("text").toString(), "07:15");
+        QStringList leads;
+        for (int i = 0; i < 4; ++i) {
+            tap(u"btnReminderLead"_qs);
+            leads << find("btnReminderLead")->property("text").toString();
+            leads << QString::number(m_settings->value(reminderDaysBefore));
+        }
+        QCOMPARE(leads, (QStringList{"1 Tag vorher  ›", "1", "3 Tage vorher  ›", "3",
+                                     "1 Woche vorher  ›", "7", "Am Tag selbst  ›", "0"}));
+    }
+
     void thirdColourButton()
     {
         start();

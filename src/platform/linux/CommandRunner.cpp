@@ -30,3 +30,8 @@ void ProcessRunner::run(const QString &program, const QStringList &arguments, Ha
                      });
     process->start(program, arguments);
 }
+
+bool CommandRunner::startDetached(const QString &program, const QStringList &arguments)
+{
+    return QProcess::startDetached(program, arguments);
+}

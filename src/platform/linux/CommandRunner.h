@@ -23,6 +23,8 @@ public:
     virtual ~CommandRunner() = default;
     // `done` is called later, on the caller's thread, once the program ended.
     virtual void run(const QString &program, const QStringList &arguments, Handler done) = 0;
+    // Starts a program that lives on by itself; false when it could not start.
+    virtual bool startDetached(const QString &program, const QStringList &arguments);
 };
 
 // The real runner: a QProcess per command, waited for by the event loop.

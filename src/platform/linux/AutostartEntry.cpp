@@ -1,0 +1,87 @@
+#include "AutostartEntry.h"
+
+#include "PlatformFile.h"
+
+#include <QDir>
+#include <QFile>
+#include <QLockFile>
+#include <QStandardPaths>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+// One argument of an Exec line: in double quotes with `"`, `` ` ``, `$` and
+// `\` escaped, "%" doubled (field codes), then the backslashes doubled as
+// every value of a desktop entry needs.
+QString execArgument(QString word)
+{
+    QString escaped;
+    for (const QChar c : word) {
+        if (c == u'"' || c == u'`' || c == u'$' || c == u'\\')
+            escaped += u'\\';
+        if (c == u'%')
+            escaped += u'%';
+        escaped += c;
+    }
+    escaped = u'"' + escaped + u'"';
+    return escaped.replace(u'\\', u"\\\\"_s).replace(u'\n', u"\\n"_s);
+}
+
+} // namespace
+
+AutostartEntry::AutostartEntry(QString autostartFolder, QString program, QStringList environment,
+                               QString backgroundLock, CommandRunner *starter)
+    : m_path(QDir(autostartFolder).filePath(fileName())), m_program(std::move(program)),
+      m_environment(std::move(environment)), m_backgroundLock(std::move(backgroundLock)),
+      m_starter(starter)
+{}
+
+QString AutostartEntry::defaultFolder()
+{
+    return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +
+           u"/autostart"_s;
+}
+
+QString AutostartEntry::fileName()
+{
+    return u"io.github.tavlo.Tavlo-reminders.desktop"_s;
+}
+
+QByteArray AutostartEntry::entry() const
+{
+    QStringList exec;
+    if (!m_environment.isEmpty())
+        exec << u"env"_s;
+    for (const QString &variable : m_environment)
+        exec << execArgument(variable);
+    exec << execArgument(m_program) << u"deliver-reminders"_s;
+    return (u"[Desktop Entry]\n"
+            "Type=Application\n"
+            "Name=Tavlo\n"
+            "Icon=io.github.tavlo.Tavlo\n"
+            "Exec="_s +
+            exec.join(u' ') +
+            u"\n"
+            "NoDisplay=true\n"
+            "Terminal=false\n"
+            "X-GNOME-Autostart-enabled=true\n"_s)
+        .toUtf8();
+}
+
+std::optional<QString> AutostartEntry::apply(const QList<PendingReminder> &waiting)
+{
+    if (waiting.isEmpty()) {
+        QFile::remove(m_path);
+        return std::nullopt;
+    }
+    bool changed = false;
+    const std::optional<QString> error = PlatformFile::update(m_path, entry(), &changed);
+    // This login too: the background Tavlo starts now unless it runs.
+    QLockFile background(m_backgroundLock);
+    if (m_starter && background.tryLock(0)) {
+        background.unlock();
+        m_starter->startDetached(m_program, {u"deliver-reminders"_s});
+    }
+    return error;
+}

@@ -1,0 +1,135 @@
+#include "DBusNotifier.h"
+
+#include <QDBusPendingCallWatcher>
+#include <QDBusPendingReply>
+#include <QDeadlineTimer>
+#include <QEventLoop>
+#include <QTimer>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+const QString service = u"org.freedesktop.Notifications"_s;
+const QString objectPath = u"/org/freedesktop/Notifications"_s;
+const QString interfaceName = u"org.freedesktop.Notifications"_s;
+const QString appName = u"Tavlo"_s;
+const QString desktopEntry = u"io.github.tavlo.Tavlo"_s;
+
+} // namespace
+
+DBusNotifier::DBusNotifier(QDBusConnection bus, QString iconPath, QObject *parent)
+    : QObject(parent), m_bus(std::move(bus)), m_iconPath(std::move(iconPath))
+{
+    if (!m_bus.isConnected())
+        return;
+    // From whoever serves notifications now (the shell may restart); only
+    // the ids we were given count.
+    m_bus.connect(QString(), objectPath, interfaceName, u"ActionInvoked"_s, this,
+                  SLOT(actionInvoked(uint, QString)));
+    m_bus.connect(QString(), objectPath, interfaceName, u"NotificationClosed"_s, this,
+                  SLOT(notificationClosed(uint, uint)));
+}
+
+void DBusNotifier::probe(std::function<void(bool answered)> handler)
+{
+    if (!m_bus.isConnected()) {
+        QTimer::singleShot(0, this, [handler] { handler(false); });
+        return;
+    }
+    const QDBusMessage question = QDBusMessage::createMethodCall(service, objectPath, interfaceName,
+                                                                 u"GetServerInformation"_s);
+    auto *watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(question), this);
+    QObject::connect(watcher, &QDBusPendingCallWatcher::finished, this,
+                     [handler](QDBusPendingCallWatcher *w) {
+                         w->deleteLater();
+                         handler(!w->isError());
+                     });
+}
+
+QDBusMessage DBusNotifier::message(const NotificationRequest &request,
+                                   PresentationOptions options) const
+{
+    QVariantMap hints;
+    // Desktops group the reminders under the app, and open it from there.
+    hints.insert(u"desktop-entry"_s, desktopEntry);
+    hints.insert(u"urgency"_s, QVariant::fromValue(uchar(1)));
+    // A banner alone leaves nothing in the list or on the lock screen.
+    if (!options.testFlag(PresentationOption::List))
+        hints.insert(u"transient"_s, true);
+    if (!options.testFlag(PresentationOption::Sound))
+        hints.insert(u"suppress-sound"_s, true);
+    QDBusMessage message =
+        QDBusMessage::createMethodCall(service, objectPath, interfaceName, u"Notify"_s);
+    // "default" is the tap on the notification itself: it opens Tavlo.
+    message << appName << uint(0) << m_iconPath << request.title << request.body
+            << QStringList{u"default"_s, appName} << hints << int(-1);
+    return message;
+}
+
+void DBusNotifier::notify(const NotificationRequest &request, PresentationOptions options)
+{
+    if (!m_bus.isConnected()) {
+        qWarning("tavlo: the reminder %s cannot be shown: no session bus",
+                 qPrintable(request.identifier));
+        return;
+    }
+    auto *watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(message(request, options)), this);
+    QObject::connect(watcher, &QDBusPendingCallWatcher::finished, this,
+                     [this, options, identifier = request.identifier](QDBusPendingCallWatcher *w) {
+                         w->deleteLater();
+                         const QDBusPendingReply<uint> reply = *w;
+                         if (reply.isError()) {
+                             qWarning("tavlo: the reminder %s could not be shown: %s",
+                                      qPrintable(identifier), qPrintable(reply.error().message()));
+                             return;
+                         }
+                         shown(reply.value(), options);
+                     });
+}
+
+std::variant<uint, QString> DBusNotifier::notifyAndWait(const NotificationRequest &request,
+                                                        PresentationOptions options)
+{
+    const QDBusMessage reply = m_bus.call(message(request, options), QDBus::Block, 10'000);
+    if (reply.type() != QDBusMessage::ReplyMessage)
+        return reply.errorMessage();
+    const uint id = reply.arguments().value(0).toUInt();
+    shown(id, options);
+    return id;
+}
+
+void DBusNotifier::shown(uint id, PresentationOptions options)
+{
+    m_sent.insert(id);
+    if (options.testFlag(PresentationOption::List))
+        m_open.insert(id);
+}
+
+void DBusNotifier::waitForAnswers(qint64 limitMs)
+{
+    const QDeadlineTimer deadline(limitMs);
+    QEventLoop loop;
+    QTimer check;
+    QObject::connect(&check, &QTimer::timeout, &loop, [&] {
+        if (m_open.isEmpty() || deadline.hasExpired())
+            loop.quit();
+    });
+    check.start(200);
+    if (!m_open.isEmpty() && !deadline.hasExpired())
+        loop.exec();
+}
+
+void DBusNotifier::actionInvoked(uint id, const QString &action)
+{
+    if (!m_sent.contains(id))
+        return;
+    m_open.remove(id);
+    if (action == u"default" && onActivated)
+        onActivated();
+}
+
+void DBusNotifier::notificationClosed(uint id, uint)
+{
+    m_open.remove(id);
+}

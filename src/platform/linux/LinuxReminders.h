@@ -1,0 +1,44 @@
+#pragma once
+
+#include "CommandRunner.h"
+#include "DBusNotifier.h"
+#include "LinuxNotificationCenter.h"
+#include "ReminderWakeups.h"
+#include "main/ReminderStore.h"
+
+#include <functional>
+#include <memory>
+
+class Clock;
+
+// The reminders' services on this machine, set up in one place for the app
+// and for the commands: the pending reminders file in $XDG_DATA_HOME, the
+// session bus, Tavlo's icon beside the file, and the wake-ups: persistent
+// systemd user timers where systemd runs the machine, otherwise the
+// autostart entry.
+class LinuxReminders
+{
+public:
+    // `withIcon` puts the icon in place; a screenshot run leaves files alone.
+    // `inFront` tells whether Tavlo's window is active; none for a command.
+    explicit LinuxReminders(const Clock &clock, bool withIcon = true,
+                            std::function<bool()> inFront = {});
+    ~LinuxReminders();
+
+    // Whether this login has a systemd user manager to tell of new timers.
+    static bool hasSystemdUserManager();
+    // Whether systemd runs the machine, and so starts user timers at login.
+    static bool bootedWithSystemd();
+
+    const Clock &clock;
+    ReminderStore store;
+    ProcessRunner processes;
+    QString iconPath;
+    std::unique_ptr<ReminderWakeups> wakeups;
+    LinuxNotificationCenter center;
+    // For the commands, which show reminders without the centre.
+    DBusNotifier notifier;
+
+private:
+    LinuxNotificationCenter::Options options(std::function<bool()> inFront);
+};

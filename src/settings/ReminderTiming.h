@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QStringList>
+#include <QTime>
+
+class SettingsStore;
+class UiStrings;
+
+// When the birthday reminders come, as the person chose on the settings
+// screen: the time of day and how many days before the birthday.
+struct ReminderTiming
+{
+    static inline const QTime defaultTimeOfDay{7, 30};
+    // The choices of how early, in days before the birthday.
+    static inline const QList<int> leadDayChoices{0, 1, 3, 7};
+    // The time moves in steps of this many minutes.
+    static constexpr int minuteStep = 15;
+
+    QTime timeOfDay = defaultTimeOfDay;
+    int daysBefore = 0;
+
+    // Read from the settings store; a missing or unknown value gives the
+    // default.
+    static ReminderTiming from(const SettingsStore &settings);
+    static void setTimeOfDay(SettingsStore &settings, QTime time);
+    static void setDaysBefore(SettingsStore &settings, int days);
+    // The time `steps` steps later (earlier when negative), round the clock.
+    QTime steppedTime(int steps) const;
+    // The choices of how early in the interface language, as leadDayChoices.
+    static QStringList leadChoiceTexts(const UiStrings &strings);
+
+    friend bool operator==(const ReminderTiming &, const ReminderTiming &) = default;
+};
