@@ -1,82 +1,328 @@
-import QtQuick import QtQuick.Layouts import Tavlo
+import QtQuick
+import QtQuick.Layouts
+import Tavlo
 
-    // The settings: three switches, the ten colour themes, rating, more apps,
-    // the version (whose taps hide a language switch) and the info panel.
-    Item{id:root
+// The settings: three switches, the ten colour themes, rating, more apps,
+// the version (whose taps hide a language switch) and the info panel.
+Item {
+    id: root
 
-         required property SetViewController controller readonly property color labelColor:controller.theme.labelColor
+    required property SetViewController controller
+    readonly property color labelColor: controller.theme.labelColor
 
-         // No dialog covers this screen; its info panel hides what lies under it.
-         readonly property bool covered: false
+    // No dialog covers this screen; its info panel hides what lies under it.
+    readonly property bool covered: false
 
-         signal screenRequested(string identifier)
+    signal screenRequested(string identifier)
 
-             objectName: "setView"
+    objectName: "setView"
 
-         Connections{target:root.controller function onScreenRequested(identifier){root.screenRequested(identifier) }
-                                                                                   // Back from the info panel, the keyboard goes on where it left.
-                                                                                   function onInfoVisibleChanged(){if (!root.controller.infoVisible) btnInfo.forceActiveFocus() } }
+    Connections {
+        target: root.controller
+        function onScreenRequested(identifier) { root.screenRequested(identifier) }
+        // Back from the info panel, the keyboard goes on where it left.
+        function onInfoVisibleChanged() {
+            if (!root.controller.infoVisible)
+                btnInfo.forceActiveFocus()
+        }
+    }
 
-                                                                                   // Escape closes the info panel, or else leaves the screen.
-                                                                                   Shortcut{sequence: "Escape" onActivated:root.controller.infoVisible ? root.controller.scrollViewHide() :root.controller.backPressed() }
+    // Escape closes the info panel, or else leaves the screen.
+    Shortcut {
+        sequence: "Escape"
+        onActivated: root.controller.infoVisible ? root.controller.scrollViewHide()
+                                                 : root.controller.backPressed()
+    }
 
-                                                                                            ThemedBackground{anchors.fill:parent theme:root.controller.theme blurName: "blurredEffectView" }
+    ThemedBackground {
+        anchors.fill: parent
+        theme: root.controller.theme
+        blurName: "blurredEffectView"
+    }
 
-                                                                                                             Flickable{objectName: "settingsContent" anchors.fill:parent
-                                                                                                                       // Under the opaque info panel nothing of it can be seen or reached.
-                                                                                                                       visible: !root.controller.infoVisible anchors.topMargin: 40 contentHeight:content.implicitHeight + 40 boundsBehavior:Flickable.StopAtBounds clip: true
+    Flickable {
+        objectName: "settingsContent"
+        anchors.fill: parent
+        // Under the opaque info panel nothing of it can be seen or reached.
+        visible: !root.controller.infoVisible
+        anchors.topMargin: 40
+        contentHeight: content.implicitHeight + 40
+        boundsBehavior: Flickable.StopAtBounds
+        clip: true
 
-                                                                                                                       ColumnLayout{id:content
+        ColumnLayout {
+            id: content
 
-                                                                                                                                    x: 20 y: 24 width:parent.width - 40 spacing: 14
+            x: 20
+            y: 24
+            width: parent.width - 40
+            spacing: 14
 
-                                                                                                                                    component SwitchRow:RowLayout{id:row
+            component SwitchRow: RowLayout {
+                id: row
 
-                                                                                                                                                                  required property string caption required property bool on required property string switchName required property string labelName required property color accent required property color textColor required property color trackOffColor
+                required property string caption
+                required property bool on
+                required property string switchName
+                required property string labelName
+                required property color accent
+                required property color textColor
+                required property color trackOffColor
 
-                                                                                                                                                                  signal switched(bool on)
+                signal switched(bool on)
 
-                                                                                                                                                                                      Layout.fillWidth: true spacing: 12
+                Layout.fillWidth: true
+                spacing: 12
 
-                                                                                                                                                                                  ThemedSwitch{id:toggle
+                ThemedSwitch {
+                    id: toggle
 
-                                                                                                                                                                                               objectName:row.switchName checked:row.on checkedColor:row.accent offColor:row.trackOffColor Accessible.name:row.caption onToggled:row.switched(checked) } Text{objectName:row.labelName Layout.fillWidth: true text:row.caption color:row.textColor font.pixelSize: 17 fontSizeMode:Text.HorizontalFit minimumPixelSize: 9 elide:Text.ElideRight } }
+                    objectName: row.switchName
+                    checked: row.on
+                    checkedColor: row.accent
+                    offColor: row.trackOffColor
+                    Accessible.name: row.caption
+                    onToggled: row.switched(checked)
+                }
+                Text {
+                    objectName: row.labelName
+                    Layout.fillWidth: true
+                    text: row.caption
+                    color: row.textColor
+                    font.pixelSize: 17
+                    fontSizeMode: Text.HorizontalFit
+                    minimumPixelSize: 9
+                    elide: Text.ElideRight
+                }
+            }
 
-                                                                                                                                                                                               SwitchRow{caption:root.controller.detailsCaption on:root.controller.detailsOn switchName: "switchDetails" accent:root.controller.theme.accentColor textColor:root.labelColor trackOffColor:root.controller.theme.switchOffColor labelName: "lblDetails" onSwitched:on => root.controller.switchDetailsValue(on) } SwitchRow{caption:root.controller.weekdayCaption on:root.controller.weekdayOn switchName: "switchWeekday" accent:root.controller.theme.accentColor textColor:root.labelColor trackOffColor:root.controller.theme.switchOffColor labelName: "lblWeekday" onSwitched:on => root.controller.switchWeekdayValue(on) } SwitchRow{caption:root.controller.starCaption on:root.controller.starOn switchName: "switchStar" accent:root.controller.theme.accentColor textColor:root.labelColor trackOffColor:root.controller.theme.switchOffColor labelName: "lblStar" onSwitched:on => root.controller.switchStarValue(on) }
+            SwitchRow {
+                caption: root.controller.detailsCaption
+                on: root.controller.detailsOn
+                switchName: "switchDetails"
+                accent: root.controller.theme.accentColor
+                textColor: root.labelColor
+                trackOffColor: root.controller.theme.switchOffColor
+                labelName: "lblDetails"
+                onSwitched: on => root.controller.switchDetailsValue(on)
+            }
+            SwitchRow {
+                caption: root.controller.weekdayCaption
+                on: root.controller.weekdayOn
+                switchName: "switchWeekday"
+                accent: root.controller.theme.accentColor
+                textColor: root.labelColor
+                trackOffColor: root.controller.theme.switchOffColor
+                labelName: "lblWeekday"
+                onSwitched: on => root.controller.switchWeekdayValue(on)
+            }
+            SwitchRow {
+                caption: root.controller.starCaption
+                on: root.controller.starOn
+                switchName: "switchStar"
+                accent: root.controller.theme.accentColor
+                textColor: root.labelColor
+                trackOffColor: root.controller.theme.switchOffColor
+                labelName: "lblStar"
+                onSwitched: on => root.controller.switchStarValue(on)
+            }
 
-                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                             Rectangle{objectName: "lblLine" Layout.fillWidth: true implicitHeight: 1 color:root.controller.theme.greyColor }
+            Rectangle {
+                objectName: "lblLine"
+                Layout.fillWidth: true
+                implicitHeight: 1
+                color: root.controller.theme.greyColor
+            }
 
-                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                       Text{objectName: "lblBackground" text:root.controller.appColorsCaption color:root.labelColor font.pixelSize: 15 Accessible.role:Accessible.StaticText Accessible.name:text }
+            Text {
+                objectName: "lblBackground"
+                text: root.controller.appColorsCaption
+                color: root.labelColor
+                font.pixelSize: 15
+                Accessible.role: Accessible.StaticText
+                Accessible.name: text
+            }
 
-                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                            RowLayout{objectName: "colorButtons" Layout.fillWidth: true spacing: 8
+            RowLayout {
+                objectName: "colorButtons"
+                Layout.fillWidth: true
+                spacing: 8
 
-                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                      Repeater{model:root.controller.colorButtons onItemAdded: (index, item) => item.clicked.connect(() => root.controller.setColor(index + 1))
+                Repeater {
+                    model: root.controller.colorButtons
+                    onItemAdded: (index, item) => item.clicked.connect(
+                                     () => root.controller.setColor(index + 1))
 
-                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                         ColorButton{required property int index required property var modelData
+                    ColorButton {
+                        required property int index
+                        required property var modelData
 
-                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                     Layout.fillWidth: true Layout.preferredWidth: 10 tag:index + 1 themeColor:modelData.color chosen:modelData.chosen frameColor:modelData.frame chosenSymbolColor:modelData.symbol Accessible.name:modelData.name } } }
+                        Layout.fillWidth: true
+                        Layout.preferredWidth: 10
+                        tag: index + 1
+                        themeColor: modelData.color
+                        chosen: modelData.chosen
+                        frameColor: modelData.frame
+                        chosenSymbolColor: modelData.symbol
+                        Accessible.name: modelData.name
+                    }
+                }
+            }
 
-                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                Rectangle{objectName: "lblLine3" Layout.fillWidth: true implicitHeight: 1 color: "#8e8e93" }
+            Rectangle {
+                objectName: "lblLine3"
+                Layout.fillWidth: true
+                implicitHeight: 1
+                color: "#8e8e93"
+            }
 
-                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                          RowLayout{objectName: "reminderRow" Layout.fillWidth: true spacing: 4
+            RowLayout {
+                objectName: "reminderRow"
+                Layout.fillWidth: true
+                spacing: 4
 
-                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                    Text{objectName: "lblReminders" Layout.fillWidth: true text:root.controller.remindersCaption color:root.labelColor font.pixelSize: 17 fontSizeMode:Text.HorizontalFit minimumPixelSize: 9 elide:Text.ElideRight Accessible.role:Accessible.StaticText Accessible.name:text } TextButton{objectName: "btnReminderEarlier" text: "−" textColor:root.labelColor Accessible.name:root.controller.earlierName onClicked:root.controller.stepReminderTime(- 1) } Text{objectName: "lblReminderTime" text:root.controller.reminderTimeText color:root.labelColor font.pixelSize: 17 Accessible.role:Accessible.StaticText Accessible.name:root.controller.reminderTimeName + ": " + text } TextButton{objectName: "btnReminderLater" text: "+" textColor:root.labelColor Accessible.name:root.controller.laterName onClicked:root.controller.stepReminderTime(1) } } TextButton{objectName: "btnReminderLead" Layout.alignment:Qt.AlignRight text:root.controller.reminderLeadText + "  ›" textColor:root.labelColor pixelSize: 17 Accessible.name:root.controller.reminderLeadName + ": " + root.controller.reminderLeadText onClicked:root.controller.nextReminderLead() }
+                Text {
+                    objectName: "lblReminders"
+                    Layout.fillWidth: true
+                    text: root.controller.remindersCaption
+                    color: root.labelColor
+                    font.pixelSize: 17
+                    fontSizeMode: Text.HorizontalFit
+                    minimumPixelSize: 9
+                    elide: Text.ElideRight
+                    Accessible.role: Accessible.StaticText
+                    Accessible.name: text
+                }
+                TextButton {
+                    objectName: "btnReminderEarlier"
+                    text: "−"
+                    textColor: root.labelColor
+                    Accessible.name: root.controller.earlierName
+                    onClicked: root.controller.stepReminderTime(-1)
+                }
+                Text {
+                    objectName: "lblReminderTime"
+                    text: root.controller.reminderTimeText
+                    color: root.labelColor
+                    font.pixelSize: 17
+                    Accessible.role: Accessible.StaticText
+                    Accessible.name: root.controller.reminderTimeName + ": " + text
+                }
+                TextButton {
+                    objectName: "btnReminderLater"
+                    text: "+"
+                    textColor: root.labelColor
+                    Accessible.name: root.controller.laterName
+                    onClicked: root.controller.stepReminderTime(1)
+                }
+            }
+            TextButton {
+                objectName: "btnReminderLead"
+                Layout.alignment: Qt.AlignRight
+                text: root.controller.reminderLeadText + "  ›"
+                textColor: root.labelColor
+                pixelSize: 17
+                Accessible.name: root.controller.reminderLeadName + ": "
+                                 + root.controller.reminderLeadText
+                onClicked: root.controller.nextReminderLead()
+            }
 
-                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                             Rectangle{objectName: "lblLine2" Layout.fillWidth: true implicitHeight: 1 color:root.controller.theme.greyColor }
+            Rectangle {
+                objectName: "lblLine2"
+                Layout.fillWidth: true
+                implicitHeight: 1
+                color: root.controller.theme.greyColor
+            }
 
-                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                       TextButton{objectName: "btnRate" Layout.alignment:Qt.AlignHCenter text:root.controller.rateText textColor:root.labelColor onClicked:root.controller.ratePressed() } TextButton{objectName: "btnMoreApps" Layout.alignment:Qt.AlignHCenter text:root.controller.moreAppsText textColor:root.labelColor onClicked:root.controller.moreAppsPressed() } TextButton{objectName: "btnVers" Layout.alignment:Qt.AlignHCenter text:root.controller.versionText textColor:root.labelColor pixelSize: 15 onClicked:root.controller.versionTaped() }
+            TextButton {
+                objectName: "btnRate"
+                Layout.alignment: Qt.AlignHCenter
+                text: root.controller.rateText
+                textColor: root.labelColor
+                onClicked: root.controller.ratePressed()
+            }
+            TextButton {
+                objectName: "btnMoreApps"
+                Layout.alignment: Qt.AlignHCenter
+                text: root.controller.moreAppsText
+                textColor: root.labelColor
+                onClicked: root.controller.moreAppsPressed()
+            }
+            TextButton {
+                objectName: "btnVers"
+                Layout.alignment: Qt.AlignHCenter
+                text: root.controller.versionText
+                textColor: root.labelColor
+                pixelSize: 15
+                onClicked: root.controller.versionTaped()
+            }
 
-                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                      Text{objectName: "secretLabel" Layout.fillWidth: true visible:root.controller.secretVisible text:root.controller.secretText color:root.labelColor font.family: "Inter" font.weight:Font.Thin font.pixelSize: 15 maximumLineCount: 30 wrapMode:Text.Wrap horizontalAlignment:Text.AlignHCenter Accessible.role:Accessible.StaticText Accessible.name:text } } }
+            Text {
+                objectName: "secretLabel"
+                Layout.fillWidth: true
+                visible: root.controller.secretVisible
+                text: root.controller.secretText
+                color: root.labelColor
+                font.family: "Inter"
+                font.weight: Font.Thin
+                font.pixelSize: 15
+                maximumLineCount: 30
+                wrapMode: Text.Wrap
+                horizontalAlignment: Text.AlignHCenter
+                Accessible.role: Accessible.StaticText
+                Accessible.name: text
+            }
+        }
+    }
 
-                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                      TitleBar{width:parent.width visible: !root.controller.infoVisible theme:root.controller.theme title:root.controller.title sideInset: 62 }
+    TitleBar {
+        width: parent.width
+        visible: !root.controller.infoVisible
+        theme: root.controller.theme
+        title: root.controller.title
+        sideInset: 62
+    }
 
-                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                               SymbolButton{objectName: "btnBack" x: 12 y: - 4 width: 42 height: 42 iconSource: "qrc:/qt/qml/Tavlo/resources/icons/chevron_left.svg" visible: !root.controller.infoVisible iconColor:root.labelColor Accessible.name:root.controller.accessibleName("back") onClicked:root.controller.backPressed() }
+    SymbolButton {
+        objectName: "btnBack"
+        x: 12
+        y: -4
+        width: 42
+        height: 42
+        iconSource: "qrc:/qt/qml/Tavlo/resources/icons/chevron_left.svg"
+        visible: !root.controller.infoVisible
+        iconColor: root.labelColor
+        Accessible.name: root.controller.accessibleName("back")
+        onClicked: root.controller.backPressed()
+    }
 
-                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                            InfoPanel{anchors.fill:parent controller:root.controller }
+    InfoPanel {
+        anchors.fill: parent
+        controller: root.controller
+    }
 
-                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                      // Above the panel: tapping it again while the panel is open is allowed.
-                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                      SymbolButton{id:btnInfo
+    // Above the panel: tapping it again while the panel is open is allowed.
+    SymbolButton {
+        id: btnInfo
 
-                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                   objectName: "btnInfo" anchors.right:parent.right anchors.rightMargin: 12 y: - 4 width: 42 height: 42 iconSource: "qrc:/qt/qml/Tavlo/resources/icons/info.svg" iconColor:root.labelColor Accessible.name:root.controller.accessibleName("info") onClicked:root.controller.infoPressed() }
+        objectName: "btnInfo"
+        anchors.right: parent.right
+        anchors.rightMargin: 12
+        y: -4
+        width: 42
+        height: 42
+        iconSource: "qrc:/qt/qml/Tavlo/resources/icons/info.svg"
+        iconColor: root.labelColor
+        Accessible.name: root.controller.accessibleName("info")
+        onClicked: root.controller.infoPressed()
+    }
 
-                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                   Rectangle{objectName: "dimOverlay" anchors.fill:parent color: "black" opacity: 0.5 visible:root.controller.dimmed } }
+
+    Rectangle {
+        objectName: "dimOverlay"
+        anchors.fill: parent
+        color: "black"
+        opacity: 0.5
+        visible: root.controller.dimmed
+    }
+}

@@ -15,9 +15,12 @@
 #include <QTemporaryDir>
 #include <QTest>
 #include <QThread>
+#include <cerrno>
+#include <fcntl.h>
 #include <iostream>
 #include <memory>
 #include <string>
+#include <sys/file.h>
 #include <unistd.h>
 
 using namespace Qt::Literals::StringLiterals;
@@ -244,8 +247,8 @@ class TestCrashSafety : public QObject
 
     // Ends the process at a random moment: half of the time anywhere in its
     // life, half of the time right around the write of the settings file
-    // (while its temporary file is there). Returns true when the process had
-    // finished by itself.
+    // (while it holds the lock that its read and write of the file are done
+    // under). Returns true when the process had finished by itself.
     bool killAtRandom(QProcess &process, const QString &iniPath, qint64 typicalMicros)
     {
         if (m_random.bounded(2) == 0) {
@@ -253,13 +256,17 @@ class TestCrashSafety : public QObject
         } else {
             QElapsedTimer waited;
             waited.start();
-            const QFileInfo ini(iniPath);
-            const QStringList temporary{ini.fileName() + u".*"_s};
+            const QByteArray lockPath = QFile::encodeName(iniPath + u".update-lock"_s);
             const auto writing = [&] {
-                const QStringList found = ini.dir().entryList(temporary, QDir::Files);
-                return found.size() > (found.contains(ini.fileName() + u".update-lock"_s) ? 1 : 0);
+                const int lock = ::open(lockPath.constData(), O_RDWR | O_CLOEXEC);
+                if (lock < 0)
+                    return false;
+                const bool held = ::flock(lock, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;
+                ::close(lock);
+                return held;
             };
-            while (!writing() && waited.nsecsElapsed() / 1000 < typicalMicros * 2)
+            while (!writing() && process.state() != QProcess::NotRunning &&
+                   waited.nsecsElapsed() / 1000 < typicalMicros * 2)
                 QThread::usleep(50);
             QThread::usleep(m_random.bounded(2000));
         }
