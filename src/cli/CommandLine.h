@@ -1,5 +1,7 @@
 #pragma once
 
+#include "contacts/PhoneContacts.h"
+
 #include <QStringList>
 #include <QTextStream>
 
@@ -16,17 +18,27 @@ struct CommandContext
     const Clock &clock;
     QTextStream &out;
     QTextStream &err;
+    // The phone's address books (`favorites import --contacts`); without
+    // one, Plasma Mobile's address-book folder alone.
+    PhoneContactsReader phoneContacts = {};
 };
 
 // Exit statuses of the command line.
 namespace ExitStatus {
 inline constexpr int ok = 0;
+// A change or a file that could not be stored.
+inline constexpr int notSaved = 1;
 inline constexpr int usage = 2;
 } // namespace ExitStatus
 
 // Ends a command with one line on standard error ("tavlo <command>: <message>",
 // control characters escaped) and the usage status.
 int failCommand(CommandContext &context, const char *command, const QString &message);
+
+// Writes `contents` to the file at `path`, whole or not at all, or to standard
+// output for "-". A file that could not be saved: one line "tavlo: could not
+// save PATH: REASON" on standard error and the status notSaved.
+int writeOutputFile(CommandContext &context, const QString &path, const QByteArray &contents);
 
 // Runs `tavlo <command> ...`; arguments[0] is the program name. Returns the
 // exit status.

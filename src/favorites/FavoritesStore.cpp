@@ -167,6 +167,17 @@ void FavoritesStore::append(const QString &fieldText, qint64 day, qint64 month, 
     apply(std::move(rows));
 }
 
+void FavoritesStore::appendMany(const QList<Favorite> &favorites)
+{
+    if (favorites.isEmpty())
+        return;
+    QList<QStringList> rows = m_rows;
+    rows.reserve(rows.size() + favorites.size());
+    for (const Favorite &favorite : favorites)
+        rows.append({favorite.name, favorite.birthday});
+    apply(std::move(rows));
+}
+
 void FavoritesStore::remove(qsizetype index)
 {
     requireIndex(index);

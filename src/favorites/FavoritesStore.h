@@ -48,6 +48,8 @@ public:
     // The add dialog: a field of only blanks and tabs stores "Unknown", any other
     // text is kept untrimmed; the birthday is "d M yyyy" from the three integers.
     void append(const QString &fieldText, qint64 day, qint64 month, qint64 year);
+    // An import: appends the favorites, as given, at the end in one write.
+    void appendMany(const QList<Favorite> &favorites);
     void remove(qsizetype index);
     void update(qsizetype index, const QString &name, const QString &birthday);
     // A reordered list from sorting.

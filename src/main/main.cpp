@@ -1,6 +1,7 @@
 #include "AppDelegate.h"
 #include "LinuxNotificationCenter.h"
 #include "cli/CommandLine.h"
+#include "contacts/EvolutionAddressBooks.h"
 #include "core/Clock.h"
 #include "settings/QSettingsStore.h"
 
@@ -27,7 +28,8 @@ int runCommand()
     SystemClock clock;
     QTextStream out(stdout);
     QTextStream err(stderr);
-    CommandContext context{settings, QLocale::system().uiLanguages(), clock, out, err};
+    CommandContext context{settings, QLocale::system().uiLanguages(), clock, out,
+                           err,      EvolutionAddressBooks::readAll};
     return runCommandLine(QCoreApplication::arguments(), context);
 }
 
