@@ -201,11 +201,9 @@ int FavoritesCommand::importCards(const QStringList &arguments)
     }
 
     FavoritesStore favorites(m_context.settings);
-    favorites.load();
-    const ImportPlan plan =
-        BirthdayImport::plan(contacts, favorites.all(), m_context.clock.now().date());
-    favorites.appendMany(plan.additions);
-    m_context.out << "tavlo: " << BirthdayImport::summaryText(plan.summary, UiStrings()) << '\n';
+    const ImportSummary summary =
+        BirthdayImport::importInto(favorites, contacts, m_context.clock.now().date());
+    m_context.out << "tavlo: " << BirthdayImport::summaryText(summary, UiStrings()) << '\n';
     m_context.out.flush();
     return ExitStatus::ok;
 }

@@ -113,6 +113,14 @@ ImportPlan plan(const QList<VCardContact> &contacts, const QList<Favorite> &exis
     return result;
 }
 
+ImportSummary importInto(FavoritesStore &store, const QList<VCardContact> &contacts, QDate today)
+{
+    store.load();
+    const ImportPlan result = plan(contacts, store.all(), today);
+    store.appendMany(result.additions);
+    return result.summary;
+}
+
 QString summaryText(const ImportSummary &summary, const UiStrings &strings)
 {
     QString text = strings[UiText::ImportAdded].arg(summary.added) + u", "_s +

@@ -63,6 +63,10 @@ Birthday birthday(const VCardContact &contact, QDate today);
 // Plans the import of `contacts` into a list that holds `existing`.
 ImportPlan plan(const QList<VCardContact> &contacts, const QList<Favorite> &existing, QDate today);
 
+// Imports `contacts` into `store` as it is stored now: the plan, then its
+// additions appended in one write. Returns the counts.
+ImportSummary importInto(FavoritesStore &store, const QList<VCardContact> &contacts, QDate today);
+
 // "8 added, 1 already there, 4 skipped (1 no birthday, 2 no birth year, 1
 // impossible date)" in the interface language of `strings`; only the reasons
 // that occurred are named.

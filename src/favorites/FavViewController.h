@@ -2,6 +2,7 @@
 
 #include "FavoritesModel.h"
 #include "ScreenTheme.h"
+#include "contacts/VCardReader.h"
 
 #include <QObject>
 #include <QStringList>
@@ -45,6 +46,11 @@ class FavViewController : public QObject
     Q_PROPERTY(QStringList yearLabels READ yearLabels CONSTANT)
     Q_PROPERTY(QStringList wheelOrder READ wheelOrder CONSTANT)
     Q_PROPERTY(int firstYear READ firstYear CONSTANT)
+    Q_PROPERTY(QString importFileText READ importFileText CONSTANT)
+    Q_PROPERTY(QString importContactsText READ importContactsText CONSTANT)
+    Q_PROPERTY(QStringList vCardNameFilters READ vCardNameFilters CONSTANT)
+    Q_PROPERTY(QString importSummary READ importSummary NOTIFY importFinished)
+    Q_PROPERTY(QString okText READ okText CONSTANT)
 
 public:
     explicit FavViewController(Session &session, QObject *parent = nullptr);
@@ -81,6 +87,12 @@ public:
     QStringList yearLabels() const;
     QStringList wheelOrder() const;
     int firstYear() const;
+    QString importFileText() const;
+    QString importContactsText() const;
+    // The file dialog's filter: "vCard files (*.vcf *.vcard)".
+    QStringList vCardNameFilters() const;
+    QString importSummary() const { return m_importSummary; }
+    QString okText() const;
 
     // The screen's load: the list read, sorted and themed.
     Q_INVOKABLE void viewDidLoad();
@@ -97,6 +109,11 @@ public:
     Q_INVOKABLE void deleteRow(int row);
     // The number of days of a month, for the edit dialog's day wheel.
     Q_INVOKABLE int daysInMonth(int month, int year) const;
+    // "Import a vCard file…" with the file chosen in the dialog, and "Import
+    // from contacts": the birthdays added in one write, the list shown
+    // again, and importSummary says what happened.
+    Q_INVOKABLE void importFile(const QUrl &file);
+    Q_INVOKABLE void importContacts();
 
 signals:
     void countChanged();
@@ -105,6 +122,7 @@ signals:
     void sortMenuRequested();
     void editDialogRequested();
     void screenRequested(const QString &identifier);
+    void importFinished();
 
 private:
     void applyOrder();
@@ -124,4 +142,7 @@ private:
     int m_editRow = -1;
     QString m_editName;
     QDate m_editDate;
+    QString m_importSummary;
+
+    void finishImport(const QList<VCardContact> &contacts);
 };

@@ -88,7 +88,18 @@ QList<QStringList> merged(const QList<QStringList> &base, const QList<QStringLis
     return result;
 }
 
+FavoritesStore::ChangeListener &changeListener()
+{
+    static FavoritesStore::ChangeListener listener;
+    return listener;
+}
+
 } // namespace
+
+void FavoritesStore::setChangeListener(ChangeListener listener)
+{
+    changeListener() = std::move(listener);
+}
 
 FavoritesStore::FavoritesStore(SettingsStore &settings) : m_settings(settings) {}
 
@@ -129,6 +140,15 @@ void FavoritesStore::apply(QList<QStringList> changed)
     }
     m_rows = std::move(changed);
     m_storeHoldsRows = true;
+    if (const ChangeListener &listener = changeListener()) {
+        QList<Favorite> list;
+        list.reserve(m_stored->size());
+        for (const QStringList &row : *m_stored) {
+            if (row.size() >= 2)
+                list.append({row.at(0), row.at(1)});
+        }
+        listener(list);
+    }
 }
 
 void FavoritesStore::requireIndex(qsizetype index) const

@@ -5,6 +5,7 @@
 #include <QList>
 #include <QString>
 #include <QStringList>
+#include <functional>
 #include <optional>
 
 // One saved birthday: the name as typed and the record date text ("12 3 1985").
@@ -57,6 +58,13 @@ public:
 
     // Hands the chosen favorite to the main screen through the settings store.
     void select(qsizetype index) const;
+
+    // Called with the whole stored list after every change that any store of
+    // this process writes, so that what is made from the favorites (the
+    // birthdays calendar) stays current. Rows of fewer than two texts are
+    // left out. An empty listener stops it.
+    using ChangeListener = std::function<void(const QList<Favorite> &)>;
+    static void setChangeListener(ChangeListener listener);
 
     // Converts the two arrays of an earlier version once, guarded by
     // "firstStart2". Returns true when it ran; the caller then turns on

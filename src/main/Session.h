@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Themes.h"
+#include "contacts/BirthdayCalendar.h"
 #include "core/BirthDateResults.h"
 #include "core/Clock.h"
 #include "favorites/FavoritesStore.h"
@@ -22,6 +23,9 @@ class Session
 public:
     Session(SettingsStore &settings, const Clock &clock, QStringList preferredLanguages,
             Appearance appearance);
+    ~Session();
+    Session(const Session &) = delete;
+    Session &operator=(const Session &) = delete;
 
     SettingsStore &settings;
     const Clock &clock;
@@ -37,6 +41,9 @@ public:
     // Checks the notification permission and schedules the birthday
     // reminders; none where there is no notification centre (tests).
     ReminderScheduler *reminders = nullptr;
+    // The birthdays calendar, rewritten after every change of the favorites
+    // while "Show birthdays in the calendar" is on.
+    BirthdayCalendar calendar;
 
     Language language() const { return m_language; }
     qint64 languageOverride() const { return m_languageOverride; }

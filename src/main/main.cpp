@@ -1,6 +1,7 @@
 #include "AppDelegate.h"
 #include "LinuxNotificationCenter.h"
 #include "cli/CommandLine.h"
+#include "contacts/BirthdayCalendar.h"
 #include "contacts/EvolutionAddressBooks.h"
 #include "core/Clock.h"
 #include "settings/QSettingsStore.h"

@@ -77,4 +77,8 @@ inline StringKey scheduledReminder(int number)
     return {QStringLiteral("selectetDate") + QString::number(number)};
 }
 
+// The favorites' birthdays are kept as a calendar file that evolution-data-server
+// shows (Phosh, GNOME) and other calendar apps can subscribe to.
+inline const BooleanKey birthdaysInCalendar{QStringLiteral("birthdaysInCalendar")};
+
 } // namespace SettingsKeys

@@ -123,6 +123,7 @@ const std::array<Row, UiTextCount> &rows()
          u"Показывать дни рождения в календаре"_s},
         {u"%1's birthday"_s, u"Geburtstag von %1"_s, u"День рождения: %1"_s},
         {u"born %1"_s, u"geboren %1"_s, u"год рождения: %1"_s},
+        {u"OK"_s, u"OK"_s, u"ОК"_s},
     }};
     return table;
 }

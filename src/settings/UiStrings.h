@@ -106,9 +106,10 @@ enum class UiText {
     ShowBirthdaysInCalendar, // 96
     CalendarBirthdayOf,      // 97
     CalendarBornIn,          // 98
+    Ok,                      // 99
 };
 
-inline constexpr int UiTextCount = 98;
+inline constexpr int UiTextCount = 99;
 
 // The process-wide table of interface texts. It starts out English; applying
 // German or Russian overwrites every entry. Applying English changes nothing,

@@ -196,3 +196,20 @@ QVariantMap SetViewController::names() const
 {
     return accessibleNames(m_session.strings, m_session.language());
 }
+
+bool SetViewController::calendarOn() const
+{
+    return m_session.calendar.enabled();
+}
+
+QString SetViewController::calendarCaption() const
+{
+    return m_session.strings[UiText::ShowBirthdaysInCalendar];
+}
+
+void SetViewController::switchCalendarValue(bool on)
+{
+    if (const QString problem = m_session.calendar.setEnabled(on); !problem.isEmpty())
+        DebugLog::line(problem);
+    emit changed();
+}

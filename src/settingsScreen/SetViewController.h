@@ -42,6 +42,8 @@ class SetViewController : public QObject
     Q_PROPERTY(bool infoVisible READ infoVisible NOTIFY infoVisibleChanged)
     Q_PROPERTY(QString infoText READ infoText CONSTANT)
     Q_PROPERTY(bool dimmed READ dimmed NOTIFY dimmedChanged)
+    Q_PROPERTY(bool calendarOn READ calendarOn NOTIFY changed)
+    Q_PROPERTY(QString calendarCaption READ calendarCaption CONSTANT)
 
 public:
     explicit SetViewController(Session &session, QObject *parent = nullptr);
@@ -72,6 +74,8 @@ public:
     bool infoVisible() const { return m_infoVisible; }
     QString infoText() const;
     bool dimmed() const { return m_dimmed; }
+    bool calendarOn() const;
+    QString calendarCaption() const;
 
     // The maker's page in the app store, which "More Apps" opens.
     static QUrl moreAppsUrl();
@@ -88,6 +92,8 @@ public:
     Q_INVOKABLE void moreAppsPressed();
     Q_INVOKABLE void infoPressed();
     Q_INVOKABLE void scrollViewHide();
+    // "Show birthdays in the calendar".
+    Q_INVOKABLE void switchCalendarValue(bool on);
 
 signals:
     void changed();

@@ -104,6 +104,15 @@ Item {
                 labelName: "lblStar"
                 onSwitched: on => root.controller.switchStarValue(on)
             }
+            SwitchRow {
+                caption: root.controller.calendarCaption
+                on: root.controller.calendarOn
+                switchName: "switchCalendar"
+                accent: root.controller.theme.accentColor
+                textColor: root.labelColor
+                labelName: "lblCalendar"
+                onSwitched: on => root.controller.switchCalendarValue(on)
+            }
 
             Rectangle {
                 objectName: "lblLine"
