@@ -31,6 +31,12 @@ int runCommand()
     QTextStream err(stderr);
     CommandContext context{settings, QLocale::system().uiLanguages(), clock, out,
                            err,      EvolutionAddressBooks::readAll};
+    // A change made here updates the birthdays calendar as the app would.
+    BirthdayCalendar calendar(settings, context.preferredLanguages, clock);
+    FavoritesStore::setChangeListener([&](const QList<Favorite> &list) {
+        if (const QString problem = calendar.update(list); !problem.isEmpty())
+            err << "tavlo: " << problem << '\n';
+    });
     return runCommandLine(QCoreApplication::arguments(), context);
 }
 

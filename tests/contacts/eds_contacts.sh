@@ -26,6 +26,10 @@ chmod 700 "$XDG_RUNTIME_DIR"
 printf 'BEGIN:VCARD\r\nVERSION:4.0\r\nFN:Folder Friend\r\nBDAY:19700506\r\nEND:VCARD\r\n' \
     >"$XDG_DATA_HOME/kpeoplevcard/own/friend.vcf"
 
+# "Show birthdays in the calendar" is on: every change publishes the calendar.
+mkdir -p "$XDG_CONFIG_HOME/tavlo"
+printf '[General]\nbirthdaysInCalendar=true\n' >"$XDG_CONFIG_HOME/tavlo/tavlo.conf"
+
 # No evolution-data-server (no session bus at all): the folder alone, no error.
 summary=$(DBUS_SESSION_BUS_ADDRESS=unix:path=$home/no-bus "$tavlo" favorites import --contacts)
 [[ "$summary" == "tavlo: 1 added, 0 already there, 0 skipped" ]] ||
@@ -60,4 +64,15 @@ END:VCARD"
     again=$("$TAVLO" favorites import --contacts)
     [[ "$again" == "tavlo: 0 added, 3 already there, 1 skipped (1 no birthday)" ]] ||
         { echo "FAIL: second import: $again" >&2; exit 1; }
+    # The published calendar, as evolution-data-server reads it through its
+    # calendar interface.
+    events=$("$HELPER" calendar-events tavlo-birthdays | sort)
+    echo "$events"
+    for expected in \
+        "\"summary\": \"Jane Doe'"'"'s birthday\", \"start\": \"1985-03-12\", \"allDay\": true, \"rrule\": [\"FREQ=YEARLY\"]" \
+        "\"start\": \"1984-02-29\", \"allDay\": true, \"rrule\": [\"FREQ=YEARLY;BYYEARDAY=60\"]" \
+        "\"summary\": \"Folder Friend'"'"'s birthday\""; do
+        [[ "$events" == *"$expected"* ]] || { echo "FAIL: no event with $expected" >&2; exit 1; }
+    done
+    [[ $(wc -l <<<"$events") == 3 ]] || { echo "FAIL: not 3 events" >&2; exit 1; }
 '

@@ -41,18 +41,16 @@ def calendar_events(uid):
         time.sleep(0.1)
     if source is None:
         sys.exit("no calendar source " + uid)
-    client = ECal.Client.connect_sync(source, ECal.ClientSourceType.EVENTS, 30, None)
+    client = ECal.Client.connect_sync(source, ECal.ClientSourceType.EVENTS, 1, None)
     ok, components = client.get_object_list_as_comps_sync("#t", None)
     for component in components:
         start = component.get_dtstart().get_value()
-        occurrences = []
-        # The next three occurrences from 2027 on, as the calendar expands them.
-        begin = ECal.time_from_isodate("20270101T000000Z") if hasattr(ECal, "time_from_isodate") else None
         print(json.dumps({
             "uid": component.get_uid(),
             "summary": component.get_summary().get_value(),
             "start": "%04d-%02d-%02d" % (start.get_year(), start.get_month(), start.get_day()),
             "allDay": start.is_date(),
+            "rrule": [r.to_string() for r in component.get_rrules()],
         }, ensure_ascii=False))
 
 
