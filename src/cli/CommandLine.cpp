@@ -1,8 +1,10 @@
 #include "CommandLine.h"
 
+#include "CalendarCommand.h"
 #include "FavoritesCommand.h"
 #include "RemindersCommand.h"
 #include "ReportCommand.h"
+#include "contacts/SavedFile.h"
 #include "core/FatalError.h"
 #include "settings/WriteResult.h"
 
@@ -16,8 +18,10 @@ and the days to the next birthday.
 
 Commands:
   report    Print the age report for one or more birth dates.
-  favorites List, add or remove the saved birthdays.
+  favorites List, add or remove the saved birthdays; import them from
+            vCard files or the phone's contacts, export them as vCards.
   reminders Print the birthday reminders that would be scheduled now.
+  calendar  Export the birthdays as an iCalendar file for calendar apps.
 
 Run "tavlo COMMAND --help" for a command's options.
 )";
@@ -40,6 +44,21 @@ int finishChange(CommandContext &context, const WriteResult &result)
     return ExitStatus::notSaved;
 }
 
+int writeOutputFile(CommandContext &context, const QString &path, const QByteArray &contents)
+{
+    if (path == u"-") {
+        context.out << QString::fromUtf8(contents);
+        context.out.flush();
+        return ExitStatus::ok;
+    }
+    const QString problem = saveWholeFile(path, contents);
+    if (problem.isEmpty())
+        return ExitStatus::ok;
+    context.err << "tavlo: " << oneLine(problem) << '\n';
+    context.err.flush();
+    return ExitStatus::notSaved;
+}
+
 int runCommandLine(const QStringList &arguments, CommandContext &context)
 {
     // Stored data that cannot be read (a favorite's birthday) is bad input
@@ -52,6 +71,8 @@ int runCommandLine(const QStringList &arguments, CommandContext &context)
         return FavoritesCommand(context).run(arguments.mid(1));
     if (command == u"reminders")
         return RemindersCommand(context).run(arguments.mid(1));
+    if (command == u"calendar")
+        return CalendarCommand(context).run(arguments.mid(1));
     if (command.isEmpty() || command == u"--help" || command == u"-h" || command == u"help") {
         context.out << usage;
         context.out.flush();

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "contacts/PhoneContacts.h"
+
 #include <QStringList>
 #include <QTextStream>
 #include <functional>
@@ -24,6 +26,9 @@ struct CommandContext
     std::function<NotificationCenter *()> notifications;
     // Runs `done` once the centre's platform commands have ended.
     std::function<void(std::function<void()> done)> whenNotificationsIdle;
+    // The phone's address books (`favorites import --contacts`); without
+    // one, Plasma Mobile's address-book folder alone.
+    PhoneContactsReader phoneContacts = {};
 };
 
 // Exit statuses of the command line.
@@ -43,6 +48,10 @@ int failCommand(CommandContext &context, const char *command, const QString &mes
 // gives ok.
 class WriteResult;
 int finishChange(CommandContext &context, const WriteResult &result);
+// Writes `contents` to the file at `path`, whole or not at all, or to standard
+// output for "-". A file that could not be saved: one line "tavlo: could not
+// save PATH: REASON" on standard error and the status notSaved.
+int writeOutputFile(CommandContext &context, const QString &path, const QByteArray &contents);
 
 // Runs `tavlo <command> ...`; arguments[0] is the program name. Returns the
 // exit status.

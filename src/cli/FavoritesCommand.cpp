@@ -1,11 +1,14 @@
 #include "FavoritesCommand.h"
 
 #include "JsonLine.h"
+#include "contacts/BirthdayExport.h"
+#include "contacts/BirthdayImport.h"
 #include "core/Clock.h"
 #include "core/FatalError.h"
 #include "favorites/FavoriteCard.h"
 #include "favorites/FavoritesStore.h"
 
+#include <QFile>
 #include <QRegularExpression>
 
 using namespace Qt::Literals::StringLiterals;
@@ -15,6 +18,9 @@ namespace {
 const char *const help = R"(Usage: tavlo favorites list [--json]
        tavlo favorites add NAME YYYY-MM-DD
        tavlo favorites remove INDEX
+       tavlo favorites import FILE...
+       tavlo favorites import --contacts
+       tavlo favorites export FILE.vcf
 
 The saved birthdays, as the app keeps them.
 
@@ -28,12 +34,29 @@ The saved birthdays, as the app keeps them.
   add      Adds a favorite at the end of the list, as the app's add dialog
            does: a name of only blanks is stored as "Unknown".
   remove   Removes the favorite at INDEX (counted from 0, as list shows).
+  import   Adds the birthdays of vCard files (2.1, 3.0 or 4.0; "-" reads
+           standard input), or with --contacts those of the phone's address
+           books: Plasma Mobile's folder ~/.local/share/kpeoplevcard and
+           evolution-data-server's address books (Phosh, GNOME). The name is
+           FN, or the given and family names of N; the birthday is BDAY.
+           A card whose name and birthday a favorite has already is not
+           added again, so importing the same file twice adds nothing.
+           Cards without a birthday, without a birth year, with an
+           impossible or unreadable date, or with a date in the future are
+           skipped. One line says what happened, for example
+             tavlo: 8 added, 1 already there, 4 skipped (1 no birthday, 2 no
+             birth year, 1 impossible date)
+           A file that is no vCard, is cut off inside a card, or cannot be
+           read changes nothing: one line on standard error names it.
+  export   Writes every favorite as a vCard 4.0 card (FN, BDAY and a UID
+           that stays the same from one export to the next); "-" writes to
+           standard output. Import reads it back unchanged.
 
-Exit status: 0 on success; 1 when the change could not be saved (a full
-disk, a folder Tavlo may not write; one line on standard error names the
-file and the reason, and the saved favorites stay as they were); 2 for wrong
-arguments or an index outside the list (one line on standard error says
-which; nothing is changed).
+Exit status: 0 on success; 1 when the list or a file could not be saved (a
+full disk, a folder Tavlo may not write; one line on standard error names
+the file and the reason, and the saved favorites stay as they were); 2 for
+wrong arguments, an index outside the list or a file that cannot be
+imported (one line on standard error says which; nothing is changed).
 )";
 
 } // namespace
@@ -58,8 +81,12 @@ int FavoritesCommand::run(const QStringList &arguments)
         return add(rest);
     if (action == u"remove")
         return remove(rest);
+    if (action == u"import")
+        return importCards(rest);
+    if (action == u"export")
+        return exportCards(rest);
     if (action.isEmpty())
-        return fail(u"say list, add or remove (try tavlo favorites --help)"_s);
+        return fail(u"say list, add, remove, import or export (try tavlo favorites --help)"_s);
     return fail(u"unknown action \"%1\" (try tavlo favorites --help)"_s.arg(action));
 }
 
@@ -138,4 +165,61 @@ int FavoritesCommand::remove(const QStringList &arguments)
             u"there is no favorite %1 (the list has %2)"_s.arg(index).arg(favorites.count()));
     }
     return finishChange(m_context, favorites.remove(index));
+}
+
+int FavoritesCommand::importCards(const QStringList &arguments)
+{
+    if (arguments.isEmpty())
+        return fail(u"import takes vCard FILEs or --contacts"_s);
+    QList<VCardContact> contacts;
+    if (arguments == QStringList{u"--contacts"_s}) {
+        const PhoneContactsRead read = m_context.phoneContacts ? m_context.phoneContacts() : [] {
+            PhoneContactsRead folderOnly;
+            PhoneContacts::readFolder(PhoneContacts::plasmaFolder(), folderOnly);
+            return folderOnly;
+        }();
+        contacts = read.contacts;
+    } else {
+        // Every file is read before anything is stored: one that cannot be
+        // imported leaves the list as it was.
+        for (const QString &path : arguments) {
+            if (path.startsWith(u"--"))
+                return fail(u"unknown option \"%1\" (try tavlo favorites --help)"_s.arg(path));
+            QFile file;
+            const bool opened = path == u"-"
+                                    ? file.open(stdin, QIODevice::ReadOnly)
+                                    : (file.setFileName(path), file.open(QIODevice::ReadOnly));
+            if (!opened)
+                return fail(u"%1: %2"_s.arg(path, file.errorString()));
+            const QByteArray data = file.read(VCardReader::maxBytes + 1);
+            if (file.error() != QFileDevice::NoError)
+                return fail(u"%1: %2"_s.arg(path, file.errorString()));
+            const VCardReader::Result read = VCardReader::read(data);
+            if (read.error != VCardReader::Error::None)
+                return fail(u"%1: %2"_s.arg(path, VCardReader::errorText(read.error)));
+            contacts.append(read.contacts);
+        }
+    }
+
+    FavoritesStore favorites(m_context.settings);
+    const ImportSummary summary =
+        BirthdayImport::importInto(favorites, contacts, m_context.clock.now().date());
+    m_context.out << "tavlo: " << BirthdayImport::summaryText(summary, UiStrings()) << '\n';
+    m_context.out.flush();
+    return ExitStatus::ok;
+}
+
+int FavoritesCommand::exportCards(const QStringList &arguments)
+{
+    if (arguments.size() != 1 || (arguments.at(0).startsWith(u"--")))
+        return fail(u"export takes one FILE.vcf (\"-\" for standard output)"_s);
+    FavoritesStore favorites(m_context.settings);
+    favorites.load();
+    const BirthdayExport::Output output = BirthdayExport::vCards(favorites.all());
+    if (output.unreadable > 0) {
+        m_context.err << "tavlo: " << output.unreadable
+                      << " favorites left out: their birthday cannot be read\n";
+        m_context.err.flush();
+    }
+    return writeOutputFile(m_context, arguments.at(0), output.text);
 }

@@ -4,6 +4,8 @@
 
 // `tavlo favorites list [--json]`, `tavlo favorites add NAME YYYY-MM-DD`,
 // `tavlo favorites remove INDEX`: the saved favorites, as the app keeps them.
+// `tavlo favorites import FILE...|--contacts` and `tavlo favorites export
+// FILE.vcf`: to and from address books.
 class FavoritesCommand
 {
 public:
@@ -16,6 +18,8 @@ private:
     int list(const QStringList &arguments);
     int add(const QStringList &arguments);
     int remove(const QStringList &arguments);
+    int importCards(const QStringList &arguments);
+    int exportCards(const QStringList &arguments);
     int fail(const QString &message);
 
     CommandContext &m_context;

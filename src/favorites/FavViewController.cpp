@@ -2,6 +2,8 @@
 
 #include "FavoritesSorting.h"
 #include "RowSwipe.h"
+#include "contacts/BirthdayImport.h"
+#include "contacts/EvolutionAddressBooks.h"
 #include "core/DatePattern.h"
 #include "core/DebugLog.h"
 #include "core/FatalError.h"
@@ -9,6 +11,9 @@
 #include "main/Session.h"
 #include "settings/AccessibleNames.h"
 #include "settings/SettingsStore.h"
+
+#include <QFile>
+#include <QUrl>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -290,4 +295,71 @@ void FavViewController::close()
 QVariantMap FavViewController::names() const
 {
     return accessibleNames(m_session.strings, m_session.language());
+}
+
+QString FavViewController::importFileText() const
+{
+    return m_session.strings[UiText::ImportVCardFile];
+}
+
+QString FavViewController::importContactsText() const
+{
+    return m_session.strings[UiText::ImportFromContacts];
+}
+
+QStringList FavViewController::vCardNameFilters() const
+{
+    return {m_session.strings[UiText::VCardFiles] + u" (*.vcf *.vcard *.VCF)"_s};
+}
+
+void FavViewController::importFile(const QUrl &url)
+{
+    QFile file(url.toLocalFile());
+    std::optional<UiText> problem;
+    VCardReader::Result read;
+    if (!file.open(QIODevice::ReadOnly)) {
+        problem = UiText::ImportUnreadableFile;
+    } else {
+        read = VCardReader::read(file.read(VCardReader::maxBytes + 1));
+        if (file.error() != QFileDevice::NoError)
+            problem = UiText::ImportUnreadableFile;
+        else if (read.error == VCardReader::Error::NotVCard)
+            problem = UiText::ImportNotVCard;
+        else if (read.error == VCardReader::Error::Truncated)
+            problem = UiText::ImportTruncated;
+        else if (read.error == VCardReader::Error::TooLarge)
+            problem = UiText::ImportTooLarge;
+    }
+    if (problem) {
+        DebugLog::line(u"import of "_s + url.toString() + u": "_s +
+                       (read.error != VCardReader::Error::None ? VCardReader::errorText(read.error)
+                                                               : file.errorString()));
+        m_importSummary = m_session.strings[*problem];
+        emit importFinished();
+        return;
+    }
+    finishImport(read.contacts);
+}
+
+void FavViewController::importContacts()
+{
+    const PhoneContactsRead read = EvolutionAddressBooks::readAll();
+    DebugLog::lines(read.sources);
+    finishImport(read.contacts);
+}
+
+void FavViewController::finishImport(const QList<VCardContact> &contacts)
+{
+    const ImportSummary summary =
+        BirthdayImport::importInto(m_session.favorites, contacts, m_session.launchDate().date());
+    // The new favorites take their place in the chosen order.
+    applyOrder();
+    reloadRows();
+    m_importSummary = BirthdayImport::summaryText(summary, m_session.strings);
+    emit importFinished();
+}
+
+QString FavViewController::okText() const
+{
+    return m_session.strings[UiText::Ok];
 }

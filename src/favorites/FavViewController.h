@@ -2,6 +2,7 @@
 
 #include "FavoritesModel.h"
 #include "ScreenTheme.h"
+#include "contacts/VCardReader.h"
 
 #include <QObject>
 #include <QStringList>
@@ -54,6 +55,11 @@ class FavViewController : public QObject
     Q_PROPERTY(QString undoButtonText READ undoButtonText CONSTANT)
     // The word on a row's edit button.
     Q_PROPERTY(QString editText READ editText CONSTANT)
+    Q_PROPERTY(QString importFileText READ importFileText CONSTANT)
+    Q_PROPERTY(QString importContactsText READ importContactsText CONSTANT)
+    Q_PROPERTY(QStringList vCardNameFilters READ vCardNameFilters CONSTANT)
+    Q_PROPERTY(QString importSummary READ importSummary NOTIFY importFinished)
+    Q_PROPERTY(QString okText READ okText CONSTANT)
 
 public:
     // Where a row comes to rest when a swipe is let go (see RowSwipe).
@@ -103,6 +109,12 @@ public:
     bool undoVisible() const { return m_deleted.has_value(); }
     QString undoText() const;
     QString undoButtonText() const;
+    QString importFileText() const;
+    QString importContactsText() const;
+    // The file dialog's filter: "vCard files (*.vcf *.vcard)".
+    QStringList vCardNameFilters() const;
+    QString importSummary() const { return m_importSummary; }
+    QString okText() const;
 
     // The screen's load: the list read, sorted and themed.
     Q_INVOKABLE void viewDidLoad();
@@ -123,6 +135,11 @@ public:
     Q_INVOKABLE SwipeOutcome swipeOutcome(qreal travel, qreal rowWidth, qreal buttonWidth) const;
     // The number of days of a month, for the edit dialog's day wheel.
     Q_INVOKABLE int daysInMonth(int month, int year) const;
+    // "Import a vCard file…" with the file chosen in the dialog, and "Import
+    // from contacts": the birthdays added in one write, the list shown
+    // again, and importSummary says what happened.
+    Q_INVOKABLE void importFile(const QUrl &file);
+    Q_INVOKABLE void importContacts();
 
 signals:
     void countChanged();
@@ -132,6 +149,7 @@ signals:
     void editDialogRequested();
     void undoChanged();
     void screenRequested(const QString &identifier);
+    void importFinished();
 
 private:
     void applyOrder();
@@ -159,4 +177,7 @@ private:
     };
     std::optional<Deleted> m_deleted;
     QTimer m_undoTimer;
+    QString m_importSummary;
+
+    void finishImport(const QList<VCardContact> &contacts);
 };

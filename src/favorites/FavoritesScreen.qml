@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Controls
+import QtQuick.Dialogs
 import Tavlo
 
 // The saved birthdays as cards under a title bar with the back and sort
@@ -23,6 +24,7 @@ Item {
         function onScreenRequested(identifier) { root.screenRequested(identifier) }
         function onSortMenuRequested() { sortMenu.open() }
         function onEditDialogRequested() { editDialog.open() }
+        function onImportFinished() { importSummary.open() }
     }
 
     ThemedBackground {
@@ -135,7 +137,7 @@ Item {
         width: parent.width
         theme: root.controller.theme
         title: root.controller.title
-        sideInset: Math.max(12 + 42, btnSort.width + 16) + 8
+        sideInset: Math.max(12 + 42 + 4 + 42, btnSort.width + 16) + 8
     }
 
     SymbolButton {
@@ -187,6 +189,40 @@ Item {
         sequence: "Escape"
         enabled: !root.covered
         onActivated: root.controller.backPressed()
+    }
+
+    SymbolButton {
+        objectName: "btnImport"
+        x: 12 + 42 + 4
+        y: -4
+        width: 42
+        height: 42
+        iconSource: "qrc:/qt/qml/Tavlo/resources/icons/add.svg"
+        iconColor: root.controller.theme.labelColor
+        Accessible.name: root.controller.importFileText
+        onClicked: importMenu.open()
+    }
+
+    ImportMenu {
+        id: importMenu
+
+        controller: root.controller
+        onFileChosen: fileDialog.open()
+    }
+
+    FileDialog {
+        id: fileDialog
+
+        objectName: "fileDialog"
+        title: root.controller.importFileText
+        nameFilters: root.controller.vCardNameFilters
+        onAccepted: root.controller.importFile(selectedFile)
+    }
+
+    ImportSummary {
+        id: importSummary
+
+        controller: root.controller
     }
 
     SortMenu {

@@ -88,7 +88,18 @@ QList<QStringList> merged(const QList<QStringList> &base, const QList<QStringLis
     return result;
 }
 
+FavoritesStore::ChangeListener &changeListener()
+{
+    static FavoritesStore::ChangeListener listener;
+    return listener;
+}
+
 } // namespace
+
+void FavoritesStore::setChangeListener(ChangeListener listener)
+{
+    changeListener() = std::move(listener);
+}
 
 FavoritesStore::FavoritesStore(SettingsStore &settings) : m_settings(settings) {}
 
@@ -120,7 +131,18 @@ WriteResult FavoritesStore::apply(QList<QStringList> changed)
     remember(rows);
     m_rows = std::move(changed);
     m_storeHoldsRows = true;
-    return step.finish();
+    const WriteResult result = step.finish();
+    // Those who keep a copy (the birthday calendar) hear of what was stored.
+    if (const ChangeListener &listener = changeListener(); listener && result) {
+        QList<Favorite> list;
+        list.reserve(m_stored->size());
+        for (const QStringList &row : *m_stored) {
+            if (row.size() >= 2)
+                list.append({row.at(0), row.at(1)});
+        }
+        listener(list);
+    }
+    return result;
 }
 
 void FavoritesStore::requireIndex(qsizetype index) const
@@ -156,6 +178,17 @@ WriteResult FavoritesStore::append(const QString &fieldText, qint64 day, qint64 
         QString::number(day) + u' ' + QString::number(month) + u' ' + QString::number(year);
     QList<QStringList> rows = m_rows;
     rows.append({name, birthday});
+    return apply(std::move(rows));
+}
+
+WriteResult FavoritesStore::appendMany(const QList<Favorite> &favorites)
+{
+    if (favorites.isEmpty())
+        return {};
+    QList<QStringList> rows = m_rows;
+    rows.reserve(rows.size() + favorites.size());
+    for (const Favorite &favorite : favorites)
+        rows.append({favorite.name, favorite.birthday});
     return apply(std::move(rows));
 }
 

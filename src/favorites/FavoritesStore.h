@@ -5,6 +5,7 @@
 #include <QList>
 #include <QString>
 #include <QStringList>
+#include <functional>
 #include <optional>
 
 // One saved birthday: the name as typed and the record date text ("12 3 1985").
@@ -50,6 +51,8 @@ public:
     // The add dialog: a field of only blanks and tabs stores "Unknown", any other
     // text is kept untrimmed; the birthday is "d M yyyy" from the three integers.
     WriteResult append(const QString &fieldText, qint64 day, qint64 month, qint64 year);
+    // An import: appends the favorites, as given, at the end in one write.
+    WriteResult appendMany(const QList<Favorite> &favorites);
     WriteResult remove(qsizetype index);
     // Puts a favorite back at `index` (at the end when the list has grown
     // shorter since), as an undo of remove().
@@ -60,6 +63,13 @@ public:
 
     // Hands the chosen favorite to the main screen through the settings store.
     WriteResult select(qsizetype index) const;
+
+    // Called with the whole stored list after every change that any store of
+    // this process writes, so that what is made from the favorites (the
+    // birthdays calendar) stays current. Rows of fewer than two texts are
+    // left out. An empty listener stops it.
+    using ChangeListener = std::function<void(const QList<Favorite> &)>;
+    static void setChangeListener(ChangeListener listener);
 
     // Converts the two arrays of an earlier version once, guarded by
     // "firstStart2". Returns true when it ran; the caller then turns on

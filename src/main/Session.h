@@ -2,6 +2,7 @@
 
 #include "SaveNotice.h"
 #include "Themes.h"
+#include "contacts/BirthdayCalendar.h"
 #include "core/BirthDateResults.h"
 #include "core/Clock.h"
 #include "favorites/FavoritesStore.h"
@@ -43,6 +44,9 @@ public:
     ReminderScheduler *reminders = nullptr;
     // Tells the user of any change that could not be saved.
     SaveNotice saveNotice{strings};
+    // The birthdays calendar, rewritten after every change of the favorites
+    // while "Show birthdays in the calendar" is on.
+    BirthdayCalendar calendar;
 
     Language language() const { return m_language; }
     // Decides the language from the device and "preferredL" and fills the

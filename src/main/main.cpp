@@ -1,5 +1,7 @@
 #include "AppDelegate.h"
 #include "cli/CommandLine.h"
+#include "contacts/BirthdayCalendar.h"
+#include "contacts/EvolutionAddressBooks.h"
 #include "core/Clock.h"
 #include "platform/linux/DeliveryCommand.h"
 #include "platform/linux/LinuxReminders.h"
@@ -52,6 +54,13 @@ int runCommand()
         else
             done();
     };
+    context.phoneContacts = EvolutionAddressBooks::readAll;
+    // A change made here updates the birthdays calendar as the app would.
+    BirthdayCalendar calendar(settings, context.preferredLanguages, clock);
+    FavoritesStore::setChangeListener([&](const QList<Favorite> &list) {
+        if (const QString problem = calendar.update(list); !problem.isEmpty())
+            err << "tavlo: " << problem << '\n';
+    });
     return runCommandLine(QCoreApplication::arguments(), context);
 }
 

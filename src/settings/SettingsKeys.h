@@ -81,5 +81,8 @@ inline StringKey scheduledReminder(int number)
 inline const StringKey reminderTime{QStringLiteral("reminderTime")};
 // How many days before the birthday its reminder comes: 0 (on the day), 1, 3 or 7.
 inline const IntegerKey reminderDaysBefore{QStringLiteral("reminderDaysBefore")};
+// The favorites' birthdays are kept as a calendar file that evolution-data-server
+// shows (Phosh, GNOME) and other calendar apps can subscribe to.
+inline const BooleanKey birthdaysInCalendar{QStringLiteral("birthdaysInCalendar")};
 
 } // namespace SettingsKeys

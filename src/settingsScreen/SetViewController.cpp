@@ -261,3 +261,20 @@ void SetViewController::nextReminderLead()
     ReminderTiming::setDaysBefore(m_session.settings, choices.value((now + 1) % choices.size()));
     emit changed();
 }
+
+bool SetViewController::calendarOn() const
+{
+    return m_session.calendar.enabled();
+}
+
+QString SetViewController::calendarCaption() const
+{
+    return m_session.strings[UiText::ShowBirthdaysInCalendar];
+}
+
+void SetViewController::switchCalendarValue(bool on)
+{
+    if (const QString problem = m_session.calendar.setEnabled(on); !problem.isEmpty())
+        DebugLog::line(problem);
+    emit changed();
+}

@@ -53,6 +53,8 @@ class SetViewController : public QObject
     Q_PROPERTY(QString reminderLeadName READ reminderLeadName CONSTANT)
     Q_PROPERTY(QString earlierName READ earlierName CONSTANT)
     Q_PROPERTY(QString laterName READ laterName CONSTANT)
+    Q_PROPERTY(bool calendarOn READ calendarOn NOTIFY changed)
+    Q_PROPERTY(QString calendarCaption READ calendarCaption CONSTANT)
 
 public:
     explicit SetViewController(Session &session, QObject *parent = nullptr);
@@ -90,6 +92,8 @@ public:
     QString reminderLeadName() const;
     QString earlierName() const;
     QString laterName() const;
+    bool calendarOn() const;
+    QString calendarCaption() const;
 
     // Opens a link with the desktop's handler and tells whether it did
     // (QDesktopServices::openUrl unless replaced).
@@ -114,6 +118,8 @@ public:
     Q_INVOKABLE void stepReminderTime(int steps);
     // The next choice of how early, round the four.
     Q_INVOKABLE void nextReminderLead();
+    // "Show birthdays in the calendar".
+    Q_INVOKABLE void switchCalendarValue(bool on);
 
 signals:
     void changed();

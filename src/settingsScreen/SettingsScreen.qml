@@ -126,6 +126,16 @@ Item {
                 labelName: "lblStar"
                 onSwitched: on => root.controller.switchStarValue(on)
             }
+            SwitchRow {
+                caption: root.controller.calendarCaption
+                on: root.controller.calendarOn
+                switchName: "switchCalendar"
+                accent: root.controller.theme.accentColor
+                textColor: root.labelColor
+                trackOffColor: root.controller.theme.switchOffColor
+                labelName: "lblCalendar"
+                onSwitched: on => root.controller.switchCalendarValue(on)
+            }
 
             Rectangle {
                 objectName: "lblLine"

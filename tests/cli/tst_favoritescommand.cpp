@@ -4,8 +4,11 @@
 #include "core/Clock.h"
 #include "settings/MemorySettingsStore.h"
 
+#include <QDir>
+#include <QFile>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QTemporaryDir>
 #include <QTest>
 
 namespace {
@@ -27,14 +30,34 @@ class TestFavoritesCommand : public QObject
     MemorySettingsStore m_settings;
     FixedClock m_clock{at(2026, 11, 22, 12)};
 
-    Run tavlo(const QStringList &arguments)
+    QTemporaryDir m_files;
+    PhoneContactsReader m_phoneContacts;
+
+    Run tavlo(const QStringList &arguments, const QString &command = "favorites")
     {
         Run run;
         QTextStream out(&run.out);
         QTextStream err(&run.err);
         CommandContext context{m_settings, {QStringLiteral("en-US")}, m_clock, out, err};
-        run.status = runCommandLine(QStringList{"tavlo", "favorites"} + arguments, context);
+        context.phoneContacts = m_phoneContacts;
+        run.status = runCommandLine(QStringList{"tavlo", command} + arguments, context);
         return run;
+    }
+
+    // A file of the test's folder, written with `contents`.
+    QString file(const QString &name, const QByteArray &contents)
+    {
+        const QString path = m_files.filePath(name);
+        QDir().mkpath(QFileInfo(path).absolutePath());
+        QFile out(path);
+        if (!out.open(QIODevice::WriteOnly) || out.write(contents) != contents.size())
+            qFatal("cannot write %s", qPrintable(path));
+        return path;
+    }
+
+    static QByteArray card(const QByteArray &lines)
+    {
+        return "BEGIN:VCARD\r\nVERSION:3.0\r\n" + lines + "END:VCARD\r\n";
     }
 
     Rows stored() const { return m_settings.value(SettingsKeys::favorites).value_or(Rows{}); }
@@ -42,6 +65,7 @@ class TestFavoritesCommand : public QObject
 private slots:
     void init()
     {
+        m_phoneContacts = {};
         m_settings = MemorySettingsStore();
         m_settings.set(SettingsKeys::favorites,
                        Rows{{" Anna ", "22 11 1985"}, {"Bob", "21 11 2000"}});
@@ -115,6 +139,19 @@ private slots:
         QTest::newRow("remove negative") << QStringList{"remove", "-1"} << "-1";
         QTest::newRow("remove word") << QStringList{"remove", "first"} << "first";
         QTest::newRow("remove two") << QStringList{"remove", "0", "1"} << "INDEX";
+        const QString good = file("good.vcf", card("FN:Zoe\r\nBDAY:2001-07-05\r\n"));
+        QTest::newRow("import nothing") << QStringList{"import"} << "FILE";
+        QTest::newRow("import missing file")
+            << QStringList{"import", good, m_files.filePath("none.vcf")} << "none.vcf";
+        QTest::newRow("import no vCard")
+            << QStringList{"import", good, file("notes.vcf", "Zoe 2001-07-05\n")}
+            << "not a vCard file";
+        QTest::newRow("import cut off")
+            << QStringList{"import", good,
+                           file("cut.vcf", card("FN:Ann\r\n").repeated(3).chopped(12))}
+            << "cut off";
+        QTest::newRow("import folder") << QStringList{"import", m_files.path()} << m_files.path();
+        QTest::newRow("export two files") << QStringList{"export", "a.vcf", "b.vcf"} << "FILE.vcf";
     }
     void wrongArgumentsChangeNothing()
     {
@@ -129,6 +166,111 @@ private slots:
         QVERIFY2(run.err.contains(named), qPrintable(run.err));
         QCOMPARE(stored(), before);
         QCOMPARE(m_settings.writeCount(), writes);
+    }
+
+    // Several files are one import, told in one line; a second import of the
+    // same files adds nothing and writes nothing.
+    void importsFilesOnce()
+    {
+        const QString first = file("first.vcf", card("FN:Cleo\r\nBDAY:19900101\r\n") +
+                                                    card("N:Doe;Jane;;;\r\nBDAY:1985-03-12\r\n") +
+                                                    card("FN:No Birthday\r\n") +
+                                                    card("FN:Leap\r\nBDAY:1985-02-29\r\n"));
+        const QString second = file(
+            "own/second.vcard", card("FN: Anna \r\nBDAY;VALUE=date:1985-11-22\r\n") +
+                                    card("FN:Dan\r\nBDAY:--0312\r\n") +
+                                    card("FN:Eve\r\nBDAY;X-APPLE-OMIT-YEAR=1604:1604-03-12\r\n") +
+                                    card("FN:Cleo\r\nBDAY:1990-01-01T00:00:00Z\r\n") +
+                                    card("FN:Future\r\nBDAY:2030-01-01\r\n"));
+        Run run = tavlo({"import", first, second});
+        QCOMPARE(run.err, QString());
+        QCOMPARE(run.status, 0);
+        QCOMPARE(run.out, "tavlo: 2 added, 2 already there, 5 skipped (1 no birthday, 2 no birth "
+                          "year, 1 impossible date, 1 date in the future)\n");
+        const Rows after = Rows{{" Anna ", "22 11 1985"},
+                                {"Bob", "21 11 2000"},
+                                {"Cleo", "1 1 1990"},
+                                {"Jane Doe", "12 3 1985"}};
+        QCOMPARE(stored(), after);
+
+        const qsizetype writes = m_settings.writeCount();
+        run = tavlo({"import", second, first});
+        QCOMPARE(run.out, "tavlo: 0 added, 4 already there, 5 skipped (1 no birthday, 2 no birth "
+                          "year, 1 impossible date, 1 date in the future)\n");
+        QCOMPARE(m_settings.writeCount(), writes);
+        QCOMPARE(stored(), after);
+    }
+
+    // The phone's address books: the reader the platform gives, or else
+    // Plasma Mobile's folder with its files one level down.
+    void importsThePhonesContacts()
+    {
+        const QByteArray xdgData = qgetenv("XDG_DATA_HOME");
+        qputenv("XDG_DATA_HOME", m_files.filePath("data").toUtf8());
+        file("data/kpeoplevcard/a.vcf", card("FN:Folder Top\r\nBDAY:1970-05-06\r\n"));
+        file("data/kpeoplevcard/own/b.vcard", card("FN:Folder Own\r\nBDAY:1971-05-06\r\n"));
+        file("data/kpeoplevcard/own/deeper/c.vcf", card("FN:Too Deep\r\nBDAY:1972-05-06\r\n"));
+        file("data/kpeoplevcard/notes.txt", card("FN:Not a vCard file\r\nBDAY:1973-05-06\r\n"));
+        file("data/kpeoplevcard/broken.vcf", "garbage");
+        Run run = tavlo({"import", "--contacts"});
+        qputenv("XDG_DATA_HOME", xdgData);
+        QCOMPARE(run.out, "tavlo: 2 added, 0 already there, 0 skipped\n");
+        QCOMPARE(stored().mid(2), (Rows{{"Folder Top", "6 5 1970"}, {"Folder Own", "6 5 1971"}}));
+
+        m_phoneContacts = [] {
+            return PhoneContactsRead{{{"Folder Top", "1970-05-06"}, {"Service", "1999-09-09"}}, {}};
+        };
+        run = tavlo({"import", "--contacts"});
+        QCOMPARE(run.out, "tavlo: 1 added, 1 already there, 0 skipped\n");
+        QCOMPARE(stored().last(), (QStringList{"Service", "9 9 1999"}));
+    }
+
+    // Exported cards read back as the same favorites, names as stored.
+    void exportReadsBackUnchanged()
+    {
+        QCOMPARE(tavlo({"add", "Doe, Jane; \\ Jr.\nII", "1984-02-29"}).status, 0);
+        const Rows before = stored();
+        const QString path = m_files.filePath("export/favorites.vcf");
+        Run run = tavlo({"export", path});
+        QCOMPARE(run.status, 0);
+        QCOMPARE(run.out + run.err, QString());
+        m_settings.set(SettingsKeys::favorites, Rows{});
+        run = tavlo({"import", path});
+        QCOMPARE(run.out, "tavlo: 3 added, 0 already there, 0 skipped\n");
+        QCOMPARE(stored(), before);
+
+        run = tavlo({"export", "-"});
+        QVERIFY(run.out.startsWith("BEGIN:VCARD\r\nVERSION:4.0\r\n"));
+        QCOMPARE(run.out.count("BEGIN:VCARD"), 3);
+    }
+
+    void calendarExport()
+    {
+        Run run = tavlo({"export", "-", "--lang", "de"}, "calendar");
+        QCOMPARE(run.status, 0);
+        QVERIFY(run.out.startsWith("BEGIN:VCALENDAR\r\n"));
+        QVERIFY(run.out.contains("SUMMARY:Geburtstag von Bob\r\nDESCRIPTION:geboren 2000\r\n"));
+        run = tavlo({"export", m_files.filePath("birthdays.ics")}, "calendar");
+        QCOMPARE(run.status, 0);
+        QFile written(m_files.filePath("birthdays.ics"));
+        QVERIFY(written.open(QIODevice::ReadOnly));
+        QVERIFY(written.readAll().contains("SUMMARY:Bob's birthday\r\n"));
+        QCOMPARE(tavlo({"export"}, "calendar").status, 2);
+        QCOMPARE(tavlo({"export", "-", "--lang", "fr"}, "calendar").status, 2);
+    }
+
+    // A file that cannot be written: status 1, one line, nothing on standard
+    // output.
+    void unsavedFileSaysSo()
+    {
+        for (const QString &command : {QString("favorites"), QString("calendar")}) {
+            const Run run = tavlo({"export", "/dev/null/birthdays"}, command);
+            QCOMPARE(run.status, 1);
+            QCOMPARE(run.out, QString());
+            QVERIFY2(run.err.startsWith("tavlo: could not save /dev/null/birthdays: "),
+                     qPrintable(run.err));
+            QCOMPARE(run.err.count(u'\n'), 1);
+        }
     }
 };
 

@@ -453,6 +453,43 @@ private slots:
                  qPrintable(QString::number(top)));
     }
 
+    // The import button offers both imports; a file chosen in the dialog is
+    // imported in one write, the new row shows, and the summary is in the
+    // interface language, as is the reason a file is refused.
+    void importsAFile_data()
+    {
+        QTest::addColumn<QByteArray>("file");
+        QTest::addColumn<QString>("summary");
+        QTest::addColumn<int>("rows");
+        QTest::newRow("cards") << QByteArray("BEGIN:VCARD\nFN:Jane\nBDAY:1985-03-12\nEND:VCARD\n"
+                                             "BEGIN:VCARD\nFN:Anna\nEND:VCARD\n")
+                               << u"1 hinzugefügt, 0 schon vorhanden, 1 übersprungen (1 ohne "
+                                  u"Geburtstag)"_qs
+                               << 2;
+        QTest::newRow("no vCard") << QByteArray("hello") << u"Diese Datei ist keine vCard-Datei."_qs
+                                  << 1;
+    }
+    void importsAFile()
+    {
+        QFETCH(QByteArray, file);
+        QFETCH(QString, summary);
+        QFETCH(int, rows);
+        m_settings->set(favorites, Rows{{"Anna", "1 1 2000"}});
+        start({"de-DE"});
+        QTest::mouseClick(m_window.get(), Qt::LeftButton, {}, centreOf(find("btnImport")));
+        QTRY_VERIFY(m_window->findChild<QObject *>("importMenu")->property("opened").toBool());
+
+        QTemporaryDir dir;
+        QFile vcf(dir.filePath("contacts.vcf"));
+        QVERIFY(vcf.open(QIODevice::WriteOnly) && vcf.write(file) == file.size());
+        vcf.close();
+        m_controller->importFile(QUrl::fromLocalFile(vcf.fileName()));
+        QCOMPARE(m_controller->importSummary(), summary);
+        QCOMPARE(stored().size(), rows);
+        QTRY_COMPARE(find("tableView")->property("count").toInt(), rows);
+        QTRY_VERIFY(m_window->findChild<QObject *>("importSummary")->property("opened").toBool());
+    }
+
     void unreadableBirthdayStopsTheProgram()
     {
         QProcess child;

@@ -229,6 +229,29 @@ private slots:
         QCOMPARE(settings.value(favorites), (Rows{{"First", "2 2 2002"}, {name, birthday}}));
     }
 
+    // An import is one write of the list, whatever its size; nothing to add
+    // writes nothing.
+    void appendManyIsOneWrite()
+    {
+        RecordingSettingsStore settings;
+        settings.set(favorites, Rows{{"First", "2 2 2002"}});
+        FavoritesStore store(settings);
+        store.load();
+        settings.writes.clear();
+        settings.flushes = 0;
+
+        store.appendMany({});
+        QCOMPARE(settings.writes.size(), 0);
+        store.appendMany({{"  ", "1 1 2000"}, {"Bo", "12 3 1985"}, {"Bo", "12 3 1985"}});
+        QCOMPARE(settings.flushes, 1);
+        QCOMPARE(settings.writtenKeys(), QStringList{favorites.name});
+        QCOMPARE(settings.value(favorites), (Rows{{"First", "2 2 2002"},
+                                                  {"  ", "1 1 2000"},
+                                                  {"Bo", "12 3 1985"},
+                                                  {"Bo", "12 3 1985"}}));
+        QCOMPARE(store.count(), 4);
+    }
+
     void namesInAnyScriptKeptExactly_data()
     {
         QTest::addColumn<QString>("name");

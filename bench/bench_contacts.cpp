@@ -1,0 +1,79 @@
+// Importing 1,000 address-book cards (read, planned against the stored
+// favorites, appended in one write of the settings file) and exporting
+// 1,000 favorites (read from the settings file, written as vCards and as
+// the birthdays calendar).
+
+#include "contacts/BirthdayExport.h"
+#include "contacts/BirthdayImport.h"
+#include "settings/FileSettingsStore.h"
+
+#include <QTemporaryDir>
+
+#include <benchmark/benchmark.h>
+
+namespace {
+
+constexpr int count = 1000;
+
+// Cards as a phone's address book exports them: vCard 3.0 with a phone
+// number, an e-mail address and a folded note.
+QByteArray addressBook()
+{
+    QByteArray file;
+    for (int i = 0; i < count; ++i) {
+        const QByteArray n = QByteArray::number(i);
+        file += "BEGIN:VCARD\r\nVERSION:3.0\r\nN:Person" + n + ";Given;;;\r\nFN:Given Person" + n +
+                "\r\nTEL;TYPE=CELL:+49 170 " + n + "\r\nEMAIL:p" + n +
+                "@example.org\r\nBDAY:" + QByteArray::number(1940 + i % 80) + "-0" +
+                QByteArray::number(1 + i % 9) + "-1" + QByteArray::number(i % 9) +
+                "\r\nNOTE:Met at the conference in 2019\\, we talked about the weather for\r\n "
+                "a very long time.\r\nEND:VCARD\r\n";
+    }
+    return file;
+}
+
+void importCards(benchmark::State &state)
+{
+    const QByteArray file = addressBook();
+    QTemporaryDir dir;
+    for (auto _ : state) {
+        state.PauseTiming();
+        QFile::remove(dir.filePath("tavlo.conf"));
+        FileSettingsStore settings(dir.filePath("tavlo.conf"));
+        FavoritesStore favorites(settings);
+        state.ResumeTiming();
+        const VCardReader::Result read = VCardReader::read(file);
+        const ImportSummary summary =
+            BirthdayImport::importInto(favorites, read.contacts, QDate(2026, 11, 22));
+        if (summary.added != count)
+            state.SkipWithError("not every card was added");
+    }
+}
+BENCHMARK(importCards)->Unit(benchmark::kMillisecond);
+
+void exportFavorites(benchmark::State &state)
+{
+    QTemporaryDir dir;
+    FileSettingsStore settings(dir.filePath("tavlo.conf"));
+    FavoritesStore favorites(settings);
+    favorites.appendMany(
+        BirthdayImport::plan(VCardReader::read(addressBook()).contacts, {}, QDate(2026, 11, 22))
+            .additions);
+    UiStrings strings;
+    for (auto _ : state) {
+        FileSettingsStore reading(dir.filePath("tavlo.conf"));
+        FavoritesStore stored(reading);
+        stored.load();
+        const QList<Favorite> list = stored.all();
+        const auto cards = BirthdayExport::vCards(list);
+        const auto calendar = BirthdayExport::calendar(list, strings, QDateTime::currentDateTime());
+        if (cards.written != count || calendar.written != count)
+            state.SkipWithError("not every favorite was written");
+        benchmark::DoNotOptimize(cards.text.size() + calendar.text.size());
+    }
+}
+BENCHMARK(exportFavorites)->Unit(benchmark::kMillisecond);
+
+} // namespace
+
+BENCHMARK_MAIN();

@@ -1,0 +1,75 @@
+#include "CalendarCommand.h"
+
+#include "contacts/BirthdayExport.h"
+#include "core/Clock.h"
+#include "favorites/FavoritesStore.h"
+#include "settings/Language.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+const char *const help = R"(Usage: tavlo calendar export FILE.ics [--lang en|de|ru]
+
+Writes the favorites as an iCalendar file that calendar apps import or
+subscribe to: one all-day event per favorite, repeating every year from the
+day of birth, named "Anna's birthday" with "born 1985" in its description,
+in the interface language (or the one --lang names). Someone born on
+29 February has the birthday on 1 March in common years. Each event keeps
+its UID from one export to the next, so a calendar updates it instead of
+adding it twice. FILE "-" writes to standard output.
+
+Exit status: 0 on success, 1 when the file could not be saved, 2 for wrong
+arguments. A favorite whose birthday cannot be read is left out, with a
+line on standard error.
+)";
+
+} // namespace
+
+int CalendarCommand::fail(const QString &message)
+{
+    return failCommand(m_context, "calendar", message);
+}
+
+int CalendarCommand::run(const QStringList &arguments)
+{
+    const QString action = arguments.value(1);
+    if (action == u"--help" || action == u"-h" || action == u"help") {
+        m_context.out << help;
+        m_context.out.flush();
+        return ExitStatus::ok;
+    }
+    if (action != u"export") {
+        return fail(action.isEmpty()
+                        ? u"say export (try tavlo calendar --help)"_s
+                        : u"unknown action \"%1\" (try tavlo calendar --help)"_s.arg(action));
+    }
+    QStringList rest = arguments.mid(2);
+    std::optional<Language> language;
+    if (const qsizetype at = rest.indexOf(u"--lang"_s); at >= 0) {
+        language = languageFromCode(rest.value(at + 1));
+        if (!language)
+            return fail(u"--lang \"%1\": expected en, de or ru"_s.arg(rest.value(at + 1)));
+        rest.remove(at, 2);
+    }
+    if (rest.size() != 1)
+        return fail(u"export takes one FILE.ics (\"-\" for standard output)"_s);
+
+    FavoritesStore favorites(m_context.settings);
+    favorites.load();
+    if (!language) {
+        language = decideLanguage(m_context.preferredLanguages,
+                                  m_context.settings.value(SettingsKeys::preferredLanguage))
+                       .language;
+    }
+    UiStrings strings;
+    strings.apply(*language);
+    const BirthdayExport::Output output =
+        BirthdayExport::calendar(favorites.all(), strings, m_context.clock.now());
+    if (output.unreadable > 0) {
+        m_context.err << "tavlo: " << output.unreadable
+                      << " favorites left out: their birthday cannot be read\n";
+        m_context.err.flush();
+    }
+    return writeOutputFile(m_context, rest.at(0), output.text);
+}

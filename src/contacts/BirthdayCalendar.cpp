@@ -1,0 +1,99 @@
+#include "BirthdayCalendar.h"
+
+#include "BirthdayExport.h"
+#include "SavedFile.h"
+#include "core/Clock.h"
+#include "settings/Language.h"
+#include "settings/SettingsStore.h"
+
+#include <QFile>
+#include <QStandardPaths>
+#include <QUrl>
+
+using namespace Qt::Literals::StringLiterals;
+
+BirthdayCalendar::Paths BirthdayCalendar::Paths::standard()
+{
+    return {QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) +
+                u"/tavlo/birthdays.ics"_s,
+            QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +
+                u"/evolution/sources/tavlo-birthdays.source"_s};
+}
+
+BirthdayCalendar::BirthdayCalendar(SettingsStore &settings, QStringList preferredLanguages,
+                                   const Clock &clock, Paths paths)
+    : m_settings(settings), m_preferredLanguages(std::move(preferredLanguages)), m_clock(clock),
+      m_paths(std::move(paths))
+{}
+
+bool BirthdayCalendar::enabled() const
+{
+    return m_settings.value(SettingsKeys::birthdaysInCalendar);
+}
+
+QByteArray BirthdayCalendar::sourceText(const QString &calendarFile, const QString &displayName)
+{
+    // Key-file values: a line break would end the value.
+    QString name = displayName;
+    name.replace(u'\n', u' ');
+    return (u"[Data Source]\n"
+            u"DisplayName=%1\n"
+            u"Enabled=true\n"
+            u"Parent=local-stub\n"
+            u"\n"
+            u"[Calendar]\n"
+            u"BackendName=local\n"
+            u"Color=#e0457b\n"
+            u"Selected=true\n"
+            u"\n"
+            u"[Local Backend]\n"
+            u"CustomFile=%2\n"
+            u"Writable=false\n"_s)
+        .arg(name, QUrl::fromLocalFile(calendarFile).toString(QUrl::FullyEncoded))
+        .toUtf8();
+}
+
+QString BirthdayCalendar::publish(const QList<Favorite> &favorites)
+{
+    UiStrings strings;
+    strings.apply(
+        decideLanguage(m_preferredLanguages, m_settings.value(SettingsKeys::preferredLanguage))
+            .language);
+    const QByteArray calendar = BirthdayExport::calendar(favorites, strings, m_clock.now()).text;
+    if (QString problem = saveWholeFile(m_paths.calendarFile, calendar); !problem.isEmpty())
+        return problem;
+    const QByteArray source =
+        sourceText(m_paths.calendarFile, u"Tavlo – "_s + strings[UiText::Favorites]);
+    // Registered once: evolution-data-server watches the folder, and a
+    // source rewritten for nothing would make it reload.
+    QFile existing(m_paths.sourceFile);
+    if (existing.open(QIODevice::ReadOnly) && existing.readAll() == source)
+        return {};
+    return saveWholeFile(m_paths.sourceFile, source);
+}
+
+QString BirthdayCalendar::setEnabled(bool on)
+{
+    m_settings.set(SettingsKeys::birthdaysInCalendar, on);
+    if (on) {
+        QList<Favorite> favorites;
+        for (const QStringList &row :
+             m_settings.value(SettingsKeys::favorites).value_or(QList<QStringList>())) {
+            if (row.size() >= 2)
+                favorites.append({row.at(0), row.at(1)});
+        }
+        return publish(favorites);
+    }
+    QString problem;
+    for (const QString &path : {m_paths.sourceFile, m_paths.calendarFile}) {
+        QFile file(path);
+        if (file.exists() && !file.remove() && problem.isEmpty())
+            problem = u"could not remove %1: %2"_s.arg(path, file.errorString());
+    }
+    return problem;
+}
+
+QString BirthdayCalendar::update(const QList<Favorite> &favorites)
+{
+    return enabled() ? publish(favorites) : QString();
+}

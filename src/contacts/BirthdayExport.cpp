@@ -1,0 +1,157 @@
+#include "BirthdayExport.h"
+
+#include "core/DatePattern.h"
+
+#include <QHash>
+#include <QUuid>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+// Tavlo's own namespace for name-based UUIDs of its birthdays.
+const QUuid uidNamespace(u"6f1b0c2e-5a4d-4c1e-9a7b-3d2f8e6c1a90"_s);
+
+// A content line, CRLF-ended and folded so that no line is longer than 75
+// octets; a fold never splits a UTF-8 character.
+void appendLine(QByteArray &out, const QString &line)
+{
+    const QByteArray bytes = line.toUtf8();
+    qsizetype start = 0;
+    qsizetype room = 75;
+    while (bytes.size() - start > room) {
+        qsizetype end = start + room;
+        // Back off continuation bytes (10xxxxxx) to a character's start.
+        while (end > start && (uchar(bytes.at(end)) & 0xC0) == 0x80)
+            --end;
+        out.append(bytes.constData() + start, end - start);
+        out.append("\r\n ");
+        start = end;
+        room = 74; // the blank that starts a continued line counts
+    }
+    out.append(bytes.constData() + start, bytes.size() - start);
+    out.append("\r\n");
+}
+
+// A text value: backslash, semicolon, comma and line breaks escaped; other
+// control characters, which neither format allows, left out.
+QString escaped(const QString &text)
+{
+    QString result;
+    result.reserve(text.size() + 8);
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        const QChar c = text.at(i);
+        if (c == u'\\' || c == u';' || c == u',') {
+            result.append(u'\\');
+            result.append(c);
+        } else if (c == u'\r') {
+            result.append(u"\\n"_s);
+            if (i + 1 < text.size() && text.at(i + 1) == u'\n')
+                ++i;
+        } else if (c == u'\n') {
+            result.append(u"\\n"_s);
+        } else if (c == u'\t' || c.unicode() >= 0x20) {
+            if (c.unicode() != 0x7f)
+                result.append(c);
+        }
+    }
+    return result;
+}
+
+std::optional<QDate> birthDate(const Favorite &favorite)
+{
+    static const DatePattern record(u"dd MM yyyy");
+    return record.parse(favorite.birthday);
+}
+
+QString basicDate(QDate date)
+{
+    return DatePattern(u"yyyyMMdd").format(date);
+}
+
+// The name as the list shows it: trailing blanks gone, "Unknown" for none.
+QString shownName(const QString &name)
+{
+    qsizetype end = name.size();
+    while (end > 0 && name.at(end - 1).isSpace())
+        --end;
+    return end == 0 ? u"Unknown"_s : name.first(end);
+}
+
+// Walks the favorites that can be written, with the UID each gets.
+template <typename Write>
+BirthdayExport::Output eachFavorite(const QList<Favorite> &favorites, Write write)
+{
+    BirthdayExport::Output output;
+    QHash<QString, int> seen;
+    for (const Favorite &favorite : favorites) {
+        const std::optional<QDate> date = birthDate(favorite);
+        if (!date) {
+            ++output.unreadable;
+            continue;
+        }
+        int &repeat = seen[favorite.name + u'\x1f' + favorite.birthday];
+        write(output.text, favorite, *date, BirthdayExport::uid(favorite, repeat++));
+        ++output.written;
+    }
+    return output;
+}
+
+} // namespace
+
+namespace BirthdayExport {
+
+QString uid(const Favorite &favorite, int repeat)
+{
+    QString base = favorite.name + u'\n' + favorite.birthday;
+    if (repeat > 0)
+        base += u'\n' + QString::number(repeat);
+    return QUuid::createUuidV5(uidNamespace, base).toString(QUuid::WithoutBraces);
+}
+
+Output vCards(const QList<Favorite> &favorites)
+{
+    return eachFavorite(
+        favorites, [](QByteArray &out, const Favorite &favorite, QDate date, const QString &id) {
+            appendLine(out, u"BEGIN:VCARD"_s);
+            appendLine(out, u"VERSION:4.0"_s);
+            appendLine(out, u"UID:urn:uuid:"_s + id);
+            appendLine(out, u"FN:"_s + escaped(favorite.name));
+            appendLine(out, u"BDAY:"_s + basicDate(date));
+            appendLine(out, u"END:VCARD"_s);
+        });
+}
+
+Output calendar(const QList<Favorite> &favorites, const UiStrings &strings, const QDateTime &stamp)
+{
+    const QString dtstamp = stamp.toUTC().toString(u"yyyyMMdd'T'HHmmss'Z'"_s);
+    QByteArray head;
+    appendLine(head, u"BEGIN:VCALENDAR"_s);
+    appendLine(head, u"VERSION:2.0"_s);
+    appendLine(head, u"PRODID:-//Tavlo//Birthdays//EN"_s);
+    appendLine(head, u"CALSCALE:GREGORIAN"_s);
+    Output output = eachFavorite(favorites, [&](QByteArray &out, const Favorite &favorite,
+                                                QDate date, const QString &id) {
+        appendLine(out, u"BEGIN:VEVENT"_s);
+        appendLine(out, u"UID:"_s + id);
+        appendLine(out, u"DTSTAMP:"_s + dtstamp);
+        appendLine(out, u"DTSTART;VALUE=DATE:"_s + basicDate(date));
+        appendLine(out, u"DTEND;VALUE=DATE:"_s + basicDate(date.addDays(1)));
+        // Day 60 of the year is 29 February in leap years and 1 March in
+        // the others: the birthday every year, on the day Tavlo counts.
+        const bool leapDay = date.month() == 2 && date.day() == 29;
+        appendLine(out, leapDay ? u"RRULE:FREQ=YEARLY;BYYEARDAY=60"_s : u"RRULE:FREQ=YEARLY"_s);
+        appendLine(out, u"SUMMARY:"_s + escaped(strings[UiText::CalendarBirthdayOf].arg(
+                                            shownName(favorite.name))));
+        appendLine(out,
+                   u"DESCRIPTION:"_s + escaped(strings[UiText::CalendarBornIn].arg(date.year())));
+        appendLine(out, u"CATEGORIES:BIRTHDAY"_s);
+        appendLine(out, u"TRANSP:TRANSPARENT"_s);
+        appendLine(out, u"END:VEVENT"_s);
+    });
+    output.text.prepend(head);
+    appendLine(output.text, u"END:VCALENDAR"_s);
+    return output;
+}
+
+} // namespace BirthdayExport

@@ -1,0 +1,75 @@
+#pragma once
+
+#include "VCardReader.h"
+#include "favorites/FavoritesStore.h"
+#include "settings/UiStrings.h"
+
+#include <QDate>
+#include <QList>
+
+// What an import does with one card.
+enum class ImportOutcome {
+    Added,
+    // Same name and birthday as a favorite, or as a card before it.
+    AlreadyThere,
+    NoBirthday,
+    // "--0312", or a year marked as a placeholder (X-APPLE-OMIT-YEAR, 0000).
+    NoBirthYear,
+    // Written as a date that does not exist, such as 1985-02-30.
+    ImpossibleDate,
+    FutureDate,
+    // A phrase ("circa 1800") or a form no address book writes.
+    UnreadableDate,
+};
+
+// The counts of an import, as its summary line tells them.
+struct ImportSummary
+{
+    qsizetype added = 0;
+    qsizetype alreadyThere = 0;
+    qsizetype noBirthday = 0;
+    qsizetype noBirthYear = 0;
+    qsizetype impossibleDate = 0;
+    qsizetype futureDate = 0;
+    qsizetype unreadableDate = 0;
+
+    qsizetype skipped() const
+    {
+        return noBirthday + noBirthYear + impossibleDate + futureDate + unreadableDate;
+    }
+    void count(ImportOutcome outcome);
+    friend bool operator==(const ImportSummary &, const ImportSummary &) = default;
+};
+
+// What importing some cards into the favorites will do: the favorites to
+// append, in the cards' order, and the counts.
+struct ImportPlan
+{
+    QList<Favorite> additions;
+    ImportSummary summary;
+};
+
+namespace BirthdayImport {
+
+// The birthday of a card as a date, or why it is none. `today` decides what
+// is in the future.
+struct Birthday
+{
+    ImportOutcome outcome = ImportOutcome::Added;
+    QDate date;
+};
+Birthday birthday(const VCardContact &contact, QDate today);
+
+// Plans the import of `contacts` into a list that holds `existing`.
+ImportPlan plan(const QList<VCardContact> &contacts, const QList<Favorite> &existing, QDate today);
+
+// Imports `contacts` into `store` as it is stored now: the plan, then its
+// additions appended in one write. Returns the counts.
+ImportSummary importInto(FavoritesStore &store, const QList<VCardContact> &contacts, QDate today);
+
+// "8 added, 1 already there, 4 skipped (1 no birthday, 2 no birth year, 1
+// impossible date)" in the interface language of `strings`; only the reasons
+// that occurred are named.
+QString summaryText(const ImportSummary &summary, const UiStrings &strings);
+
+} // namespace BirthdayImport

@@ -1,0 +1,50 @@
+import QtQuick
+import QtQuick.Controls
+import QtQuick.Layouts
+import Tavlo
+
+// Where to import birthdays from: a vCard file or the phone's contacts.
+Alert {
+    id: menu
+
+    required property FavViewController controller
+
+    signal fileChosen()
+
+    objectName: "importMenu"
+    theme: controller.theme
+    padding: 4
+
+    footer: AlertButtonRow {
+        theme: menu.theme
+        stacked: true
+
+        AlertButton {
+            objectName: "btnImportFile"
+            Layout.fillWidth: true
+            text: menu.controller.importFileText
+            tint: menu.theme.labelColor
+            onClicked: {
+                menu.close()
+                menu.fileChosen()
+            }
+        }
+        AlertButton {
+            objectName: "btnImportContacts"
+            Layout.fillWidth: true
+            text: menu.controller.importContactsText
+            tint: menu.theme.labelColor
+            onClicked: {
+                menu.close()
+                menu.controller.importContacts()
+            }
+        }
+        AlertButton {
+            objectName: "btnImportCancel"
+            Layout.fillWidth: true
+            text: menu.controller.cancelText
+            tint: menu.theme.labelColor
+            onClicked: menu.close()
+        }
+    }
+}

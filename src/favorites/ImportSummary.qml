@@ -1,0 +1,27 @@
+import QtQuick
+import QtQuick.Controls
+import QtQuick.Layouts
+import Tavlo
+
+// What an import did, in the interface language.
+Alert {
+    id: summary
+
+    required property FavViewController controller
+
+    objectName: "importSummary"
+    theme: controller.theme
+    title: controller.importSummary
+
+    footer: AlertButtonRow {
+        theme: summary.theme
+
+        AlertButton {
+            objectName: "btnImportDone"
+            Layout.fillWidth: true
+            text: summary.controller.okText
+            tint: summary.theme.labelColor
+            onClicked: summary.close()
+        }
+    }
+}

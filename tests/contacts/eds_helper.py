@@ -1,0 +1,61 @@
+#!/usr/bin/python3
+"""Talks to evolution-data-server through its own client libraries (GObject
+introspection), as GNOME's apps do.
+
+  eds_helper.py add-contacts VCARD...   adds cards to the built-in address book
+  eds_helper.py calendar-events UID     prints the events of the calendar source
+                                        UID, one JSON object per line
+"""
+import json
+import sys
+import time
+
+import gi
+
+gi.require_version("EDataServer", "1.2")
+from gi.repository import EDataServer  # noqa: E402
+
+
+def add_contacts(cards):
+    gi.require_version("EBook", "1.2")
+    gi.require_version("EBookContacts", "1.2")
+    from gi.repository import EBook, EBookContacts
+
+    registry = EDataServer.SourceRegistry.new_sync(None)
+    book = EBook.BookClient.connect_sync(registry.ref_builtin_address_book(), 1, None)
+    for card in cards:
+        contact = EBookContacts.Contact.new_from_vcard(card)
+        book.add_contact_sync(contact, EBookContacts.BookOperationFlags.NONE, None)
+
+
+def calendar_events(uid):
+    gi.require_version("ECal", "2.0")
+    from gi.repository import ECal
+
+    registry = EDataServer.SourceRegistry.new_sync(None)
+    # The registry notices a new .source file within a moment.
+    for _ in range(100):
+        source = registry.ref_source(uid)
+        if source is not None:
+            break
+        time.sleep(0.1)
+    if source is None:
+        sys.exit("no calendar source " + uid)
+    client = ECal.Client.connect_sync(source, ECal.ClientSourceType.EVENTS, 1, None)
+    ok, components = client.get_object_list_as_comps_sync("#t", None)
+    for component in components:
+        start = component.get_dtstart().get_value()
+        print(json.dumps({
+            "uid": component.get_uid(),
+            "summary": component.get_summary().get_value(),
+            "start": "%04d-%02d-%02d" % (start.get_year(), start.get_month(), start.get_day()),
+            "allDay": start.is_date(),
+            "rrule": [r.to_string() for r in component.get_rrules()],
+        }, ensure_ascii=False))
+
+
+if __name__ == "__main__":
+    if sys.argv[1] == "add-contacts":
+        add_contacts(sys.argv[2:])
+    elif sys.argv[1] == "calendar-events":
+        calendar_events(sys.argv[2])

@@ -1,0 +1,193 @@
+#include "contacts/BirthdayExport.h"
+#include "contacts/BirthdayImport.h"
+#include "core/AgeCalculator.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+const QDate today(2026, 11, 22);
+
+// Names that need escaping, folding or both, and the 29th of February.
+const QList<Favorite> favorites{
+    {"Anna", "12 3 1985"},
+    {"Doe, Jane; Jr. \\ II", "7 1 2001"},
+    {"Line\nbreak", "1 1 2000"},
+    {" Leading and trailing ", "31 12 1999"},
+    {u"Александра Сергеевна Иванова-Петрова-Сидорова из Санкт-Петербурга"_s, "5 6 1970"},
+    {"Leap", "29 2 1984"},
+    {"Early", "1 1 985"},
+};
+
+struct Event
+{
+    QString uid, summary, description, start, end;
+    QStringList next;
+};
+
+// The calendar as python3-icalendar reads it; each event's next occurrences
+// after the given dates.
+QList<Event> readCalendar(const QByteArray &ics, const QList<QDate> &after)
+{
+    QTemporaryDir dir;
+    QFile file(dir.filePath("birthdays.ics"));
+    if (!file.open(QIODevice::WriteOnly) || file.write(ics) != ics.size())
+        qFatal("cannot write the calendar");
+    file.close();
+    QStringList arguments{READ_CALENDAR, file.fileName()};
+    for (QDate date : after)
+        arguments.append(date.toString(Qt::ISODate));
+    QProcess python;
+    python.start("/usr/bin/python3", arguments);
+    python.waitForFinished(60000);
+    if (python.exitCode() != 0)
+        qFatal("read_calendar.py: %s", python.readAllStandardError().constData());
+    QList<Event> events;
+    for (const QByteArray &line : python.readAllStandardOutput().split('\n')) {
+        if (line.isEmpty())
+            continue;
+        const QJsonObject o = QJsonDocument::fromJson(line).object();
+        QStringList next;
+        for (const QJsonValue &v : o["next"].toArray())
+            next.append(v.toString());
+        events.append({o["uid"].toString(), o["summary"].toString(), o["description"].toString(),
+                       o["start"].toString(), o["end"].toString(), next});
+    }
+    return events;
+}
+} // namespace
+
+class TestBirthdayExport : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase()
+    {
+        if (QProcess::execute("/usr/bin/python3", {"-c", "import icalendar"}) != 0)
+            QSKIP("python3-icalendar is missing: scripts/install-deps installs it");
+    }
+
+    // What Tavlo writes, it reads back as the same favorites, and a second
+    // import of the same file adds nothing.
+    void vCardsReadBackUnchanged()
+    {
+        const QList<Favorite> withBadRow = favorites + QList<Favorite>{{"Bad", "sometime"}};
+        const BirthdayExport::Output output = BirthdayExport::vCards(withBadRow);
+        QCOMPARE(output.written, favorites.size());
+        QCOMPARE(output.unreadable, 1);
+        const VCardReader::Result read = VCardReader::read(output.text);
+        QCOMPARE(read.error, VCardReader::Error::None);
+        const ImportPlan first = BirthdayImport::plan(read.contacts, {}, today);
+        QList<Favorite> expected = favorites;
+        expected.last().birthday = "1 1 0985"; // the record year always has four digits
+        QCOMPARE(first.additions, expected);
+        const ImportPlan second = BirthdayImport::plan(read.contacts, favorites, today);
+        QCOMPARE(second.summary.added, 0);
+        QCOMPARE(second.summary.alreadyThere, favorites.size());
+    }
+
+    // Both formats: CRLF after every line, none longer than 75 octets.
+    void linesAreFoldedAndEndInCrlf()
+    {
+        for (const QByteArray &text :
+             {BirthdayExport::vCards(favorites).text,
+              BirthdayExport::calendar(favorites, UiStrings(), QDateTime::currentDateTime())
+                  .text}) {
+            QVERIFY(text.endsWith("\r\n"));
+            const QList<QByteArray> lines = text.chopped(1).split('\n');
+            bool folded = false;
+            for (const QByteArray &line : lines) {
+                QVERIFY2(line.endsWith('\r') && !line.chopped(1).contains('\r'), line);
+                QVERIFY2(line.size() - 1 <= 75, line);
+                folded = folded || line.startsWith(' ');
+                // A fold never splits a UTF-8 character.
+                QVERIFY(QString::fromUtf8(line).toUtf8() == line);
+            }
+            QVERIFY(folded);
+        }
+    }
+
+    // The calendar as a real parser reads it, in each language; every
+    // birthday repeats on the day Tavlo's own next-birthday rule names.
+    void calendarAsAParserReadsIt_data()
+    {
+        QTest::addColumn<Language>("language");
+        QTest::addColumn<QString>("summary");
+        QTest::addColumn<QString>("description");
+        QTest::newRow("en") << Language::English << "Leap's birthday"
+                            << "born 1984";
+        QTest::newRow("de") << Language::German << "Geburtstag von Leap"
+                            << "geboren 1984";
+        QTest::newRow("ru") << Language::Russian << u"День рождения: Leap"_s
+                            << u"год рождения: 1984"_s;
+    }
+    void calendarAsAParserReadsIt()
+    {
+        QFETCH(Language, language);
+        QFETCH(QString, summary);
+        QFETCH(QString, description);
+        UiStrings strings;
+        strings.apply(language);
+        const BirthdayExport::Output output =
+            BirthdayExport::calendar(favorites, strings, QDateTime::currentDateTime());
+        QCOMPARE(output.written, favorites.size());
+        const QList<QDate> days{
+            {2026, 11, 22}, {2027, 2, 28}, {2028, 2, 28}, {2028, 2, 29}, {2099, 12, 31}};
+        const QList<Event> events = readCalendar(output.text, days);
+        QCOMPARE(events.size(), favorites.size());
+        for (qsizetype i = 0; i < events.size(); ++i) {
+            const Event &event = events.at(i);
+            const QDate born = QDate::fromString(event.start, Qt::ISODate);
+            QCOMPARE(QDate::fromString(event.end, Qt::ISODate), born.addDays(1));
+            QCOMPARE(event.uid, BirthdayExport::uid(favorites.at(i)));
+            for (qsizetype d = 0; d < days.size(); ++d)
+                QCOMPARE(
+                    event.next.at(d),
+                    days.at(d).addDays(daysToNextBirthday(born, days.at(d))).toString(Qt::ISODate));
+        }
+        const Event &leap = events.at(5);
+        QCOMPARE(leap.start, "1984-02-29");
+        QCOMPARE(leap.next, (QStringList{"2027-03-01", "2027-03-01", "2028-02-29", "2029-03-01",
+                                         "2100-03-01"}));
+        QCOMPARE(leap.summary, summary);
+        QCOMPARE(leap.description, description);
+        QCOMPARE(events.at(1).summary,
+                 strings[UiText::CalendarBirthdayOf].arg("Doe, Jane; Jr. \\ II"));
+        QCOMPARE(events.at(3).summary,
+                 strings[UiText::CalendarBirthdayOf].arg(" Leading and trailing"));
+    }
+
+    // The same favorite keeps its UID from one export to the next, whatever
+    // else changed; two equal favorites get two UIDs.
+    void uidsLast()
+    {
+        const auto uids = [](const QList<Favorite> &list) {
+            const QList<Event> events = readCalendar(
+                BirthdayExport::calendar(list, UiStrings(), QDateTime::currentDateTime()).text, {});
+            QStringList result;
+            for (const Event &event : events)
+                result.append(event.uid);
+            return result;
+        };
+        const QStringList before = uids({{"Anna", "12 3 1985"}, {"Bob", "1 1 2000"}});
+        const QStringList after = uids({{"Bob", "1 1 2000"},
+                                        {"Cleo", "2 2 2002"},
+                                        {"Anna", "12 3 1985"},
+                                        {"Anna", "12 3 1985"}});
+        QCOMPARE(after.at(0), before.at(1));
+        QCOMPARE(after.at(2), before.at(0));
+        QCOMPARE(QSet<QString>(after.begin(), after.end()).size(), 4);
+        QVERIFY(BirthdayExport::vCards({{"Anna", "12 3 1985"}})
+                    .text.contains(("UID:urn:uuid:" + before.at(0)).toUtf8()));
+    }
+};
+
+QTEST_GUILESS_MAIN(TestBirthdayExport)
+#include "tst_birthdayexport.moc"

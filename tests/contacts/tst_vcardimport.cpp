@@ -1,0 +1,275 @@
+#include "contacts/BirthdayImport.h"
+#include "contacts/VCardReader.h"
+#include "core/DatePattern.h"
+
+#include <QElapsedTimer>
+#include <QRandomGenerator>
+#include <QTest>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+const QDate today(2026, 11, 22);
+
+// Line ends as the address book wrote them.
+QByteArray crlf(const QByteArray &lines)
+{
+    QByteArray text = lines;
+    return text.replace("\n", "\r\n");
+}
+
+ImportPlan planFor(const QByteArray &file, const QList<Favorite> &existing = {})
+{
+    const VCardReader::Result read = VCardReader::read(file);
+    return BirthdayImport::plan(read.contacts, existing, today);
+}
+} // namespace
+
+class TestVCardImport : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    // Each address-book form, alone in a file: what Tavlo stores from it.
+    void readsWhatAddressBooksWrite_data()
+    {
+        QTest::addColumn<QByteArray>("file");
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QString>("birthday");
+
+        QTest::newRow("4.0 basic date") << "BEGIN:VCARD\nVERSION:4.0\nFN:Jane Doe\n"
+                                           "BDAY:19850312\nEND:VCARD\n"_ba
+                                        << "Jane Doe"
+                                        << "12 3 1985";
+        QTest::newRow("3.0 extended date, CRLF")
+            << crlf("BEGIN:VCARD\nVERSION:3.0\nFN:Jane Doe\nBDAY:1985-03-12\nEND:VCARD\n")
+            << "Jane Doe"
+            << "12 3 1985";
+        QTest::newRow("VALUE=date")
+            << "BEGIN:VCARD\nVERSION:3.0\nFN:Jane\nBDAY;VALUE=date:1985-03-12\nEND:VCARD\n"_ba
+            << "Jane"
+            << "12 3 1985";
+        QTest::newRow("date-time, date part")
+            << "BEGIN:VCARD\nVERSION:3.0\nFN:Jane\nBDAY:1985-03-12T00:00:00Z\nEND:VCARD\n"_ba
+            << "Jane"
+            << "12 3 1985";
+        QTest::newRow("basic date-time") << "BEGIN:VCARD\nFN:Jane\nBDAY:19850312T101500\n"
+                                            "END:VCARD\n"_ba
+                                         << "Jane"
+                                         << "12 3 1985";
+        QTest::newRow("N without FN") << "BEGIN:VCARD\nVERSION:3.0\nN:Doe;Jane;;;\n"
+                                         "BDAY:1985-03-12\nEND:VCARD\n"_ba
+                                      << "Jane Doe"
+                                      << "12 3 1985";
+        QTest::newRow("blank FN, N used") << "BEGIN:VCARD\nFN: \nN:Doe;Jane\n"
+                                             "BDAY:1985-03-12\nEND:VCARD\n"_ba
+                                          << "Jane Doe"
+                                          << "12 3 1985";
+        QTest::newRow("family name only") << "BEGIN:VCARD\nN:Doe;;;;\nBDAY:1985-03-12\n"
+                                             "END:VCARD\n"_ba
+                                          << "Doe"
+                                          << "12 3 1985";
+        QTest::newRow("no name at all") << "BEGIN:VCARD\nBDAY:1985-03-12\nEND:VCARD\n"_ba
+                                        << "Unknown"
+                                        << "12 3 1985";
+        QTest::newRow("folded line, lower-case names")
+            << "begin:vcard\nversion:4.0\nfn:Jane Ma\n rie Doe\nbday:1985-03-12\nend:vcard\n"_ba
+            << "Jane Marie Doe"
+            << "12 3 1985";
+        QTest::newRow("fold with a tab inside a UTF-8 character")
+            << "BEGIN:VCARD\r\nFN:J\xc3\r\n\t\xbcrgen\r\nBDAY:1985-03-12\r\nEND:VCARD\r\n"_ba
+            << u"Jürgen"_s << "12 3 1985";
+        QTest::newRow("escapes") << "BEGIN:VCARD\nFN:Doe\\, Jane\\; Jr.\\nII \\\\ x\n"
+                                    "BDAY:1985-03-12\nEND:VCARD\n"_ba
+                                 << "Doe, Jane; Jr.\nII \\ x"
+                                 << "12 3 1985";
+        QTest::newRow("escaped semicolon in N") << "BEGIN:VCARD\nN:Doe\\;Smith;Jane\n"
+                                                   "BDAY:1985-03-12\nEND:VCARD\n"_ba
+                                                << "Jane Doe;Smith"
+                                                << "12 3 1985";
+        QTest::newRow("2.1 quoted-printable UTF-8 with soft break")
+            << crlf("BEGIN:VCARD\nVERSION:2.1\n"
+                    "N;CHARSET=UTF-8;ENCODING=QUOTED-PRINTABLE:=D0=98=D0=B2=D0=B0=D0=BD=D0=BE=\n"
+                    "=D0=B2;=D0=98=D0=B2=D0=B0=D0=BD;;;\nBDAY:1985-03-12\nEND:VCARD\n")
+            << u"Иван Иванов"_s << "12 3 1985";
+        QTest::newRow("2.1 bare QUOTED-PRINTABLE, Latin-1")
+            << crlf("BEGIN:VCARD\nVERSION:2.1\nFN;CHARSET=ISO-8859-1;QUOTED-PRINTABLE:J=FC=\n"
+                    "rgen M=FCller\nBDAY:19850312\nEND:VCARD\n")
+            << u"Jürgen Müller"_s << "12 3 1985";
+        QTest::newRow("grouped property, quoted colon in parameter")
+            << "BEGIN:VCARD\nFN;X-NOTE=\"a:b\":Jane\nitem1.BDAY:1985-03-12\nEND:VCARD\n"_ba
+            << "Jane"
+            << "12 3 1985";
+        QTest::newRow("2.1 photo in base64 before the birthday")
+            << crlf("BEGIN:VCARD\nVERSION:2.1\nFN:Jane\nPHOTO;ENCODING=BASE64;TYPE=JPEG:\n"
+                    " /9j/4AAQSkZJRgABAQ\n BDAY:19990101\n\nBDAY:1985-03-12\nEND:VCARD\n")
+            << "Jane"
+            << "12 3 1985";
+    }
+    void readsWhatAddressBooksWrite()
+    {
+        QFETCH(QByteArray, file);
+        QFETCH(QString, name);
+        QFETCH(QString, birthday);
+        const VCardReader::Result read = VCardReader::read(file);
+        QCOMPARE(read.error, VCardReader::Error::None);
+        const ImportPlan plan = BirthdayImport::plan(read.contacts, {}, today);
+        QCOMPARE(plan.additions, QList<Favorite>{Favorite({name, birthday})});
+    }
+
+    // Why a card is not added.
+    void skipsWithTheReason_data()
+    {
+        QTest::addColumn<QByteArray>("bday");
+        QTest::addColumn<ImportOutcome>("outcome");
+
+        QTest::newRow("none") << QByteArray() << ImportOutcome::NoBirthday;
+        QTest::newRow("empty") << "BDAY:\n"_ba << ImportOutcome::NoBirthday;
+        QTest::newRow("--0312") << "BDAY:--0312\n"_ba << ImportOutcome::NoBirthYear;
+        QTest::newRow("--03-12") << "BDAY:--03-12\n"_ba << ImportOutcome::NoBirthYear;
+        QTest::newRow("Apple omitted year")
+            << "BDAY;X-APPLE-OMIT-YEAR=1604;VALUE=date:1604-03-12\n"_ba
+            << ImportOutcome::NoBirthYear;
+        QTest::newRow("year 0000") << "BDAY:0000-03-12\n"_ba << ImportOutcome::NoBirthYear;
+        QTest::newRow("30 February") << "BDAY:1985-02-30\n"_ba << ImportOutcome::ImpossibleDate;
+        QTest::newRow("29 February, common year")
+            << "BDAY:19850229\n"_ba << ImportOutcome::ImpossibleDate;
+        QTest::newRow("month 13") << "BDAY:1985-13-01\n"_ba << ImportOutcome::ImpossibleDate;
+        QTest::newRow("tomorrow") << "BDAY:2026-11-23\n"_ba << ImportOutcome::FutureDate;
+        QTest::newRow("text value")
+            << "BDAY;VALUE=text:circa 1800\n"_ba << ImportOutcome::UnreadableDate;
+        QTest::newRow("other form") << "BDAY:12.03.1985\n"_ba << ImportOutcome::UnreadableDate;
+        QTest::newRow("year only") << "BDAY:1985\n"_ba << ImportOutcome::UnreadableDate;
+        QTest::newRow("today is kept") << "BDAY:2026-11-22\n"_ba << ImportOutcome::Added;
+        QTest::newRow("29 February, leap year") << "BDAY:1984-02-29\n"_ba << ImportOutcome::Added;
+    }
+    void skipsWithTheReason()
+    {
+        QFETCH(QByteArray, bday);
+        QFETCH(ImportOutcome, outcome);
+        const ImportPlan plan = planFor("BEGIN:VCARD\nFN:X\n" + bday + "END:VCARD\n");
+        ImportSummary expected;
+        expected.count(outcome);
+        QCOMPARE(plan.summary, expected);
+    }
+
+    // Same name and same day are "already there", whether stored already
+    // (in any record spelling) or earlier in the same file.
+    void knowsWhatIsAlreadyThere()
+    {
+        const QByteArray file = "BEGIN:VCARD\nFN:Ann\nBDAY:1985-03-12\nEND:VCARD\n"
+                                "BEGIN:VCARD\nFN:Bob\nBDAY:2000-01-07\nEND:VCARD\n"
+                                "BEGIN:VCARD\nFN:Bob\nBDAY:20000107\nEND:VCARD\n"
+                                "BEGIN:VCARD\nFN:Bob\nBDAY:2000-01-08\nEND:VCARD\n"
+                                "BEGIN:VCARD\nFN:ann\nBDAY:1985-03-12\nEND:VCARD\n"_ba;
+        const ImportPlan plan = planFor(file, {{"Ann", "12 03 1985"}});
+        QCOMPARE(plan.additions,
+                 (QList<Favorite>{{"Bob", "7 1 2000"}, {"Bob", "8 1 2000"}, {"ann", "12 3 1985"}}));
+        QCOMPARE(plan.summary.added, 3);
+        QCOMPARE(plan.summary.alreadyThere, 2);
+    }
+
+    void summaryInEachLanguage_data()
+    {
+        QTest::addColumn<Language>("language");
+        QTest::addColumn<QString>("text");
+        QTest::newRow("en") << Language::English
+                            << "8 added, 1 already there, 4 skipped (1 no birthday, 2 no birth "
+                               "year, 1 impossible date)";
+        QTest::newRow("de") << Language::German
+                            << u"8 hinzugefügt, 1 schon vorhanden, 4 übersprungen (1 ohne "
+                               u"Geburtstag, 2 ohne Geburtsjahr, 1 unmögliches Datum)"_s;
+        QTest::newRow("ru") << Language::Russian
+                            << u"добавлено: 8, уже есть: 1, пропущено: 4 (без дня рождения: 1, "
+                               u"без года рождения: 2, несуществующая дата: 1)"_s;
+    }
+    void summaryInEachLanguage()
+    {
+        QFETCH(Language, language);
+        QFETCH(QString, text);
+        UiStrings strings;
+        strings.apply(language);
+        ImportSummary summary{8, 1, 1, 2, 1, 0, 0};
+        QCOMPARE(BirthdayImport::summaryText(summary, strings), text);
+        QCOMPARE(BirthdayImport::summaryText(ImportSummary{}, UiStrings()),
+                 "0 added, 0 already there, 0 skipped");
+    }
+
+    void refusesWhatIsNoAddressBook_data()
+    {
+        QTest::addColumn<QByteArray>("file");
+        QTest::addColumn<VCardReader::Error>("error");
+        QTest::newRow("empty") << QByteArray() << VCardReader::Error::NotVCard;
+        QTest::newRow("a calendar")
+            << "BEGIN:VCALENDAR\nEND:VCALENDAR\n"_ba << VCardReader::Error::NotVCard;
+        QTest::newRow("binary") << QByteArray("\x89PNG\r\n\x1a\n\0\0\0", 11)
+                                << VCardReader::Error::NotVCard;
+        QTest::newRow("cut off") << "BEGIN:VCARD\nFN:Ann\nBDAY:1985-03-12\nEND:VCARD\n"
+                                    "BEGIN:VCARD\nFN:Bob\nBDAY:1985-0"_ba
+                                 << VCardReader::Error::Truncated;
+    }
+    void refusesWhatIsNoAddressBook()
+    {
+        QFETCH(QByteArray, file);
+        QFETCH(VCardReader::Error, error);
+        const VCardReader::Result read = VCardReader::read(file);
+        QCOMPARE(read.error, error);
+        QVERIFY(read.contacts.isEmpty());
+        QVERIFY(!VCardReader::errorText(error).isEmpty());
+    }
+
+    // 100,000 cards and a file of over 50 MB read whole, in well under the
+    // test's time limit.
+    void readsLargeAddressBooks()
+    {
+        QByteArray file;
+        const QByteArray photo = " " + QByteArray(470, 'A') + "\r\n";
+        for (int i = 0; i < 100000; ++i) {
+            file += "BEGIN:VCARD\r\nVERSION:3.0\r\nFN:Person " + QByteArray::number(i) +
+                    "\r\nBDAY:" + QByteArray::number(1950 + i % 70) + "-03-12\r\n";
+            if (i < 3000)
+                file += "PHOTO;ENCODING=b;TYPE=JPEG:\r\n" + photo.repeated(40);
+            file += "END:VCARD\r\n";
+        }
+        QVERIFY(file.size() > 50 * 1000 * 1000);
+        QElapsedTimer timer;
+        timer.start();
+        const ImportPlan plan = planFor(file);
+        QCOMPARE(plan.summary.added, 100000);
+        QCOMPARE(plan.additions.last(), Favorite({"Person 99999", "12 3 1989"}));
+        qInfo() << "100,000 cards," << file.size() / 1000000 << "MB:" << timer.elapsed() << "ms";
+    }
+
+    // Random damage to a real file never crashes or hangs the reader, and
+    // whatever it reads has the shape of a birthday or a reason.
+    void survivesDamagedFiles()
+    {
+        const QByteArray good =
+            crlf("BEGIN:VCARD\nVERSION:2.1\nN;CHARSET=UTF-8;ENCODING=QUOTED-PRINTABLE:=D0=98=\n"
+                 "=D0=B2;X;;;\nFN;X=\"a:b\":Jane\n Doe\nBDAY;VALUE=date:1985-03-12\nEND:VCARD\n");
+        QRandomGenerator random(14);
+        for (int round = 0; round < 20000; ++round) {
+            QByteArray file = good.repeated(1 + random.bounded(3));
+            const int changes = 1 + random.bounded(8);
+            for (int i = 0; i < changes; ++i) {
+                const int at = random.bounded(file.size());
+                switch (random.bounded(3)) {
+                case 0:
+                    file[at] = char(random.bounded(256));
+                    break;
+                case 1:
+                    file.remove(at, random.bounded(20));
+                    break;
+                default:
+                    file.insert(at, "=\r\n;:\"\\ "[random.bounded(9)]);
+                }
+            }
+            const ImportPlan plan = planFor(file);
+            for (const Favorite &favorite : plan.additions)
+                QVERIFY(DatePattern(u"d M yyyy").parse(favorite.birthday));
+        }
+    }
+};
+
+QTEST_GUILESS_MAIN(TestVCardImport)
+#include "tst_vcardimport.moc"
