@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Importing 1,000 address-book cards (read, planned against the stored
 // favorites, appended in one write of the settings file) and exporting
 // 1,000 favorites (read from the settings file, written as vCards and as

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How long the main screen takes to answer a turn of the date wheels: the
 // report composed and the picked date written to the settings file, as the
 // app does it. Runs in Europe/Berlin with a settings file in a temporary folder.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Timings of the reminder planning over many favorites: the plan alone, and
 // a whole scheduling run as the main screen starts it (favorites read from
 // the store, "selectetDate" lines written, requests handed to a centre that

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Timings of the age report and of the calendar arithmetic under it, with
 // ICU's calendar alongside ours on the same pairs so the ratio can be read
 // from one run. Everything runs in Europe/Berlin.

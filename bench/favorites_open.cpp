@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // With 10,000 favorites in a real settings file: the time from pressing the
 // favorites button to the first frame with rows drawn (offscreen, software
 // renderer), and each sort order on its own. Prints the median of RUNS runs.

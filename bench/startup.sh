@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Time from process start to the first frame of the main screen, and peak
 # memory, under Xvfb with Qt Quick's software renderer; medians of RUNS runs,
 # side by side: the smallest Qt Quick Controls window (the floor), then Tavlo

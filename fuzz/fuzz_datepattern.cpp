@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "FuzzCheck.h"
 #include "cli/DateTimeArgument.h"
 #include "core/DatePattern.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "FuzzCheck.h"
 #include "core/DatePattern.h"
 #include "core/DebugLog.h"

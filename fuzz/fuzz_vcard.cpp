@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "FuzzCheck.h"
 #include "contacts/BirthdayImport.h"
 #include "contacts/VCardReader.h"

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Pictures of the favorites or settings screen with a dozen favorites saved,
 # in chosen themes, appearances and languages: the app runs on a virtual
 # display, taps open the screen as a user would, and the window is captured.

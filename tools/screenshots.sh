@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Pictures of the main screen in chosen themes, appearances and languages,
 # each showing a saved favorite's detailed report, for looking at the layout.
 #   tools/screenshots.sh OUTPUT_DIR [THEMES] [LANGUAGES]

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "CalendarCommand.h"
 
 #include "contacts/BirthdayExport.h"

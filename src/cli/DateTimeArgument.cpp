@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "DateTimeArgument.h"
 
 #include <QRegularExpression>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "FavoritesCommand.h"
 
 #include "JsonLine.h"

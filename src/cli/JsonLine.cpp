@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "JsonLine.h"
 
 #include <QJsonArray>

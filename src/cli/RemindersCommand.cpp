@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "RemindersCommand.h"
 
 #include "DateTimeArgument.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "BirthdayCalendar.h"
 
 #include "BirthdayExport.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "BirthdayExport.h"
 
 #include "core/DatePattern.h"

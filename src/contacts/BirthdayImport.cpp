@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "BirthdayImport.h"
 
 #include "core/DatePattern.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "PhoneContacts.h"
 
 #include <QDir>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "SavedFile.h"
 
 #include "settings/AtomicFileWriter.h"

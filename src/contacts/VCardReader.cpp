@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "VCardReader.h"
 
 #include <QStringDecoder>

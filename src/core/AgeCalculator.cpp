@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "AgeCalculator.h"
 
 #include "CalendarDifference.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "BirthDateResults.h"
 
 #include "ChineseZodiac.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "CalendarDifference.h"
 
 // Moments are handled as milliseconds since 1970 (UTC), and the local clock

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ChineseZodiac.h"
 
 #include "DatePattern.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "NumberText.h"
 
 qint64 readDigitsOnly(QStringView text)

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "FavViewController.h"
 
 #include "FavoritesSorting.h"

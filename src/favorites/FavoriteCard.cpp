@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "FavoriteCard.h"
 
 #include "core/CalendarDifference.h"

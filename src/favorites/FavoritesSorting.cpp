@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "FavoritesSorting.h"
 
 #include "core/DatePattern.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "FavoritesStore.h"
 
 #include "core/DebugLog.h"

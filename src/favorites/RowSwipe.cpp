@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "RowSwipe.h"
 
 RowSwipe::Outcome RowSwipe::settle(double travel, double rowWidth, double buttonWidth)

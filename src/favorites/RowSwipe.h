@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 // Where a favorites row comes to rest when a swipe to the left is let go.

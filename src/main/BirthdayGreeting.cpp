@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "BirthdayGreeting.h"
 
 #include "settings/UiStrings.h"

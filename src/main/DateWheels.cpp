@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "DateWheels.h"
 
 #include <algorithm>

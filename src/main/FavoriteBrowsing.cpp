@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "FavoriteBrowsing.h"
 
 std::optional<qint64> FavoriteBrowsing::afterSwipe(qint64 current, Swipe swipe, qsizetype count)

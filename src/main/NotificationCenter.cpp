@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "NotificationCenter.h"
 
 CalendarTrigger CalendarTrigger::at(const QDateTime &moment)

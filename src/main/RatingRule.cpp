@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "RatingRule.h"
 
 #include "settings/SettingsStore.h"

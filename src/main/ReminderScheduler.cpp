@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ReminderScheduler.h"
 
 #include "core/Clock.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ReminderStore.h"
 
 #include "settings/AtomicFileWriter.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ReportComposer.h"
 
 #include "core/BirthDateResults.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Themes.h"
 
 #include "Contrast.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ViewController.h"
 
 #include "BirthdayGreeting.h"

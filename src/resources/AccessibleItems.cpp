@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "AccessibleItems.h"
 
 #include <QAccessible>

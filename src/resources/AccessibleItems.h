@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 // Fills two gaps of Qt Quick's accessibility on Qt 6.4, for every item the

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 import QtQuick
 
 // The press feedback of a button that leads somewhere: down to 0.9 over

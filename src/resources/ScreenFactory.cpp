@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ScreenFactory.h"
 
 #include "main/Session.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ScreenTheme.h"
 
 #include "main/Contrast.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "AccessibleNames.h"
 
 #include "UiStrings.h"

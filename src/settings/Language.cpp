@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Language.h"
 
 QString languageCode(Language language)

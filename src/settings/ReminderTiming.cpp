@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ReminderTiming.h"
 
 #include "SettingsKeys.h"

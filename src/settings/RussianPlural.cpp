@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "RussianPlural.h"
 
 using namespace Qt::Literals::StringLiterals;

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "UiStrings.h"
 
 #include "RussianPlural.h"

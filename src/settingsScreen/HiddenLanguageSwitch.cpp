@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "HiddenLanguageSwitch.h"
 
 #include "core/DebugLog.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "InfoPanelText.h"
 
 using namespace Qt::Literals::StringLiterals;

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "SetViewController.h"
 
 #include "InfoPanelText.h"

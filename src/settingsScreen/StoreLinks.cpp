@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "StoreLinks.h"
 
 using namespace Qt::Literals::StringLiterals;

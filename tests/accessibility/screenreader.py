@@ -1,4 +1,5 @@
 #!/usr/bin/python3
+# SPDX-License-Identifier: MIT
 """Tavlo as a screen reader meets it: the real app in a window on a virtual
 display, its accessibility tree read and driven over the real AT-SPI bus
 (at-spi2-core's bus launcher on the private session bus that

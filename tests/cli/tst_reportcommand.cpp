@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "TimeZoneScope.h"
 #include "cli/CommandLine.h"
 #include "core/Clock.h"

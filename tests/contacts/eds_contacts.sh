@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Tavlo with the real evolution-data-server on a private session bus: cards
 # added through evolution-data-server's own address-book library are
 # imported by `tavlo favorites import --contacts`, beside a card in Plasma

@@ -1,4 +1,5 @@
 #!/usr/bin/python3
+# SPDX-License-Identifier: MIT
 """Talks to evolution-data-server through its own client libraries (GObject
 introspection), as GNOME's apps do.
 

@@ -1,4 +1,5 @@
 #!/usr/bin/python3
+# SPDX-License-Identifier: MIT
 """Reads an iCalendar file with python3-icalendar, as calendar programs do,
 and prints one JSON object per event: its fields, and for each date given
 on the command line the first time the event repeats after that date

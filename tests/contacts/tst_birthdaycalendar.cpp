@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "contacts/BirthdayCalendar.h"
 #include "core/Clock.h"
 #include "settings/MemorySettingsStore.h"

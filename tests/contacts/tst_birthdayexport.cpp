@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "contacts/BirthdayExport.h"
 #include "contacts/BirthdayImport.h"
 #include "core/AgeCalculator.h"

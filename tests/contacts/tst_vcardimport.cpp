@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "contacts/BirthdayImport.h"
 #include "contacts/VCardReader.h"
 #include "core/DatePattern.h"

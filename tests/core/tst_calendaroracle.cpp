@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Our calendar differences against ICU's Gregorian calendar, on random pairs
 // of moments. ICU's fieldDifference advances the calendar by what it counted,
 // so years, months and days taken one after the other on one calendar use the

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "core/DatePattern.h"
 
 #include <QTest>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "core/WesternZodiac.h"
 
 #include <QTest>

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # A person's first days with Tavlo, in a real window on a virtual display:
 # taps, drags and typing with xdotool, pictures with ImageMagick, and the
 # outcome read where a user could rely on it: what the screen shows, the

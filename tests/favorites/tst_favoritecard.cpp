@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "favorites/FavoriteCard.h"
 
 #include "LocalTime.h"

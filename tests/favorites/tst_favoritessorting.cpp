@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "favorites/FavoritesSorting.h"
 
 #include <QCoreApplication>

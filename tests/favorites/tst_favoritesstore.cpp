@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "favorites/FavoritesStore.h"
 
 #include "core/DebugLog.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "main/PersonName.h"
 
 #include <QTest>

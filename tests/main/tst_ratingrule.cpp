@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "main/RatingRule.h"
 #include "settings/MemorySettingsStore.h"
 

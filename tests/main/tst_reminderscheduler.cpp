@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "RecordingNotificationCenter.h"
 #include "TimeZoneScope.h"
 #include "core/Clock.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "NotificationServer.h"
 #include "RecordingRunner.h"
 #include "TimeZoneScope.h"

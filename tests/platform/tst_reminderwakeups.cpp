@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "RecordingRunner.h"
 #include "TimeZoneScope.h"
 #include "platform/linux/AutostartEntry.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "DiskFaults.h"
 #include "core/FatalError.h"
 #include "favorites/FavoritesStore.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "favorites/FavoritesSorting.h"
 #include "favorites/FavoritesStore.h"
 #include "settings/FileSettingsStore.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "DiskFaults.h"
 #include "settings/FileSettingsStore.h"
 #include "settings/MemorySettingsStore.h"

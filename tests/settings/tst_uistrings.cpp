@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "settings/UiStrings.h"
 
 #include <QRegularExpression>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "core/DebugLog.h"
 #include "settings/MemorySettingsStore.h"
 #include "settingsScreen/HiddenLanguageSwitch.h"

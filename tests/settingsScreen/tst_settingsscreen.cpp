@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "LocalTime.h"
 #include "core/DebugLog.h"
 #include "main/Session.h"

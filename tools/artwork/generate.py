@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """Generate Tavlo's artwork as SVG files in src/resources/images/.
 
 Everything here is deterministic (fixed seeds, fixed number formatting), so

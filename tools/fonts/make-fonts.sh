@@ -1,4 +1,5 @@
 #!/bin/sh
+# SPDX-License-Identifier: MIT
 # Rebuilds the fonts bundled in src/resources/fonts/ from Debian packages.
 #
 # Run by hand only; the output is committed and the build never calls this.

@@ -1,4 +1,5 @@
 #!/bin/sh
+# SPDX-License-Identifier: MIT
 # Copies the Material Symbols icons the app uses into src/resources/icons/.
 #
 # Run by hand only; the SVGs are committed byte for byte as the package has

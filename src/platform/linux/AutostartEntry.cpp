@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "AutostartEntry.h"
 
 #include "PlatformFile.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "DBusNotifier.h"
 
 #include <QDBusPendingCallWatcher>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "DeliveryCommand.h"
 
 #include "DBusNotifier.h"

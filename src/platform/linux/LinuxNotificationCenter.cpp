@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "LinuxNotificationCenter.h"
 
 #include "DeliveryCommand.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "LinuxReminders.h"
 
 #include "AutostartEntry.h"

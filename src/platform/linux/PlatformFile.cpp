@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "PlatformFile.h"
 
 #include "settings/AtomicFileWriter.h"

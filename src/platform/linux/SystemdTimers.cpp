@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "SystemdTimers.h"
 
 #include "PlatformFile.h"
