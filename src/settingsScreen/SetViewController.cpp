@@ -173,10 +173,9 @@ void SetViewController::versionTaped()
 
 void SetViewController::ratePressed()
 {
-    // The request is logged and announced; where there is a software centre,
+    // The request is logged; where there is a software centre,
     // Tavlo's page there is where it can be rated.
     DebugLog::line(u"CANCEL"_s);
-    emit ratingRequested();
     const QUrl page = StoreLinks::ratePage(m_platform);
     if (page.isValid())
         m_openUrl(page);

@@ -129,7 +129,6 @@ signals:
     void dimmedChanged();
     void screenRequested(const QString &identifier);
     // A rating request would be shown now, if the platform had one.
-    void ratingRequested();
 
 private:
     void applyTheme();
