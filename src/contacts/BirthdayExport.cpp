@@ -61,8 +61,7 @@ QString escaped(const QString &text)
 
 std::optional<QDate> birthDate(const Favorite &favorite)
 {
-    static const DatePattern record(u"dd MM yyyy");
-    return record.parse(favorite.birthday);
+    return DatePattern::stored().parse(favorite.birthday);
 }
 
 QString basicDate(QDate date)

@@ -41,16 +41,14 @@ namespace {
 // no record date is compared as its text.
 QString identity(const QString &name, const QString &birthday)
 {
-    static const DatePattern record(u"dd MM yyyy");
-    const std::optional<QDate> date = record.parse(birthday);
+    const std::optional<QDate> date = DatePattern::stored().parse(birthday);
     return name + u'\x1f' + (date ? date->toString(Qt::ISODate) : birthday);
 }
 
 // As every favorite is stored: "12 3 1985", the year always of four digits.
 QString recordText(QDate date)
 {
-    static const DatePattern record(u"d M yyyy");
-    return record.format(date);
+    return DatePattern::stored().format(date);
 }
 
 } // namespace

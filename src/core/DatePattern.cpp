@@ -48,6 +48,12 @@ DatePattern::DatePattern(QStringView pattern, const QLocale &locale) : m_locale(
     }
 }
 
+const DatePattern &DatePattern::stored()
+{
+    static const DatePattern pattern(u"d M yyyy");
+    return pattern;
+}
+
 QString DatePattern::format(QDate date) const
 {
     QString out;

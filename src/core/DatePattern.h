@@ -27,6 +27,10 @@ class DatePattern
 public:
     explicit DatePattern(QStringView pattern, const QLocale &locale = QLocale::c());
 
+    // How a birthday and the picked date are stored: "12 3 1985", the year
+    // always of four digits ("d M yyyy"; it reads "06 02 1977" as well).
+    static const DatePattern &stored();
+
     QString format(QDate date) const;
     std::optional<QDate> parse(QStringView text, int defaultYear = 2000) const;
 

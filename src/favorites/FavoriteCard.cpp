@@ -70,7 +70,7 @@ std::optional<bool> FavoriteCards::birthdayStillToCome(const QString &birthday, 
 {
     const QString thisYear =
         birthday.chopped(std::min<qsizetype>(4, birthday.size())) + QString::number(today.year());
-    const std::optional<QDate> date = DatePattern(u"dd MM yyyy").parse(thisYear);
+    const std::optional<QDate> date = DatePattern::stored().parse(thisYear);
     if (!date)
         return std::nullopt;
     return *date >= today;
@@ -80,7 +80,7 @@ FavoriteCard FavoriteCards::card(const Favorite &favorite, qsizetype index, cons
                                  Language language, const QLocale &deviceLocale, bool showWeekday,
                                  bool markComing)
 {
-    const std::optional<QDate> birth = DatePattern(u"dd MM yyyy").parse(favorite.birthday);
+    const std::optional<QDate> birth = DatePattern::stored().parse(favorite.birthday);
     if (!birth) {
         fatalError(u"ERROR: Date conversion failed due to mismatched format. (favorite %1, "
                    "birthday \"%2\")"_s.arg(index)

@@ -73,7 +73,7 @@ QList<Favorite> FavoritesSorting::sorted(QList<Favorite> favorites, Order order)
             },
             codePointLess);
     case Order::ByAge: {
-        const DatePattern recordDate(u"dd MM yyyy");
+        const DatePattern &recordDate = DatePattern::stored();
         return sortedByKey<QDate>(
             favorites,
             [&](const Favorite &f, qsizetype index) {

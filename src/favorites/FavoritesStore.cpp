@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "favorites/FavoritesStore.h"
 
+#include "favorites/FavoriteHandOver.h"
+
 #include "core/DebugLog.h"
 #include "core/FatalError.h"
 
@@ -233,14 +235,7 @@ WriteResult FavoritesStore::select(qsizetype index) const
     // Read (and so check) the row before writing anything: a bad row must not
     // leave half a hand-over behind.
     const Favorite chosen = at(index);
-    // One write of the file, so that no interruption leaves half of it.
-    SettingsBatch handOver(m_settings);
-    m_settings.set(handOverPending, true);
-    m_settings.set(handOverBirthday, chosen.birthday);
-    m_settings.set(handOverName, chosen.name);
-    m_settings.set(handOverMovePicker, true);
-    m_settings.set(handOverIndex, qint64(index));
-    return handOver.finish();
+    return FavoriteHandOver::hand(m_settings, chosen, index);
 }
 
 bool FavoritesStore::convertOlderForm()

@@ -247,7 +247,7 @@ ItemDelegate {
                 id: editButton
 
                 objectName: "editRow" + cell.index
-                text: cell.controller.editText
+                text: cell.controller.texts.Edit
                 textColor: cell.controller.theme.labelColor
                 pixelSize: 15
                 Accessible.name: cell.controller.accessibleName("edit").arg(cell.name)

@@ -62,8 +62,8 @@ Alert {
             objectName: "editNameField"
             Layout.fillWidth: true
             theme: dialog.theme
-            placeholderText: dialog.controller.namePlaceholder
-            clearLabel: dialog.controller.clearText
+            placeholderText: dialog.controller.texts.Name
+            clearLabel: dialog.controller.texts.ClearText
         }
 
         Item {
@@ -134,7 +134,7 @@ Alert {
         AlertButton {
             objectName: "editCancelButton"
             Layout.fillWidth: true
-            text: dialog.controller.cancelText
+            text: dialog.controller.texts.Cancel
             tint: dialog.theme.labelColor
             onClicked: dialog.reject()
         }

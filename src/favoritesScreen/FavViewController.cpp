@@ -19,8 +19,7 @@
 using namespace Qt::Literals::StringLiterals;
 
 FavViewController::FavViewController(Session &session, QObject *parent)
-    : QObject(parent), m_session(session), m_theme(new ScreenTheme(session.appearance, this)),
-      m_model(new FavoritesModel(this))
+    : ScreenController(session, parent), m_model(new FavoritesModel(this))
 {
     m_undoTimer.setSingleShot(true);
     m_undoTimer.setInterval(undoMilliseconds);
@@ -28,16 +27,6 @@ FavViewController::FavViewController(Session &session, QObject *parent)
         m_deleted.reset();
         emit undoChanged();
     });
-}
-
-QString FavViewController::title() const
-{
-    return m_session.strings[UiText::Favorites];
-}
-
-QString FavViewController::sortTitle() const
-{
-    return m_session.strings[UiText::Sort];
 }
 
 QStringList FavViewController::sortChoices() const
@@ -66,26 +55,6 @@ QColor FavViewController::cardColor() const
 QColor FavViewController::cardBorderColor() const
 {
     return ScreenTheme::toColor(SystemColors::of(m_session.appearance).background);
-}
-
-QString FavViewController::namePlaceholder() const
-{
-    return m_session.strings[UiText::Name];
-}
-
-QString FavViewController::cancelText() const
-{
-    return m_session.strings[UiText::Cancel];
-}
-
-QString FavViewController::clearText() const
-{
-    return m_session.strings[UiText::ClearText];
-}
-
-QString FavViewController::editText() const
-{
-    return m_session.strings[UiText::Edit];
 }
 
 QStringList FavViewController::monthNames() const
@@ -171,7 +140,7 @@ void FavViewController::reloadRows()
     Session &session = m_session;
     const bool showWeekday = m_showWeekday;
     const QDateTime now = session.clock.now();
-    const QVariantMap spokenNames = names();
+    const QVariantMap spokenNames = accessibleNames(session.strings, session.language());
     m_model->reset(session.favorites.all(), [&session, showWeekday, now, spokenNames](
                                                 const Favorite &favorite, qsizetype index) {
         // The star setting is read for each card as it is made.
@@ -211,7 +180,7 @@ void FavViewController::selectRow(int row)
 void FavViewController::longPressed(int row)
 {
     const Favorite favorite = m_session.favorites.at(row);
-    const std::optional<QDate> date = DatePattern(u"d M yyyy").parse(favorite.birthday);
+    const std::optional<QDate> date = DatePattern::stored().parse(favorite.birthday);
     if (!date) {
         fatalError(u"ERROR: Date conversion failed due to mismatched format. (favorite %1, "
                    "birthday \"%2\")"_s.arg(row)
@@ -228,7 +197,7 @@ void FavViewController::confirmEdit(const QString &name, int day, int month, int
 {
     const QDate date(year, month, std::clamp(day, 1, QDate(year, month, 1).daysInMonth()));
     // The record text, without leading zeros; the name exactly as typed, even empty.
-    const QString birthday = DatePattern(u"d M yyyy").format(date);
+    const QString birthday = DatePattern::stored().format(date);
     m_session.favorites.update(m_editRow, name, birthday);
     m_model->updateRow(m_editRow, m_session.favorites.at(m_editRow));
 }
@@ -265,11 +234,6 @@ QString FavViewController::undoText() const
            FavoriteCards::displayName(m_deleted->favorite.name);
 }
 
-QString FavViewController::undoButtonText() const
-{
-    return m_session.strings[UiText::Undo];
-}
-
 FavViewController::SwipeOutcome FavViewController::swipeOutcome(qreal travel, qreal rowWidth,
                                                                 qreal buttonWidth) const
 {
@@ -291,21 +255,6 @@ void FavViewController::close()
         emit dimmedChanged();
     }
     emit screenRequested(u"Main"_s);
-}
-
-QVariantMap FavViewController::names() const
-{
-    return accessibleNames(m_session.strings, m_session.language());
-}
-
-QString FavViewController::importFileText() const
-{
-    return m_session.strings[UiText::ImportVCardFile];
-}
-
-QString FavViewController::importContactsText() const
-{
-    return m_session.strings[UiText::ImportFromContacts];
 }
 
 QStringList FavViewController::vCardNameFilters() const
@@ -362,9 +311,4 @@ void FavViewController::finishImport(const QList<VCardContact> &contacts)
     reloadRows();
     m_importSummary = BirthdayImport::summaryText(summary, m_session.strings);
     emit importFinished();
-}
-
-QString FavViewController::okText() const
-{
-    return m_session.strings[UiText::Ok];
 }

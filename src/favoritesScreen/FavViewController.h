@@ -3,7 +3,7 @@
 
 #include "contacts/VCardReader.h"
 #include "favoritesScreen/FavoritesModel.h"
-#include "resources/ScreenTheme.h"
+#include "resources/ScreenController.h"
 
 #include <QObject>
 #include <QStringList>
@@ -17,16 +17,13 @@ class Session;
 // The favorites screen: the saved birthdays as cards, sorted by the chosen
 // order, with the sort menu, renaming by long press and deleting by swipe.
 // Choosing a favorite hands it to a new main screen.
-class FavViewController : public QObject
+class FavViewController : public ScreenController
 {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Made by the screen host.")
 
     Q_PROPERTY(FavoritesModel *model READ model CONSTANT)
-    Q_PROPERTY(ScreenTheme *theme READ theme CONSTANT)
-    Q_PROPERTY(QString title READ title CONSTANT)
-    Q_PROPERTY(QString sortTitle READ sortTitle CONSTANT)
     Q_PROPERTY(QStringList sortChoices READ sortChoices CONSTANT)
     Q_PROPERTY(QString entriesText READ entriesText NOTIFY countChanged)
     Q_PROPERTY(int count READ count NOTIFY countChanged)
@@ -44,23 +41,15 @@ class FavViewController : public QObject
     Q_PROPERTY(int editDay READ editDay NOTIFY editChanged)
     Q_PROPERTY(int editMonth READ editMonth NOTIFY editChanged)
     Q_PROPERTY(int editYear READ editYear NOTIFY editChanged)
-    Q_PROPERTY(QString namePlaceholder READ namePlaceholder CONSTANT)
-    Q_PROPERTY(QString cancelText READ cancelText CONSTANT)
-    Q_PROPERTY(QString clearText READ clearText CONSTANT)
     Q_PROPERTY(QStringList monthNames READ monthNames CONSTANT)
     Q_PROPERTY(QStringList yearLabels READ yearLabels CONSTANT)
     Q_PROPERTY(QStringList wheelOrder READ wheelOrder CONSTANT)
     Q_PROPERTY(int firstYear READ firstYear CONSTANT)
     Q_PROPERTY(bool undoVisible READ undoVisible NOTIFY undoChanged)
     Q_PROPERTY(QString undoText READ undoText NOTIFY undoChanged)
-    Q_PROPERTY(QString undoButtonText READ undoButtonText CONSTANT)
     // The word on a row's edit button.
-    Q_PROPERTY(QString editText READ editText CONSTANT)
-    Q_PROPERTY(QString importFileText READ importFileText CONSTANT)
-    Q_PROPERTY(QString importContactsText READ importContactsText CONSTANT)
     Q_PROPERTY(QStringList vCardNameFilters READ vCardNameFilters CONSTANT)
     Q_PROPERTY(QString importSummary READ importSummary NOTIFY importFinished)
-    Q_PROPERTY(QString okText READ okText CONSTANT)
 
 public:
     // Where a row comes to rest when a swipe is let go (see RowSwipe).
@@ -73,15 +62,6 @@ public:
     explicit FavViewController(Session &session, QObject *parent = nullptr);
 
     FavoritesModel *model() const { return m_model; }
-    ScreenTheme *theme() const { return m_theme; }
-    QVariantMap names() const;
-    // What a screen reader says for a symbol button or a wheel (see accessibleNames()).
-    Q_INVOKABLE QString accessibleName(const QString &key) const
-    {
-        return names().value(key).toString();
-    }
-    QString title() const;
-    QString sortTitle() const;
     QStringList sortChoices() const;
     QString entriesText() const;
     int count() const;
@@ -99,23 +79,15 @@ public:
     int editDay() const { return m_editDate.day(); }
     int editMonth() const { return m_editDate.month(); }
     int editYear() const { return m_editDate.year(); }
-    QString namePlaceholder() const;
-    QString cancelText() const;
-    QString clearText() const;
-    QString editText() const;
     QStringList monthNames() const;
     QStringList yearLabels() const;
     QStringList wheelOrder() const;
     int firstYear() const;
     bool undoVisible() const { return m_deleted.has_value(); }
     QString undoText() const;
-    QString undoButtonText() const;
-    QString importFileText() const;
-    QString importContactsText() const;
     // The file dialog's filter: "vCard files (*.vcf *.vcard)".
     QStringList vCardNameFilters() const;
     QString importSummary() const { return m_importSummary; }
-    QString okText() const;
 
     // The screen's load: the list read, sorted and themed.
     Q_INVOKABLE void viewDidLoad();
@@ -157,8 +129,6 @@ private:
     void reloadRows();
     void close();
 
-    Session &m_session;
-    ScreenTheme *m_theme;
     FavoritesModel *m_model;
     qint64 m_sort = 0;
     bool m_showWeekday = false;

@@ -137,7 +137,7 @@ Item {
     TitleBar {
         width: parent.width
         theme: root.controller.theme
-        title: root.controller.title
+        title: root.controller.texts.Favorites
         sideInset: Math.max(12 + 42 + 4 + 42, btnSort.width + 16) + 8
     }
 
@@ -161,7 +161,7 @@ Item {
         anchors.rightMargin: 16
         y: -4
         height: 42
-        text: root.controller.sortTitle
+        text: root.controller.texts.Sort
         scale: pressed ? 0.9 : 1
         contentItem: Text {
             text: btnSort.text
@@ -200,7 +200,7 @@ Item {
         height: 42
         iconSource: "qrc:/qt/qml/Tavlo/resources/icons/add.svg"
         iconColor: root.controller.theme.labelColor
-        Accessible.name: root.controller.importFileText
+        Accessible.name: root.controller.texts.ImportVCardFile
         onClicked: importMenu.open()
     }
 
@@ -215,7 +215,7 @@ Item {
         id: fileDialog
 
         objectName: "fileDialog"
-        title: root.controller.importFileText
+        title: root.controller.texts.ImportVCardFile
         nameFilters: root.controller.vCardNameFilters
         onAccepted: root.controller.importFile(selectedFile)
     }
@@ -278,7 +278,7 @@ Item {
             anchors.right: parent.right
             anchors.verticalCenter: parent.verticalCenter
             width: Math.max(implicitContentWidth, 60) + 32
-            text: root.controller.undoButtonText
+            text: root.controller.texts.Undo
             tint: root.controller.theme.labelColor
             font.weight: Font.DemiBold
             onClicked: root.controller.undoDelete()

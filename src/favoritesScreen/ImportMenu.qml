@@ -23,7 +23,7 @@ Alert {
         AlertButton {
             objectName: "btnImportFile"
             Layout.fillWidth: true
-            text: menu.controller.importFileText
+            text: menu.controller.texts.ImportVCardFile
             tint: menu.theme.labelColor
             onClicked: {
                 menu.close()
@@ -33,7 +33,7 @@ Alert {
         AlertButton {
             objectName: "btnImportContacts"
             Layout.fillWidth: true
-            text: menu.controller.importContactsText
+            text: menu.controller.texts.ImportFromContacts
             tint: menu.theme.labelColor
             onClicked: {
                 menu.close()
@@ -43,7 +43,7 @@ Alert {
         AlertButton {
             objectName: "btnImportCancel"
             Layout.fillWidth: true
-            text: menu.controller.cancelText
+            text: menu.controller.texts.Cancel
             tint: menu.theme.labelColor
             onClicked: menu.close()
         }

@@ -20,7 +20,7 @@ Alert {
         AlertButton {
             objectName: "btnImportDone"
             Layout.fillWidth: true
-            text: summary.controller.okText
+            text: summary.controller.texts.Ok
             tint: summary.theme.labelColor
             onClicked: summary.close()
         }

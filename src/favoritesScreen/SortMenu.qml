@@ -17,7 +17,7 @@ Alert {
 
     objectName: "sortMenu"
     theme: controller.theme
-    title: controller.sortTitle
+    title: controller.texts.Sort
     // No tap beside it closes it, but Escape does, leaving the order as it was.
     closePolicy: Popup.CloseOnEscape
     padding: 4

@@ -12,7 +12,7 @@ Alert {
 
     objectName: "addDialog"
     theme: controller.theme
-    title: controller.addDialogTitle
+    title: controller.texts.EnterAName
     onOpened: {
         nameField.text = ""
         nameField.forceActiveFocus()
@@ -26,7 +26,7 @@ Alert {
         Label {
             objectName: "addDialogMessage"
             Layout.fillWidth: true
-            text: dialog.controller.addDialogMessage
+            text: dialog.controller.texts.AddThisBirthday
             color: dialog.theme.labelColor
             font.pixelSize: 13
             wrapMode: Text.Wrap
@@ -39,8 +39,8 @@ Alert {
             Layout.fillWidth: true
             theme: dialog.theme
             placeholderText: dialog.controller.addDialogPlaceholder
-            clearLabel: dialog.controller.clearText
-            Accessible.name: dialog.controller.addDialogTitle
+            clearLabel: dialog.controller.texts.ClearText
+            Accessible.name: dialog.controller.texts.EnterAName
             onAccepted: dialog.accept()
         }
     }
@@ -51,7 +51,7 @@ Alert {
         AlertButton {
             objectName: "addCancelButton"
             Layout.fillWidth: true
-            text: dialog.controller.cancelText
+            text: dialog.controller.texts.Cancel
             tint: dialog.theme.labelColor
             onClicked: dialog.reject()
         }

@@ -5,6 +5,7 @@
 #include "core/DateWheels.h"
 #include "core/DebugLog.h"
 #include "core/FatalError.h"
+#include "favorites/FavoriteHandOver.h"
 #include "reminders/ReminderScheduler.h"
 #include "report/BirthdayGreeting.h"
 #include "report/PersonName.h"
@@ -48,8 +49,7 @@ private:
 } // namespace
 
 ViewController::ViewController(Session &session, QObject *parent)
-    : QObject(parent), m_session(session), m_theme(new ScreenTheme(session.appearance, this)),
-      m_picker(session.launchDate())
+    : ScreenController(session, parent), m_picker(session.launchDate())
 {}
 
 ViewController::~ViewController() = default;
@@ -105,48 +105,35 @@ void ViewController::viewDidLoad()
     applyTheme();
 
     setPlusEnabled(false);
-    m_currentFavoriteIndex = settings.value(SettingsKeys::handOverIndex);
-
-    const bool handOver = settings.value(SettingsKeys::handOverPending);
-    const bool movePicker = settings.value(SettingsKeys::handOverMovePicker);
+    const FavoriteHandOver::Waiting handOver = FavoriteHandOver::waiting(settings);
+    m_currentFavoriteIndex = handOver.index;
     const QString savedText = u"%1 %2 %3"_s.arg(settings.value(SettingsKeys::day))
                                   .arg(settings.value(SettingsKeys::month))
                                   .arg(settings.value(SettingsKeys::year));
 
-    m_session.decideLanguage();
+    m_session.prepareMainScreen();
     m_personName = m_session.strings[UiText::ReportYour];
     emit languageChanged();
-
-    if (!settings.value(SettingsKeys::backgroundImage))
-        settings.set(SettingsKeys::backgroundImage, SettingsKeys::backgroundImageWhenAbsent);
 
     // Nothing picked yet (all zero on a fresh install): 6 February 1977.
     const QDateTime saved =
         parseRecordDate(savedText).value_or(*parseRecordDate(fallbackBirthDate));
 
-    if (!handOver) {
+    if (!handOver.pending) {
         checkNotificationPermission();
         const QString greeting = todaysBirthdaysText();
         setReport(greeting.isEmpty() ? m_session.strings[UiText::SelectYourDateOfBirth] : greeting,
                   m_weekday);
         setPicker(saved);
     } else {
-        if (!movePicker) {
+        if (!handOver.movePicker) {
             setPicker(saved);
         } else {
-            const std::optional<QString> name = settings.value(SettingsKeys::handOverName);
-            const std::optional<QString> birthday = settings.value(SettingsKeys::handOverBirthday);
-            if (!name || !birthday)
-                fatalError(u"a favorite was handed over without \"Name\" and \"birthday\""_s);
-            const std::optional<QDateTime> date = parseRecordDate(*birthday);
-            if (!date) {
-                fatalError(u"the handed-over \"birthday\" \"%1\" is not a date"_s.arg(*birthday));
-            }
-            m_personName = personNameFromFavorite(*name, m_session.language());
-            setPicker(*date);
-            settings.set(SettingsKeys::handOverMovePicker, false);
+            const Favorite favorite = FavoriteHandOver::favorite(settings);
+            m_personName = personNameFromFavorite(favorite.name, m_session.language());
+            setPicker(*parseRecordDate(favorite.birthday));
         }
-        settings.set(SettingsKeys::handOverPending, false);
+        FavoriteHandOver::taken(settings, handOver.movePicker);
         composeReport();
     }
 
@@ -235,7 +222,7 @@ QString ViewController::todaysBirthdaysText()
     // date needs to reach the disk. The dates are read as midnight in UTC,
     // as the greeting always has.
     QString greeting;
-    const DatePattern recordDate(u"dd MM yyyy");
+    const DatePattern &recordDate = DatePattern::stored();
     const QDateTime now = m_session.clock.now();
     QDateTime last;
     for (qsizetype i = 0; i < favorites.count(); ++i) {
@@ -254,26 +241,6 @@ QString ViewController::todaysBirthdaysText()
     setPicker(last);
     composeReport();
     return greeting;
-}
-
-QString ViewController::addDialogTitle() const
-{
-    return m_session.strings[UiText::EnterAName];
-}
-
-QString ViewController::addDialogMessage() const
-{
-    return m_session.strings[UiText::AddThisBirthday];
-}
-
-QString ViewController::clearText() const
-{
-    return m_session.strings[UiText::ClearText];
-}
-
-QString ViewController::cancelText() const
-{
-    return m_session.strings[UiText::Cancel];
 }
 
 void ViewController::plusPressed()
@@ -334,10 +301,8 @@ void ViewController::handleGesture(Swipe swipe)
 void ViewController::showFavorite(qint64 index)
 {
     SettingsStore &settings = m_session.settings;
-    m_session.decideLanguage();
+    m_session.prepareMainScreen();
     emit languageChanged();
-    if (!settings.value(SettingsKeys::backgroundImage))
-        settings.set(SettingsKeys::backgroundImage, SettingsKeys::backgroundImageWhenAbsent);
 
     const Favorite favorite = m_session.favorites.at(index);
     const std::optional<QDateTime> date = parseRecordDate(favorite.birthday);
@@ -347,8 +312,7 @@ void ViewController::showFavorite(qint64 index)
     }
     m_personName = personNameFromFavorite(favorite.name, m_session.language());
     setPicker(*date);
-    settings.set(SettingsKeys::handOverMovePicker, false);
-    settings.set(SettingsKeys::handOverPending, false);
+    FavoriteHandOver::taken(settings, true);
     composeReport();
 }
 
@@ -394,13 +358,8 @@ void ViewController::setReport(const QString &display, const QString &weekday)
 
 std::optional<QDateTime> ViewController::parseRecordDate(const QString &text)
 {
-    const std::optional<QDate> date = DatePattern(u"dd MM yyyy").parse(text);
+    const std::optional<QDate> date = DatePattern::stored().parse(text);
     if (!date)
         return std::nullopt;
     return date->startOfDay();
-}
-
-QVariantMap ViewController::names() const
-{
-    return accessibleNames(m_session.strings, m_session.language());
 }

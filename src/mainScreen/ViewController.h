@@ -2,7 +2,7 @@
 #pragma once
 
 #include "favorites/FavoriteBrowsing.h"
-#include "resources/ScreenTheme.h"
+#include "resources/ScreenController.h"
 
 #include <QDateTime>
 #include <QObject>
@@ -18,7 +18,7 @@ class Session;
 // the buttons to reset, add a favorite, and open the favorites and settings.
 // It runs the screen's rules in their fixed order and shows the results as
 // properties; the view (MainScreen.qml) only lays them out.
-class ViewController : public QObject
+class ViewController : public ScreenController
 {
     Q_OBJECT
     QML_ELEMENT
@@ -40,14 +40,9 @@ class ViewController : public QObject
     Q_PROPERTY(int firstYear READ firstYear CONSTANT)
     Q_PROPERTY(int lastYear READ lastYear CONSTANT)
 
-    Q_PROPERTY(ScreenTheme *theme READ theme CONSTANT)
     Q_PROPERTY(bool dimmed READ dimmed NOTIFY dimmedChanged)
 
-    Q_PROPERTY(QString addDialogTitle READ addDialogTitle NOTIFY languageChanged)
-    Q_PROPERTY(QString addDialogMessage READ addDialogMessage NOTIFY languageChanged)
     Q_PROPERTY(QString addDialogPlaceholder READ addDialogPlaceholder NOTIFY addDialogChanged)
-    Q_PROPERTY(QString cancelText READ cancelText NOTIFY languageChanged)
-    Q_PROPERTY(QString clearText READ clearText NOTIFY languageChanged)
 
 public:
     enum class Swipe { Left, Right };
@@ -71,19 +66,8 @@ public:
     QStringList wheelOrder() const;
     int firstYear() const;
     int lastYear() const;
-    ScreenTheme *theme() const { return m_theme; }
-    QVariantMap names() const;
-    // What a screen reader says for a symbol button or a wheel (see accessibleNames()).
-    Q_INVOKABLE QString accessibleName(const QString &key) const
-    {
-        return names().value(key).toString();
-    }
     bool dimmed() const { return m_dimmed; }
-    QString addDialogTitle() const;
-    QString addDialogMessage() const;
     QString addDialogPlaceholder() const { return m_addDialogPlaceholder; }
-    QString cancelText() const;
-    QString clearText() const;
     qint64 currentFavoriteIndex() const { return m_currentFavoriteIndex; }
 
     // The screen's load: once per main screen, in a fixed order.
@@ -109,7 +93,6 @@ signals:
     void pickerChanged();
     // Only when the month's length changes, so the day wheel keeps its place.
     void dayLabelsChanged();
-    void languageChanged();
     void dimmedChanged();
     void addDialogChanged();
     // The add dialog is to open; its texts are in the addDialog properties.
@@ -133,8 +116,6 @@ private:
     static std::optional<QDateTime> parseRecordDate(const QString &text);
     void showFavorite(qint64 index);
 
-    Session &m_session;
-    ScreenTheme *m_theme;
     QDateTime m_picker;
     QString m_display;
     QString m_weekday;

@@ -53,7 +53,7 @@ QList<PlannedReminder> Reminders::plan(const QDateTime &now, const QList<Favorit
 {
     // The days ahead by their year-less text. Within 201 days no text comes
     // twice, so one pass over the favorites finds each one's day.
-    const DatePattern dayText(u"d M yyyy");
+    const DatePattern &dayText = DatePattern::stored();
     const QDate today = now.date();
     QList<QString> dayTexts;
     dayTexts.reserve(daysAhead);

@@ -37,3 +37,10 @@ QDateTime Session::launchDate()
         m_launchDate = clock.now();
     return m_launchDate;
 }
+
+void Session::prepareMainScreen()
+{
+    decideLanguage();
+    if (!settings.value(SettingsKeys::backgroundImage))
+        settings.set(SettingsKeys::backgroundImage, SettingsKeys::backgroundImageWhenAbsent);
+}

@@ -57,6 +57,9 @@ public:
     // Decides the language from the device and "preferredL" and fills the
     // interface texts with it.
     void decideLanguage();
+    // What every main screen does first: decides the language and stores the
+    // background picture's name where none is stored yet.
+    void prepareMainScreen();
 
     // "Today" for the whole run: the moment of first use.
     QDateTime launchDate();

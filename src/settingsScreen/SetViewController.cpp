@@ -14,19 +14,9 @@
 using namespace Qt::Literals::StringLiterals;
 
 SetViewController::SetViewController(Session &session, QObject *parent)
-    : QObject(parent), m_session(session), m_theme(new ScreenTheme(session.appearance, this)),
+    : ScreenController(session, parent),
       m_openUrl([](const QUrl &url) { return QDesktopServices::openUrl(url); })
 {}
-
-QString SetViewController::title() const
-{
-    return m_session.strings[UiText::Settings];
-}
-
-QString SetViewController::backText() const
-{
-    return m_session.strings[UiText::Done];
-}
 
 bool SetViewController::detailsOn() const
 {
@@ -41,21 +31,6 @@ bool SetViewController::weekdayOn() const
 bool SetViewController::starOn() const
 {
     return m_session.settings.value(SettingsKeys::star);
-}
-
-QString SetViewController::detailsCaption() const
-{
-    return m_session.strings[UiText::ShowMoreDetails];
-}
-
-QString SetViewController::weekdayCaption() const
-{
-    return m_session.strings[UiText::ShowWeekdayInTable];
-}
-
-QString SetViewController::starCaption() const
-{
-    return m_session.strings[UiText::MarkFutureBirthdays];
 }
 
 QString SetViewController::appColorsCaption() const
@@ -73,7 +48,7 @@ QVariantList SetViewController::colorButtons() const
 {
     const QColor frame = m_theme->labelColor();
     const Rgb symbol = m_session.appearance == Appearance::Dark ? Rgb{1, 1, 1} : Rgb{0, 0, 0};
-    const QString name = names().value(u"theme"_s).toString();
+    const QString name = accessibleName(u"theme"_s);
     QVariantList buttons;
     for (int i = 0; i < ThemeTable::count; ++i) {
         const Rgb color = m_session.themes.color(i);
@@ -91,16 +66,6 @@ QVariantList SetViewController::colorButtons() const
             {u"symbol"_s, ScreenTheme::toColor(Contrast::legible(symbol, {color}, minimum))}});
     }
     return buttons;
-}
-
-QString SetViewController::rateText() const
-{
-    return m_session.strings[UiText::RateApp];
-}
-
-QString SetViewController::moreAppsText() const
-{
-    return m_session.strings[UiText::MoreApps];
 }
 
 QString SetViewController::versionText() const
@@ -201,16 +166,6 @@ void SetViewController::scrollViewHide()
     emit infoVisibleChanged();
 }
 
-QVariantMap SetViewController::names() const
-{
-    return accessibleNames(m_session.strings, m_session.language());
-}
-
-QString SetViewController::remindersCaption() const
-{
-    return m_session.strings[UiText::Reminders];
-}
-
 QString SetViewController::reminderTimeText() const
 {
     // In the device's own clock format, as the favorites show dates; hours
@@ -225,26 +180,6 @@ QString SetViewController::reminderLeadText() const
     const int days = ReminderTiming::from(m_session.settings).daysBefore;
     return ReminderTiming::leadChoiceTexts(m_session.strings)
         .value(ReminderTiming::leadDayChoices.indexOf(days));
-}
-
-QString SetViewController::reminderTimeName() const
-{
-    return m_session.strings[UiText::ReminderTime];
-}
-
-QString SetViewController::reminderLeadName() const
-{
-    return m_session.strings[UiText::HowEarly];
-}
-
-QString SetViewController::earlierName() const
-{
-    return m_session.strings[UiText::Earlier];
-}
-
-QString SetViewController::laterName() const
-{
-    return m_session.strings[UiText::Later];
 }
 
 void SetViewController::stepReminderTime(int steps)
@@ -265,11 +200,6 @@ void SetViewController::nextReminderLead()
 bool SetViewController::calendarOn() const
 {
     return m_session.calendar.enabled();
-}
-
-QString SetViewController::calendarCaption() const
-{
-    return m_session.strings[UiText::ShowBirthdaysInCalendar];
 }
 
 void SetViewController::switchCalendarValue(bool on)

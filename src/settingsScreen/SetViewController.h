@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "resources/ScreenTheme.h"
+#include "resources/ScreenController.h"
 #include "settings/HiddenLanguageSwitch.h"
 #include "settings/StoreLinks.h"
 
@@ -18,27 +18,19 @@ class Session;
 // The settings screen: the details, weekday and star switches, the ten
 // colour themes, rating and more apps, the info panel, and the version
 // button with the hidden language switch.
-class SetViewController : public QObject
+class SetViewController : public ScreenController
 {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Made by the screen host.")
 
-    Q_PROPERTY(ScreenTheme *theme READ theme CONSTANT)
-    Q_PROPERTY(QString title READ title CONSTANT)
-    Q_PROPERTY(QString backText READ backText CONSTANT)
     Q_PROPERTY(bool detailsOn READ detailsOn NOTIFY changed)
     Q_PROPERTY(bool weekdayOn READ weekdayOn NOTIFY changed)
     Q_PROPERTY(bool starOn READ starOn NOTIFY changed)
-    Q_PROPERTY(QString detailsCaption READ detailsCaption CONSTANT)
-    Q_PROPERTY(QString weekdayCaption READ weekdayCaption CONSTANT)
-    Q_PROPERTY(QString starCaption READ starCaption CONSTANT)
     Q_PROPERTY(QString appColorsCaption READ appColorsCaption CONSTANT)
     // The ten colour buttons: their colour, whether chosen, and the frame and
     // symbol colours of the chosen one.
     Q_PROPERTY(QVariantList colorButtons READ colorButtons NOTIFY changed)
-    Q_PROPERTY(QString rateText READ rateText CONSTANT)
-    Q_PROPERTY(QString moreAppsText READ moreAppsText CONSTANT)
     Q_PROPERTY(QString versionText READ versionText CONSTANT)
     Q_PROPERTY(QString secretText READ secretText NOTIFY secretChanged)
     Q_PROPERTY(bool secretVisible READ secretVisible NOTIFY secretChanged)
@@ -47,54 +39,28 @@ class SetViewController : public QObject
     Q_PROPERTY(bool dimmed READ dimmed NOTIFY dimmedChanged)
     // The reminders row: when they come and how early, and its names for
     // screen readers.
-    Q_PROPERTY(QString remindersCaption READ remindersCaption CONSTANT)
     Q_PROPERTY(QString reminderTimeText READ reminderTimeText NOTIFY changed)
     Q_PROPERTY(QString reminderLeadText READ reminderLeadText NOTIFY changed)
-    Q_PROPERTY(QString reminderTimeName READ reminderTimeName CONSTANT)
-    Q_PROPERTY(QString reminderLeadName READ reminderLeadName CONSTANT)
-    Q_PROPERTY(QString earlierName READ earlierName CONSTANT)
-    Q_PROPERTY(QString laterName READ laterName CONSTANT)
     Q_PROPERTY(bool calendarOn READ calendarOn NOTIFY changed)
-    Q_PROPERTY(QString calendarCaption READ calendarCaption CONSTANT)
 
 public:
     explicit SetViewController(Session &session, QObject *parent = nullptr);
 
-    ScreenTheme *theme() const { return m_theme; }
-    QVariantMap names() const;
-    // What a screen reader says for a symbol button or a wheel (see accessibleNames()).
-    Q_INVOKABLE QString accessibleName(const QString &key) const
-    {
-        return names().value(key).toString();
-    }
-    QString title() const;
-    QString backText() const;
     bool detailsOn() const;
     bool weekdayOn() const;
     bool starOn() const;
-    QString detailsCaption() const;
-    QString weekdayCaption() const;
-    QString starCaption() const;
     QString appColorsCaption() const;
     QVariantList colorButtons() const;
     int selectedColor() const;
-    QString rateText() const;
-    QString moreAppsText() const;
     QString versionText() const;
     QString secretText() const { return m_secretText; }
     bool secretVisible() const { return m_secretVisible; }
     bool infoVisible() const { return m_infoVisible; }
     QString infoText() const;
     bool dimmed() const { return m_dimmed; }
-    QString remindersCaption() const;
     QString reminderTimeText() const;
     QString reminderLeadText() const;
-    QString reminderTimeName() const;
-    QString reminderLeadName() const;
-    QString earlierName() const;
-    QString laterName() const;
     bool calendarOn() const;
-    QString calendarCaption() const;
 
     // Opens a link with the desktop's handler and tells whether it did
     // (QDesktopServices::openUrl unless replaced).
@@ -133,8 +99,6 @@ signals:
 private:
     void applyTheme();
 
-    Session &m_session;
-    ScreenTheme *m_theme;
     HiddenLanguageSwitch m_secret;
     QString m_secretText;
     bool m_secretVisible = false;

@@ -98,7 +98,7 @@ Item {
             }
 
             SwitchRow {
-                caption: root.controller.detailsCaption
+                caption: root.controller.texts.ShowMoreDetails
                 on: root.controller.detailsOn
                 switchName: "switchDetails"
                 accent: root.controller.theme.accentColor
@@ -108,7 +108,7 @@ Item {
                 onSwitched: on => root.controller.switchDetailsValue(on)
             }
             SwitchRow {
-                caption: root.controller.weekdayCaption
+                caption: root.controller.texts.ShowWeekdayInTable
                 on: root.controller.weekdayOn
                 switchName: "switchWeekday"
                 accent: root.controller.theme.accentColor
@@ -118,7 +118,7 @@ Item {
                 onSwitched: on => root.controller.switchWeekdayValue(on)
             }
             SwitchRow {
-                caption: root.controller.starCaption
+                caption: root.controller.texts.MarkFutureBirthdays
                 on: root.controller.starOn
                 switchName: "switchStar"
                 accent: root.controller.theme.accentColor
@@ -128,7 +128,7 @@ Item {
                 onSwitched: on => root.controller.switchStarValue(on)
             }
             SwitchRow {
-                caption: root.controller.calendarCaption
+                caption: root.controller.texts.ShowBirthdaysInCalendar
                 on: root.controller.calendarOn
                 switchName: "switchCalendar"
                 accent: root.controller.theme.accentColor
@@ -195,7 +195,7 @@ Item {
                 Text {
                     objectName: "lblReminders"
                     Layout.fillWidth: true
-                    text: root.controller.remindersCaption
+                    text: root.controller.texts.Reminders
                     color: root.labelColor
                     font.pixelSize: 17
                     fontSizeMode: Text.HorizontalFit
@@ -208,7 +208,7 @@ Item {
                     objectName: "btnReminderEarlier"
                     text: "−"
                     textColor: root.labelColor
-                    Accessible.name: root.controller.earlierName
+                    Accessible.name: root.controller.texts.Earlier
                     onClicked: root.controller.stepReminderTime(-1)
                 }
                 Text {
@@ -217,13 +217,13 @@ Item {
                     color: root.labelColor
                     font.pixelSize: 17
                     Accessible.role: Accessible.StaticText
-                    Accessible.name: root.controller.reminderTimeName + ": " + text
+                    Accessible.name: root.controller.texts.ReminderTime + ": " + text
                 }
                 TextButton {
                     objectName: "btnReminderLater"
                     text: "+"
                     textColor: root.labelColor
-                    Accessible.name: root.controller.laterName
+                    Accessible.name: root.controller.texts.Later
                     onClicked: root.controller.stepReminderTime(1)
                 }
             }
@@ -233,7 +233,7 @@ Item {
                 text: root.controller.reminderLeadText + "  ›"
                 textColor: root.labelColor
                 pixelSize: 17
-                Accessible.name: root.controller.reminderLeadName + ": "
+                Accessible.name: root.controller.texts.HowEarly + ": "
                                  + root.controller.reminderLeadText
                 onClicked: root.controller.nextReminderLead()
             }
@@ -248,14 +248,14 @@ Item {
             TextButton {
                 objectName: "btnRate"
                 Layout.alignment: Qt.AlignHCenter
-                text: root.controller.rateText
+                text: root.controller.texts.RateApp
                 textColor: root.labelColor
                 onClicked: root.controller.ratePressed()
             }
             TextButton {
                 objectName: "btnMoreApps"
                 Layout.alignment: Qt.AlignHCenter
-                text: root.controller.moreAppsText
+                text: root.controller.texts.MoreApps
                 textColor: root.labelColor
                 onClicked: root.controller.moreAppsPressed()
             }
@@ -290,7 +290,7 @@ Item {
         width: parent.width
         visible: !root.controller.infoVisible
         theme: root.controller.theme
-        title: root.controller.title
+        title: root.controller.texts.Settings
         sideInset: 62
     }
 

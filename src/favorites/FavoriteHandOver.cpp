@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: MIT
+#include "favorites/FavoriteHandOver.h"
+
+#include "core/DatePattern.h"
+#include "core/FatalError.h"
+#include "settings/SettingsStore.h"
+
+using namespace SettingsKeys;
+using namespace Qt::Literals::StringLiterals;
+
+WriteResult FavoriteHandOver::hand(SettingsStore &settings, const Favorite &favorite, qint64 index)
+{
+    // One write of the file, so that no interruption leaves half of it.
+    SettingsBatch batch(settings);
+    settings.set(handOverPending, true);
+    settings.set(handOverBirthday, favorite.birthday);
+    settings.set(handOverName, favorite.name);
+    settings.set(handOverMovePicker, true);
+    settings.set(handOverIndex, index);
+    return batch.finish();
+}
+
+FavoriteHandOver::Waiting FavoriteHandOver::waiting(const SettingsStore &settings)
+{
+    return {settings.value(handOverPending), settings.value(handOverMovePicker),
+            settings.value(handOverIndex)};
+}
+
+Favorite FavoriteHandOver::favorite(const SettingsStore &settings)
+{
+    const std::optional<QString> name = settings.value(handOverName);
+    const std::optional<QString> birthday = settings.value(handOverBirthday);
+    if (!name || !birthday)
+        fatalError(u"a favorite was handed over without \"Name\" and \"birthday\""_s);
+    if (!DatePattern::stored().parse(*birthday))
+        fatalError(u"the handed-over \"birthday\" \"%1\" is not a date"_s.arg(*birthday));
+    return {*name, *birthday};
+}
+
+void FavoriteHandOver::taken(SettingsStore &settings, bool pickerMoved)
+{
+    if (pickerMoved)
+        settings.set(handOverMovePicker, false);
+    settings.set(handOverPending, false);
+}

@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: MIT
+#include "resources/ScreenController.h"
+
+#include "session/Session.h"
+#include "texts/AccessibleNames.h"
+
+#include <QMetaEnum>
+
+ScreenController::ScreenController(Session &session, QObject *parent)
+    : QObject(parent), m_session(session), m_theme(new ScreenTheme(session.appearance, this))
+{}
+
+QVariant ScreenController::texts() const
+{
+    const QMetaEnum names = QMetaEnum::fromType<UiText>();
+    QVariantMap texts;
+    for (int i = 0; i < UiTextCount; ++i)
+        texts.insert(QLatin1String(names.key(i)), m_session.strings[UiText(names.value(i))]);
+    return texts;
+}
+
+QString ScreenController::accessibleName(const QString &key) const
+{
+    return accessibleNames(m_session.strings, m_session.language()).value(key).toString();
+}

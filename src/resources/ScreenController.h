@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "resources/ScreenTheme.h"
+#include "texts/UiStrings.h"
+
+#include <QObject>
+#include <QVariantMap>
+#include <QtQml/qqmlregistration.h>
+
+class Session;
+
+// What every screen's controller offers its view besides the screen's own
+// state: the theme's colours, the interface texts in the run's language and
+// what a screen reader says for a symbol button or a wheel.
+class ScreenController : public QObject
+{
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("A screen's controller is made by the screen host.")
+
+    Q_PROPERTY(ScreenTheme *theme READ theme CONSTANT)
+    // Every interface text by its name in UiText: texts.Cancel.
+    Q_PROPERTY(QVariant texts READ texts NOTIFY languageChanged)
+
+public:
+    ScreenTheme *theme() const { return m_theme; }
+    QVariant texts() const;
+    // By the keys of accessibleNames(): "info", "day", "sort" and so on.
+    Q_INVOKABLE QString accessibleName(const QString &key) const;
+
+signals:
+    void languageChanged();
+
+protected:
+    ScreenController(Session &session, QObject *parent);
+
+    Session &m_session;
+    ScreenTheme *const m_theme;
+};
