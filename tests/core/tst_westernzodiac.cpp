@@ -70,14 +70,13 @@ private slots:
         QVERIFY(!WesternZodiac::signIndex(day, month));
     }
 
-    void signTexts()
+    void signTextsNameTheirSigns()
     {
-        QCOMPARE(UiStrings::english(WesternZodiac::signText(0)),
-                 QString::fromUtf8("Aquarius \u2652\uFE0E"));
-        QCOMPARE(UiStrings::english(WesternZodiac::signText(10)),
-                 QString::fromUtf8("Sagittarius \u2650\uFE0E"));
-        QCOMPARE(UiStrings::english(WesternZodiac::signText(11)),
-                 QString::fromUtf8("Capricorn \u2651\uFE0E"));
+        for (int i = 0; i < WesternZodiac::signCount; ++i) {
+            const QString text = UiStrings::english(WesternZodiac::signText(i));
+            QVERIFY2(text.startsWith(WesternZodiac::signKey(i).left(3), Qt::CaseInsensitive),
+                     qPrintable(text));
+        }
     }
 
     void planetFollowsTheElement_data()
