@@ -150,6 +150,31 @@ private slots:
         QCOMPARE(store->value(color), 0);
     }
 
+    void aShorterListReplacesALongerOne()
+    {
+        const QString path = freshIniPath();
+        FileSettingsStore store(path);
+        store.set(favorites, {{QStringLiteral("a"), QStringLiteral("1 1 2000")},
+                              {QStringLiteral("b"), QStringLiteral("2 2 2000")}});
+        store.set(favorites, {{QStringLiteral("c"), QStringLiteral("3 3 2000")}});
+        QCOMPARE(FileSettingsStore(path).value(favorites),
+                 QList<QStringList>({{QStringLiteral("c"), QStringLiteral("3 3 2000")}}));
+    }
+
+    void writesReachTheFileAtOnceAndStayReadable()
+    {
+        const QString path = freshIniPath();
+        FileSettingsStore writer(path);
+        writer.set(favorites, {{QStringLiteral("Anna"), QStringLiteral("12 3 1985")}});
+        writer.set(color, 4);
+
+        QCOMPARE(FileSettingsStore(path).value(color), 4);
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        const QByteArray text = file.readAll();
+        QVERIFY2(text.contains("1\\1=Anna") && text.contains("1\\2=12 3 1985"), text.constData());
+    }
+
     void aBatchReachesTheFileWhenItCloses()
     {
         const QString path = freshIniPath();
