@@ -96,6 +96,7 @@ private slots:
         QTest::addColumn<QDateTime>("birth");
         QTest::addColumn<QString>("ending");
         QTest::newRow("en 1") << Language::English << at(1990, 11, 23) << "in 1 day";
+        QTest::newRow("en 2") << Language::English << at(1990, 11, 24) << "in 2 days";
         QTest::newRow("de 1") << Language::German << at(1990, 11, 23) << "in 1 Tag";
         QTest::newRow("de 2") << Language::German << at(1990, 11, 24) << "in 2 Tagen";
         QTest::newRow("ru 2") << Language::Russian << at(1990, 11, 24) << "через 2 дня";
