@@ -26,6 +26,8 @@ private slots:
         QTest::newRow("trailing blanks differ")
             << UiText::NameForThisBirthday
             << QStringList{"Name for this birthday:", "Name für: ", "Имя: "};
+        QTest::newRow("blank after the German only")
+            << UiText::PlanetLabel << QStringList{"Planet:", "Planet: ", "Обитель:"};
         QTest::newRow("done goes back") << UiText::Done << QStringList{"Done", "Zurück", "назад"};
         QTest::newRow("leading line feed")
             << UiText::ChineseZodiacLabel
