@@ -7,13 +7,6 @@
 
 #include <QTest>
 
-namespace {
-QDateTime moment(qint64 msSince1970)
-{
-    return QDateTime::fromMSecsSinceEpoch(msSince1970, Qt::LocalTime);
-}
-} // namespace
-
 class TestAgeCalculator : public QObject
 {
     Q_OBJECT
@@ -32,40 +25,19 @@ private slots:
         QTest::addColumn<qint64>("totalWeeks");
         QTest::addColumn<qint64>("totalDays");
 
-        QTest::newRow("born today one year ago") << at(2025, 11, 22, 9) << at(2026, 11, 22, 9)
-                                                 << 1LL << 0LL << 0LL << 12LL << 52LL << 365LL;
-        QTest::newRow("six days: no whole week")
-            << at(2026, 11, 16, 9) << at(2026, 11, 22, 9) << 0LL << 0LL << 6LL << 0LL << 0LL << 6LL;
+        // Hand-picked cases; tst_calendaroracle checks thousands more against ICU.
         QTest::newRow("seven days: one week")
             << at(2026, 11, 15, 9) << at(2026, 11, 22, 9) << 0LL << 0LL << 7LL << 0LL << 1LL << 7LL;
         QTest::newRow("birth time later in the day than now")
             << at(2000, 3, 12, 15) << at(2026, 3, 12, 10) << 25LL << 11LL << 27LL << 311LL << 1356LL
             << 9495LL;
-        QTest::newRow("birth time reached") << at(2000, 3, 12, 15) << at(2026, 3, 12, 15) << 26LL
-                                            << 0LL << 0LL << 312LL << 1356LL << 9496LL;
         QTest::newRow("31 January plus a month is 29 February")
             << at(2000, 1, 31, 12) << at(2000, 3, 1, 12) << 0LL << 1LL << 1LL << 1LL << 4LL << 30LL;
         QTest::newRow("leap day birth, a year later on 28 February")
             << at(2000, 2, 29) << at(2001, 2, 28) << 1LL << 0LL << 0LL << 12LL << 52LL << 365LL;
-        QTest::newRow("one minute short of a month")
-            << at(2026, 1, 15, 8, 30) << at(2026, 2, 15, 8, 29) << 0LL << 0LL << 30LL << 0LL << 4LL
-            << 30LL;
         // The clocks skip an hour on 29 March 2026: 23 hours after noon it is noon again.
         QTest::newRow("a day across the spring clock change")
             << at(2026, 3, 28, 12) << at(2026, 3, 29, 12) << 0LL << 0LL << 1LL << 0LL << 0LL << 1LL;
-        QTest::newRow("23.5 hours across the spring clock change are no day")
-            << at(2026, 3, 28, 12) << at(2026, 3, 29, 11, 30) << 0LL << 0LL << 0LL << 0LL << 0LL
-            << 0LL;
-        // 02:01:56 comes twice on 30 October 2022; three years after the birth
-        // is its second pass, later than now at the first pass of 02:10.
-        QTest::newRow("a year step lands on the second pass of a repeated hour")
-            << moment(1572397316822) << moment(1667088643225) << 2LL << 11LL << 30LL << 35LL
-            << 156LL << 1095LL;
-        // On 11 May 1947 the clocks went from 02:00 straight to 03:00 (double
-        // summer time): at 02:52 the birth time of day, 03:38, has not come yet.
-        QTest::newRow("a day step across double summer time")
-            << moment(-715472468489) << moment(-714611263162) << 0LL << 0LL << 9LL << 0LL << 1LL
-            << 9LL;
         QTest::newRow("century") << at(1900, 1, 1) << at(2026, 11, 22, 12) << 126LL << 10LL << 21LL
                                  << 1522LL << 6620LL << 46346LL;
     }

@@ -73,55 +73,27 @@ private slots:
     void animalElementPolarity_data()
     {
         QTest::addColumn<int>("year");
-        QTest::addColumn<QString>("animal");
-        QTest::addColumn<QString>("element");
-        QTest::addColumn<QString>("polarity");
-        QTest::newRow("1900") << 1900 << "Rat – 鼠"
-                              << "Metal - 金"
-                              << "Yang";
-        QTest::newRow("1901") << 1901 << "Ox – 牛"
-                              << "Metal - 金"
-                              << "Yin";
-        QTest::newRow("1902") << 1902 << "Tiger – 虎"
-                              << "Water - 水"
-                              << "Yang";
-        QTest::newRow("1908") << 1908 << "Monkey – 猴"
-                              << "Earth - 土"
-                              << "Yang";
-        QTest::newRow("1909") << 1909 << "Rooster – 雞"
-                              << "Earth - 土"
-                              << "Yin";
-        QTest::newRow("1983") << 1983 << "Pig – 豬"
-                              << "Water - 水"
-                              << "Yin";
-        QTest::newRow("1984") << 1984 << "Rat – 鼠"
-                              << "Wood - 木"
-                              << "Yang";
-        QTest::newRow("2008") << 2008 << "Rat – 鼠"
-                              << "Earth - 土"
-                              << "Yang";
-        QTest::newRow("2034") << 2034 << "Tiger – 虎"
-                              << "Wood - 木"
-                              << "Yang";
-        QTest::newRow("2035") << 2035 << "Rabbit – 兔"
-                              << "Wood - 木"
-                              << "Yin";
-        QTest::newRow("2042") << 2042 << "Dog – 狗"
-                              << "Water - 水"
-                              << "Yang";
-        QTest::newRow("2043") << 2043 << "Pig – 豬"
-                              << "Water - 水"
-                              << "Yin";
+        QTest::addColumn<QStringList>("texts"); // animal, element, polarity
+        QTest::newRow("1900") << 1900 << QStringList{"Rat – 鼠", "Metal - 金", "Yang"};
+        QTest::newRow("1901") << 1901 << QStringList{"Ox – 牛", "Metal - 金", "Yin"};
+        QTest::newRow("1902") << 1902 << QStringList{"Tiger – 虎", "Water - 水", "Yang"};
+        QTest::newRow("1908") << 1908 << QStringList{"Monkey – 猴", "Earth - 土", "Yang"};
+        QTest::newRow("1909") << 1909 << QStringList{"Rooster – 雞", "Earth - 土", "Yin"};
+        QTest::newRow("1983") << 1983 << QStringList{"Pig – 豬", "Water - 水", "Yin"};
+        QTest::newRow("1984") << 1984 << QStringList{"Rat – 鼠", "Wood - 木", "Yang"};
+        QTest::newRow("2008") << 2008 << QStringList{"Rat – 鼠", "Earth - 土", "Yang"};
+        QTest::newRow("2034") << 2034 << QStringList{"Tiger – 虎", "Wood - 木", "Yang"};
+        QTest::newRow("2035") << 2035 << QStringList{"Rabbit – 兔", "Wood - 木", "Yin"};
+        QTest::newRow("2042") << 2042 << QStringList{"Dog – 狗", "Water - 水", "Yang"};
+        QTest::newRow("2043") << 2043 << QStringList{"Pig – 豬", "Water - 水", "Yin"};
     }
     void animalElementPolarity()
     {
         QFETCH(int, year);
-        QFETCH(QString, animal);
-        QFETCH(QString, element);
-        QFETCH(QString, polarity);
-        QCOMPARE(UiStrings::english(ChineseZodiac::animal(year)), animal);
-        QCOMPARE(UiStrings::english(ChineseZodiac::element(year)), element);
-        QCOMPARE(ChineseZodiac::polarity(year), polarity);
+        QFETCH(QStringList, texts);
+        QCOMPARE(UiStrings::english(ChineseZodiac::animal(year)), texts[0]);
+        QCOMPARE(UiStrings::english(ChineseZodiac::element(year)), texts[1]);
+        QCOMPARE(ChineseZodiac::polarity(year), texts[2]);
     }
 
     void followsTheTimeZoneOfEachLookup()

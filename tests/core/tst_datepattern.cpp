@@ -13,46 +13,30 @@ private slots:
         QTest::addColumn<QString>("pattern");
         QTest::addColumn<QString>("text");
         QTest::addColumn<QDate>("expected"); // invalid: must not parse
-
-        QTest::newRow("record text") << "dd MM yyyy"
-                                     << "12 3 1985" << QDate(1985, 3, 12);
-        QTest::newRow("one-digit day and month") << "dd MM yyyy"
-                                                 << "1 1 2000" << QDate(2000, 1, 1);
-        QTest::newRow("padded fields") << "d M yyyy"
-                                       << "07 01 2001" << QDate(2001, 1, 7);
-        QTest::newRow("table date") << "yyyy-MM-dd"
-                                    << "1901-02-19" << QDate(1901, 2, 19);
-        QTest::newRow("full stop for a hyphen") << "yyyy-MM-dd"
-                                                << "1984-02.02" << QDate(1984, 2, 2);
-        QTest::newRow("no year: default year")
-            << "dd MM"
-            << "29 2" << QDate(2000, 2, 29); // 2000 is a leap year
-        QTest::newRow("leap day in a leap year") << "dd MM yyyy"
-                                                 << "29 2 2024" << QDate(2024, 2, 29);
-        QTest::newRow("leap day in a common year") << "dd MM yyyy"
-                                                   << "29 2 2023" << QDate();
-        QTest::newRow("31 April") << "dd MM yyyy"
-                                  << "31 4 2020" << QDate();
-        QTest::newRow("month 13") << "dd MM yyyy"
-                                  << "1 13 2020" << QDate();
-        QTest::newRow("day 0") << "dd MM yyyy"
-                               << "0 1 2020" << QDate();
-        QTest::newRow("all zero") << "dd MM yyyy"
-                                  << "0 0 0" << QDate();
-        QTest::newRow("three-digit day") << "dd MM yyyy"
-                                         << "123 1 2020" << QDate();
-        QTest::newRow("trailing text") << "dd MM yyyy"
-                                       << "1 1 2020x" << QDate();
-        QTest::newRow("missing year") << "dd MM yyyy"
-                                      << "1 1 " << QDate();
-        QTest::newRow("letters") << "dd MM yyyy"
-                                 << "a b cccc" << QDate();
-        QTest::newRow("empty") << "dd MM yyyy"
-                               << "" << QDate();
-        QTest::newRow("letter for a separator") << "dd MM yyyy"
-                                                << "1x1x2020" << QDate();
-        QTest::newRow("five-digit year") << "dd MM yyyy"
-                                         << "1 1 20201" << QDate();
+        const auto row = [](const char *name, const char *text, QDate expected = {},
+                            const char *pattern = "dd MM yyyy") {
+            QTest::newRow(name) << QString::fromUtf8(pattern) << QString::fromUtf8(text)
+                                << expected;
+        };
+        row("record text", "12 3 1985", {1985, 3, 12});
+        row("one-digit day and month", "1 1 2000", {2000, 1, 1});
+        row("padded fields", "07 01 2001", {2001, 1, 7}, "d M yyyy");
+        row("table date", "1901-02-19", {1901, 2, 19}, "yyyy-MM-dd");
+        row("full stop for a hyphen", "1984-02.02", {1984, 2, 2}, "yyyy-MM-dd");
+        row("no year: default year 2000, a leap year", "29 2", {2000, 2, 29}, "dd MM");
+        row("leap day in a leap year", "29 2 2024", {2024, 2, 29});
+        row("leap day in a common year", "29 2 2023");
+        row("31 April", "31 4 2020");
+        row("month 13", "1 13 2020");
+        row("day 0", "0 1 2020");
+        row("all zero", "0 0 0");
+        row("three-digit day", "123 1 2020");
+        row("trailing text", "1 1 2020x");
+        row("missing year", "1 1 ");
+        row("letters", "a b cccc");
+        row("empty", "");
+        row("letter for a separator", "1x1x2020");
+        row("five-digit year", "1 1 20201");
     }
     void parse()
     {
@@ -69,24 +53,20 @@ private slots:
         QTest::addColumn<QString>("locale");
         QTest::addColumn<QDate>("date");
         QTest::addColumn<QString>("expected");
-
-        QTest::newRow("record text has no leading zeros") << "d M yyyy"
-                                                          << "C" << QDate(2001, 1, 7) << "7 1 2001";
-        QTest::newRow("padded") << "dd MM yyyy"
-                                << "C" << QDate(2001, 1, 7) << "07 01 2001";
-        QTest::newRow("small year padded") << "yyyy"
-                                           << "C" << QDate(87, 5, 1) << "0087";
-        QTest::newRow("weekday en") << "EEEE"
-                                    << "en" << QDate(1985, 3, 12) << "Tuesday";
-        QTest::newRow("weekday de") << "EEEE"
-                                    << "de" << QDate(1985, 3, 12) << "Dienstag";
-        QTest::newRow("weekday ru") << "EEEE"
-                                    << "ru" << QDate(1985, 3, 12) << "вторник";
-        QTest::newRow("month name en") << "MMMM dd, yyyy"
-                                       << "en" << QDate(1985, 3, 12) << "March 12, 1985";
-        QTest::newRow("month name ru takes the genitive")
-            << "dd. MMMM yyyy"
-            << "ru" << QDate(1985, 3, 12) << "12. марта 1985";
+        const auto row = [](const char *name, const char *pattern, const char *locale, QDate date,
+                            const char *expected) {
+            QTest::newRow(name) << QString::fromUtf8(pattern) << QString::fromUtf8(locale) << date
+                                << QString::fromUtf8(expected);
+        };
+        const QDate birth(1985, 3, 12);
+        row("record text has no leading zeros", "d M yyyy", "C", {2001, 1, 7}, "7 1 2001");
+        row("padded", "dd MM yyyy", "C", {2001, 1, 7}, "07 01 2001");
+        row("small year padded", "yyyy", "C", {87, 5, 1}, "0087");
+        row("weekday en", "EEEE", "en", birth, "Tuesday");
+        row("weekday de", "EEEE", "de", birth, "Dienstag");
+        row("weekday ru", "EEEE", "ru", birth, "вторник");
+        row("month name en", "MMMM dd, yyyy", "en", birth, "March 12, 1985");
+        row("month name ru takes the genitive", "dd. MMMM yyyy", "ru", birth, "12. марта 1985");
     }
     void format()
     {

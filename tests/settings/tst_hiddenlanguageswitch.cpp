@@ -27,34 +27,28 @@ private slots:
         QTest::addColumn<int>("taps");
         QTest::addColumn<QString>("text");
         QTest::addColumn<qint64>("stored"); // -1: nothing stored
+        const auto next = [](const char *language, int clicks, const char *step) {
+            return QStringLiteral("language = en\nnext language = %1, in %2 clicks\n%3\n\n"
+                                  "saved birthdays: 3")
+                .arg(QLatin1StringView(language))
+                .arg(clicks)
+                .arg(QLatin1StringView(step));
+        };
+        const QString system = "language = en (default system)\n\nsaved birthdays: 3";
         QTest::newRow("39: nothing yet") << 39 << "" << -1LL;
         QTest::newRow("40: diagnostics")
             << 40 << "language = en\nno events next time\n\nsaved birthdays: 3\n"
             << -1LL;
         QTest::newRow("43: German, 3 to go")
-            << 43
-            << "language = en\nnext language = ru, in 3 clicks\npress done, to change to german\n"
-               "\nsaved birthdays: 3"
-            << 1LL;
+            << 43 << next("ru", 3, "press done, to change to german") << 1LL;
         QTest::newRow("45: German, 1 to go")
-            << 45
-            << "language = en\nnext language = ru, in 1 clicks\npress done, to change to german\n"
-               "\nsaved birthdays: 3"
-            << 1LL;
+            << 45 << next("ru", 1, "press done, to change to german") << 1LL;
         QTest::newRow("46: Russian ends with a line feed")
-            << 46
-            << "language = en\nnext language = en, in 3 clicks\npress done, to change to russian\n"
-               "\nsaved birthdays: 3\n"
-            << 2LL;
+            << 46 << next("en", 3, "press done, to change to russian") + u'\n' << 2LL;
         QTest::newRow("51: English")
-            << 51
-            << "language = en\nnext language = Default, in 1 clicks\nkill the app, to change to "
-               "english\n\nsaved birthdays: 3"
-            << 3LL;
-        QTest::newRow("52: device language")
-            << 52 << "language = en (default system)\n\nsaved birthdays: 3" << 0LL;
-        QTest::newRow("57: still device language")
-            << 57 << "language = en (default system)\n\nsaved birthdays: 3" << 0LL;
+            << 51 << next("Default", 1, "kill the app, to change to english") << 3LL;
+        QTest::newRow("52: device language") << 52 << system << 0LL;
+        QTest::newRow("57: still device language") << 57 << system << 0LL;
         QTest::newRow("58: quiet again") << 58 << "" << -1LL;
     }
     void sequence()

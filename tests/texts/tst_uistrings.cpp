@@ -9,67 +9,56 @@ class TestUiStrings : public QObject
     Q_OBJECT
 
 private slots:
+    // Texts whose blanks, line feeds and separators are part of them.
     void exactTexts_data()
     {
         QTest::addColumn<UiText>("id");
-        QTest::addColumn<QString>("english");
-        QTest::addColumn<QString>("german");
-        QTest::addColumn<QString>("russian");
-
-        QTest::newRow("1 first animal") << UiText::Rat << "Rat – 鼠"
-                                        << "Ratte – 鼠"
-                                        << "Крыса – 鼠";
-        QTest::newRow("6 leading blank in German") << UiText::Snake << "Snake – 蛇"
-                                                   << " Schlange – 蛇"
-                                                   << "Змея – 蛇";
-        QTest::newRow("14 element with a hyphen") << UiText::Water << "Water - 水"
-                                                  << "Wasser - 水"
-                                                  << "Вода - 水";
-        QTest::newRow("34 last sign") << UiText::Capricorn << "Capricorn ♑︎"
-                                      << "Steinbock ♑︎"
-                                      << "Козерог ♑︎";
-        QTest::newRow("38 trailing blanks differ")
-            << UiText::NameForThisBirthday << "Name for this birthday:"
-            << "Name für: "
-            << "Имя: ";
-        QTest::newRow("47") << UiText::Your << "Your"
-                            << "Dein"
-                            << "Твой";
-        QTest::newRow("48") << UiText::Done << "Done"
-                            << "Zurück"
-                            << "назад";
-        QTest::newRow("63") << UiText::ReportYour << "Your"
-                            << "Dein"
-                            << "Твой";
-        QTest::newRow("64") << UiText::SelectYourDateOfBirth << "Select your date of birth"
-                            << "Wähle dein Geburtsdatum"
-                            << "Выбери дату рождения";
-        QTest::newRow("70 leading line feed") << UiText::ChineseZodiacLabel << "\nChinese zodiac: "
-                                              << "\nTierkreiszeichen: "
-                                              << "\nВосточный зодиак: ";
-        QTest::newRow("72") << UiText::PlanetLabel << "Planet:"
-                            << "Planet: "
-                            << "Обитель:";
-        QTest::newRow("74 Russian begins with a line feed") << UiText::Age << "age"
-                                                            << "Alter"
-                                                            << "\nВозраст:";
-        QTest::newRow("80 last") << UiText::MarkFutureBirthdays << "Mark future birthdays ☆"
-                                 << "Zukünftige Geburtstage markieren ☆"
-                                 << "Будущие дни рождения пометить ☆";
+        QTest::addColumn<QStringList>("texts"); // English, German, Russian
+        QTest::newRow("first animal")
+            << UiText::Rat << QStringList{"Rat – 鼠", "Ratte – 鼠", "Крыса – 鼠"};
+        QTest::newRow("leading blank in German")
+            << UiText::Snake << QStringList{"Snake – 蛇", " Schlange – 蛇", "Змея – 蛇"};
+        QTest::newRow("element with a hyphen")
+            << UiText::Water << QStringList{"Water - 水", "Wasser - 水", "Вода - 水"};
+        QTest::newRow("last sign")
+            << UiText::Capricorn
+            << QStringList{"Capricorn ♑︎", "Steinbock ♑︎", "Козерог ♑︎"};
+        QTest::newRow("trailing blanks differ")
+            << UiText::NameForThisBirthday
+            << QStringList{"Name for this birthday:", "Name für: ", "Имя: "};
+        QTest::newRow("blank after the German only")
+            << UiText::PlanetLabel << QStringList{"Planet:", "Planet: ", "Обитель:"};
+        QTest::newRow("done goes back") << UiText::Done << QStringList{"Done", "Zurück", "назад"};
+        QTest::newRow("leading line feed")
+            << UiText::ChineseZodiacLabel
+            << QStringList{"\nChinese zodiac: ", "\nTierkreiszeichen: ", "\nВосточный зодиак: "};
+        QTest::newRow("Russian begins with a line feed")
+            << UiText::Age << QStringList{"age", "Alter", "\nВозраст:"};
     }
     void exactTexts()
     {
         QFETCH(UiText, id);
-        QFETCH(QString, english);
-        QFETCH(QString, german);
-        QFETCH(QString, russian);
+        QFETCH(QStringList, texts);
         UiStrings strings;
-        QCOMPARE(strings[id], english);
+        QCOMPARE(strings[id], texts[0]);
+        QCOMPARE(UiStrings::english(id), texts[0]);
         strings.apply(Language::German);
-        QCOMPARE(strings[id], german);
+        QCOMPARE(strings[id], texts[1]);
         strings.apply(Language::Russian);
-        QCOMPARE(strings[id], russian);
-        QCOMPARE(UiStrings::english(id), english);
+        QCOMPARE(strings[id], texts[2]);
+    }
+
+    void everyTextInEveryLanguage()
+    {
+        UiStrings german, russian;
+        german.apply(Language::German);
+        russian.apply(Language::Russian);
+        for (int i = 0; i < UiTextCount; ++i) {
+            const auto id = static_cast<UiText>(i);
+            QVERIFY2(!UiStrings::english(id).trimmed().isEmpty() &&
+                         !german[id].trimmed().isEmpty() && !russian[id].trimmed().isEmpty(),
+                     qPrintable(QString::number(i)));
+        }
     }
 
     void englishDoesNotComeBackInTheSameRun()
