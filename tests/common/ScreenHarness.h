@@ -36,9 +36,6 @@ public:
     QQuickWindow *window = nullptr;
     QQuickItem *screen = nullptr;
 
-    ScreenHarness() = default;
-    ScreenHarness(const ScreenHarness &) = delete;
-    ScreenHarness &operator=(const ScreenHarness &) = delete;
     ~ScreenHarness()
     {
         // The screen goes before the controller it binds to.

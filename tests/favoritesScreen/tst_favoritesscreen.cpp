@@ -145,11 +145,16 @@ private slots:
         QCOMPARE(h->settings.value(handOverBirthday), stored().at(1).at(1));
     }
 
-    void longPressEditsAndKeepsTheRow()
+    void longPressEditsTheRow()
     {
         h->settings.set(favorites, Rows{{"Anna", "05 07 1985"}, {"Bob", "1 1 2000"}});
         h->settings.set(sort, 0);
         start();
+        // Below the rows a long press does nothing.
+        QTest::mousePress(h->window, Qt::LeftButton, {}, QPoint(195, 700));
+        QTest::qWait(1200);
+        QTest::mouseRelease(h->window, Qt::LeftButton, {}, QPoint(195, 700));
+        QVERIFY(!h->opened("editDialog"));
         QTest::mousePress(h->window, Qt::LeftButton, {}, h->centre(cell(0)));
         QTRY_VERIFY(h->opened("editDialog"));
         QTest::mouseRelease(h->window, Qt::LeftButton, {}, h->centre(cell(0)));
@@ -165,18 +170,6 @@ private slots:
         QTRY_VERIFY(!h->opened("editDialog"));
         QCOMPARE(stored(), (Rows{{"", "5 7 2001"}, {"Bob", "1 1 2000"}}));
         QTRY_COMPARE(name(0), "Unknown");
-    }
-
-    void longPressBelowTheRowsDoesNothing()
-    {
-        h->settings.set(favorites, people());
-        start();
-        const Rows before = stored();
-        QTest::mousePress(h->window, Qt::LeftButton, {}, QPoint(195, 700));
-        QTest::qWait(1200);
-        QTest::mouseRelease(h->window, Qt::LeftButton, {}, QPoint(195, 700));
-        QVERIFY(!h->opened("editDialog"));
-        QCOMPARE(stored(), before);
     }
 
     // Only a swipe past two thirds of the row deletes; anything shorter, at
