@@ -99,6 +99,8 @@ private slots:
         QCOMPARE(h->text("btnSort"), "Сортировать");
         QCOMPARE(h->text("labelBD", cell(0)), "12. March 1985");
         QTRY_COMPARE(h->text("footerCount"), "Записи: 1");
+        c->deleteRow(0);
+        QCOMPARE(h->text("undoLabel"), "Удалено: Анна");
     }
 
     void sortMenu_data()
@@ -234,28 +236,10 @@ private slots:
     }
 
     // "Undo" puts the favorite back where it was, with one write each way.
-    void undoPutsItBack_data()
-    {
-        QTest::addColumn<QString>("language");
-        QTest::addColumn<QString>("undo");
-        QTest::addColumn<QString>("message");
-        QTest::newRow("English") << "en-US"
-                                 << "Undo"
-                                 << "Deleted: Zoe";
-        QTest::newRow("German") << "de"
-                                << "Rückgängig"
-                                << "Gelöscht: Zoe";
-        QTest::newRow("Russian") << "ru"
-                                 << "Вернуть"
-                                 << "Удалено: Zoe";
-    }
     void undoPutsItBack()
     {
-        QFETCH(QString, language);
-        QFETCH(QString, undo);
-        QFETCH(QString, message);
         h->settings.set(favorites, people());
-        start({language});
+        start();
         const Rows before = stored();
         QCOMPARE(names(before), (QStringList{"Anna", "Zoe", "bob"}));
         const quint64 writes = h->settings.changes();
@@ -263,8 +247,8 @@ private slots:
         QTRY_COMPARE(stored(), Rows({before.at(0), before.at(2)}));
         QCOMPARE(h->settings.changes(), writes + 1);
         QTRY_VERIFY(h->shows("undoBar"));
-        QCOMPARE(h->text("btnUndo"), undo);
-        QCOMPARE(h->text("undoLabel"), message);
+        QCOMPARE(h->text("btnUndo"), "Undo");
+        QCOMPARE(h->text("undoLabel"), "Deleted: Zoe");
         h->tap("btnUndo");
         QTRY_COMPARE(stored(), before);
         QCOMPARE(h->settings.changes(), writes + 2);
