@@ -1,36 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "LocalTime.h"
-#include "TimeZoneScope.h"
-#include "app/ScreenFactory.h"
-#include "session/Session.h"
-#include "settings/MemorySettingsStore.h"
+#include "ScreenHarness.h"
 
-#include <QQmlApplicationEngine>
 #include <QQmlContext>
 #include <QQmlProperty>
-#include <QQuickItem>
-#include <QQuickWindow>
-#include <QTest>
-#include <QtQml/qqmlextensionplugin.h>
-
-Q_IMPORT_QML_PLUGIN(TavloPlugin)
 
 namespace {
-
-// Every control a screen reader can act on: buttons, switches, fields, and
-// the steppers that stand for the date wheels.
-bool isControl(const QObject *object)
-{
-    return object->inherits("QQuickAbstractButton") || object->inherits("QQuickTextField") ||
-           object->objectName().endsWith(u"Stepper"_qs);
-}
-
-QVariant attached(QObject *item, const char *property)
-{
-    return QQmlProperty(item, QLatin1String("Accessible.") + QLatin1String(property),
-                        qmlContext(item))
-        .read();
-}
 
 struct Control
 {
@@ -38,72 +12,56 @@ struct Control
     int role = 0;
 };
 
+QVariant attached(QObject *item, const char *property)
+{
+    return QQmlProperty(item, u"Accessible."_qs + QLatin1String(property), qmlContext(item)).read();
+}
+
+// Every control a screen reader can act on on each screen, by a stable key:
+// buttons, switches, fields, and the steppers that stand for the date wheels.
+QMap<QString, Control> controls(const QStringList &preferred)
+{
+    ScreenHarness h;
+    h.settings.set(SettingsKeys::favorites, {{u"Anna"_qs, u"12 3 1985"_qs}});
+    h.startApp(preferred);
+    QMap<QString, Control> found;
+    const auto collect = [&](const QString &screen) {
+        for (QQuickItem *item : h.window->findChildren<QQuickItem *>()) {
+            if (item->inherits("QQuickAbstractButton") || item->inherits("QQuickTextField") ||
+                item->objectName().endsWith(u"Stepper"_qs)) {
+                const QString name = item->objectName();
+                found.insert(
+                    screen + u'/' +
+                        (name.isEmpty() ? QLatin1String(item->metaObject()->className()) : name),
+                    {attached(item, "name").toString(), attached(item, "role").toInt()});
+            }
+        }
+    };
+    const auto go = [&](const QString &button, const QString &screen) {
+        if (!h.go(button, screen))
+            qFatal("%s never showed", qPrintable(screen));
+    };
+    collect(u"main"_qs);
+    go(u"btnFav"_qs, u"favView"_qs);
+    QTest::qWait(1500);
+    collect(u"favorites"_qs);
+    go(u"btnBack"_qs, u"mainView"_qs);
+    go(u"btnSet"_qs, u"setView"_qs);
+    collect(u"settings"_qs);
+    return found;
+}
+
 } // namespace
 
 class TestAccessibility : public QObject
 {
     Q_OBJECT
 
-    TimeZoneScope m_zone{"Europe/Berlin"};
-
-    // The controls of each screen by a stable key, in one language.
-    static QMap<QString, Control> controls(const QStringList &preferred)
-    {
-        MemorySettingsStore settings;
-        settings.set(SettingsKeys::favorites,
-                     {{QStringLiteral("Anna"), QStringLiteral("12 3 1985")}});
-        FixedClock clock(at(2026, 11, 22, 12));
-        Session session(settings, clock, preferred, Appearance::Dark);
-        ScreenFactory factory(session);
-        QQmlApplicationEngine engine;
-        engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
-        engine.setInitialProperties({{QStringLiteral("screens"), QVariant::fromValue(&factory)}});
-        engine.load(QUrl(QStringLiteral("qrc:/qt/qml/Tavlo/app/Main.qml")));
-        auto *window = qobject_cast<QQuickWindow *>(engine.rootObjects().value(0));
-        if (!window || !QTest::qWaitForWindowExposed(window))
-            qFatal("no window");
-
-        QMap<QString, Control> found;
-        const auto collect = [&](const QString &screen) {
-            for (QObject *object : window->findChildren<QObject *>()) {
-                auto *item = qobject_cast<QQuickItem *>(object);
-                if (!item || !isControl(item))
-                    continue;
-                const QString key = screen + u'/' +
-                                    (item->objectName().isEmpty()
-                                         ? QString::fromLatin1(item->metaObject()->className())
-                                         : item->objectName());
-                found.insert(key,
-                             {attached(item, "name").toString(), attached(item, "role").toInt()});
-            }
-        };
-        const auto open = [&](const char *button, const char *view, const char *gone) {
-            QQuickItem *tapped = nullptr;
-            for (QQuickItem *item : window->findChildren<QQuickItem *>(QLatin1String(button))) {
-                if (item->isVisible())
-                    tapped = item;
-            }
-            QTest::mouseClick(
-                window, Qt::LeftButton, {},
-                tapped->mapToScene(QPointF(tapped->width() / 2, tapped->height() / 2)).toPoint());
-            QTRY_VERIFY(!window->findChildren<QQuickItem *>(QLatin1String(view)).isEmpty() &&
-                        window->findChildren<QQuickItem *>(QLatin1String(gone)).isEmpty());
-        };
-        collect(u"main"_qs);
-        open("btnFav", "favView", "mainView");
-        QTest::qWait(1500);
-        collect(u"favorites"_qs);
-        open("btnBack", "mainView", "favView");
-        open("btnSet", "setView", "mainView");
-        collect(u"settings"_qs);
-        return found;
-    }
-
 private slots:
     void everyControlIsNamedInTheLanguage()
     {
-        const QMap<QString, Control> english = controls({QStringLiteral("en-US")});
-        const QMap<QString, Control> russian = controls({QStringLiteral("ru")});
+        const QMap<QString, Control> english = controls({u"en-US"_qs});
+        const QMap<QString, Control> russian = controls({u"ru"_qs});
         QVERIFY(english.size() > 25);
         QCOMPARE(russian.keys(), english.keys());
         // Words that are the same in every language.
