@@ -98,19 +98,14 @@ public:
             }
             calls.endArray();
             calls.endStructure();
-            Shown s;
+            const QVariant hints = args.value(6);
             // The server numbers its notifications from 1 since it started.
-            s.id = m_earlier + uint(shown.size()) + 1;
-            s.app = args.value(0).toString();
-            s.icon = args.value(2).toString();
-            s.summary = args.value(3).toString();
-            s.body = args.value(4).toString();
-            s.actions = args.value(5).toStringList();
-            if (args.value(6).canConvert<QDBusArgument>())
-                s.hints = qdbus_cast<QVariantMap>(args.value(6).value<QDBusArgument>());
-            else
-                s.hints = args.value(6).toMap();
-            shown.append(s);
+            shown.append({m_earlier + uint(shown.size()) + 1, args.value(0).toString(),
+                          args.value(2).toString(), args.value(3).toString(),
+                          args.value(4).toString(), args.value(5).toStringList(),
+                          hints.canConvert<QDBusArgument>()
+                              ? qdbus_cast<QVariantMap>(hints.value<QDBusArgument>())
+                              : hints.toMap()});
         }
         calls.endArray();
         return shown;

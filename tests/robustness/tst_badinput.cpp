@@ -160,8 +160,6 @@ private slots:
         const QString english = u"Your age is: 41 Years,"_s, shortEnglish = u"Your age"_s;
         QTest::newRow("garbage bytes")
             << QByteArray("\xff\xfe\x00\x01[[[==\n\\\\\\\n;;\"", 15) << shortEnglish << 0;
-        QTest::newRow("truncated in a value")
-            << QByteArray("[General]\nmoreDetails=tr") << shortEnglish << 0;
         QTest::newRow("truncated inside the list")
             << goodSettings.first(goodSettings.size() - 30) << english << 0;
         QTest::newRow("wrong types")
@@ -173,21 +171,11 @@ private slots:
             << english << 0;
         QTest::newRow("number out of range")
             << QByteArray("[General]\npreferredL=-2\n") << shortEnglish << 0;
-        QTest::newRow("NUL bytes, byte order mark and CRLF")
-            << QByteArray("\xEF\xBB\xBF[General]\r\nmoreDetails=true\r\n") + QByteArray(3, 0) +
-                   "\r\npreferredL=2\r\n"
-            << u"Твой\n Возраст: 41 год,"_s << 0;
-        QTest::newRow("serialized value that does not read")
-            << QByteArray("[General]\nmoreDetails=true\npreferredL=@Variant(\\xff\\xff)\n")
-            << english << 0;
         QTest::newRow("rows beyond the size are not read")
             << QByteArray("[General]\nmoreDetails=true\n") +
                    personSection({{"Anna", "1 1 2000"}, {"Bob", "2 2 2000"}})
                        .replace("\nsize=2\n", "\nsize=1\n")
             << english << 1;
-        QTest::newRow("a row nested one level too deep")
-            << QByteArray("[person]\nsize=1\n1\\size=1\n1\\1\\size=1\n1\\1\\1=Anna\n")
-            << shortEnglish << 0;
     }
     void unreadableSettingsGiveDefaults()
     {
@@ -275,29 +263,21 @@ private slots:
 
     // Names reach the file exactly as given and come back out of
     // `list --json` the same; the text list escapes control characters so
-    // that each favorite stays one line. (Arguments cannot hold a NUL:
-    // namesThroughTheStore has those.)
+    // that each favorite stays one line.
     void namesRoundTripThroughTheCommandLine_data()
     {
         QTest::addColumn<QString>("name");
-        QTest::addColumn<QString>("stored");
         QTest::newRow("emoji, right to left")
-            << u"😀 👩‍👩‍👧 🇩🇪 \u200Fשרה\u202E"_s << QString();
-        QTest::newRow("terminal escape") << u"\x1b[31mred\x1b[0m\x07"_s << QString();
-        QTest::newRow("line breaks and tabs") << u"\tAnn\nLee\r\n"_s << QString();
-        QTest::newRow("DEL, C1 and line separator") << u"a\x7f\u0085b\u2028c"_s << QString();
+            << u"😀 👩‍👩‍👧 🇩🇪 \u200Fשרה\u202E"_s;
+        QTest::newRow("controls") << u"\tAnn\nLee\r\n\x1b[31mred\x07 a\x7f\u0085b\u2028c"_s;
         QTest::newRow("what QSettings treats specially")
-            << uR"(@Variant(\0\0\0\x02) "q", a; b = c \ d)"_s << QString();
-        QTest::newRow("only blanks") << u" \t "_s << u"Unknown"_s;
-        QTest::newRow("100,000 characters")
-            << u"Жx"_s.repeated(10000) + u"x"_s.repeated(80000) << QString();
+            << uR"(@Variant(\0\0\0\x02) "q", a; b = c \ d)"_s;
+        QTest::newRow("100,000 characters") << u"Жx"_s.repeated(10000) + u"x"_s.repeated(80000);
     }
     void namesRoundTripThroughTheCommandLine()
     {
         QFETCH(QString, name);
-        QFETCH(QString, stored);
-        if (stored.isEmpty())
-            stored = name;
+        const QString &stored = name;
         const QString home = homeWith(goodSettings);
         const Run add = tavlo(home, {"favorites", "add", name, "2000-01-02"});
         QCOMPARE(add.status, 0);
@@ -315,41 +295,6 @@ private slots:
         QCOMPARE(text.size(), 4);
         QCOMPARE(text.at(2).split(u'\t').mid(0, 3),
                  (QStringList{u"2"_s, oneLine(stored), u"2 1 2000"_s}));
-    }
-
-    void namesThroughTheStore_data()
-    {
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<QString>("stored");
-        QString controls;
-        for (char16_t c = 0; c < 0x20; ++c)
-            controls += QChar(c);
-        QTest::newRow("NUL") << QString(u"Ann\0Lee"_s) << QString();
-        QTest::newRow("all of the C0 controls") << controls << QString();
-        QTest::newRow("100,000 characters beyond the basic plane")
-            << u"😀"_s.repeated(50000) << QString();
-        // Only a program can make one; UTF-8 has no way to say it.
-        QTest::newRow("unpaired surrogate becomes U+FFFD")
-            << u"x"_s + QChar(0xD800) + u"y"_s << u"x\uFFFDy"_s;
-    }
-    void namesThroughTheStore()
-    {
-        QFETCH(QString, name);
-        QFETCH(QString, stored);
-        if (stored.isNull())
-            stored = name;
-        const QString home = homeWith(goodSettings);
-        {
-            FileSettingsStore settings(settingsPath(home));
-            FavoritesStore favorites(settings);
-            favorites.load();
-            favorites.append(name, 2, 1, 2000);
-            favorites.update(0, name + name, u"12 3 1985"_s);
-        }
-        const QList<Favorite> back = storedFavorites(home);
-        QCOMPARE(back.size(), 3);
-        QCOMPARE(back.at(0).name, stored + stored);
-        QCOMPARE(back.at(2).name, stored);
     }
 };
 
