@@ -90,6 +90,7 @@ class TestBadInput : public QObject
         env.insert(u"XDG_CONFIG_HOME"_s, home);
         env.insert(u"TZ"_s, u"Europe/Berlin"_s);
         env.insert(u"LANG"_s, u"en_US.UTF-8"_s);
+        env.insert(u"DBUS_SESSION_BUS_ADDRESS"_s, u"unix:path=/nonexistent"_s);
         for (const QString &name : {u"LANGUAGE"_s, u"LC_ALL"_s, u"LC_MESSAGES"_s})
             env.remove(name);
         process.setProcessEnvironment(env);
@@ -243,8 +244,9 @@ private slots:
             << QStringList{"favorites", "list", "--json"} << "favorite 0";
         QTest::newRow("row of one text")
             << QList<Texts>{anna, {"Bob"}} << list << "stored favorite 1";
-        QTest::newRow("reminders, row of one text")
-            << QList<Texts>{anna, {"Bob"}} << QStringList{"reminders"} << "stored favorite 1";
+        QTest::newRow("reminders schedule, row of one text")
+            << QList<Texts>{anna, {"Bob"}} << QStringList{"reminders", "schedule"}
+            << "stored favorite 1";
     }
     void unreadableFavoriteStopsTheCommand()
     {
