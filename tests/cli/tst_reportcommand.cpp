@@ -182,12 +182,8 @@ private slots:
         QTest::addColumn<QString>("startsWith");
         QTest::newRow("device German")
             << QStringList{"de-CH"} << 0LL << QStringList() << "Dein Alter";
-        QTest::newRow("device French")
-            << QStringList{"fr-FR"} << 0LL << QStringList() << "Your age";
         QTest::newRow("stored Russian")
             << QStringList{"en-US"} << 2LL << QStringList() << "Твой \n";
-        QTest::newRow("stored German over Russian device")
-            << QStringList{"ru"} << 1LL << QStringList() << "Dein Alter";
         QTest::newRow("--lang wins")
             << QStringList{"de-CH"} << 2LL << QStringList{"--lang", "en"} << "Your age";
     }
