@@ -136,7 +136,9 @@ private:
         QDBusMessage call = QDBusMessage::createMethodCall(
             service, path, QStringLiteral("org.freedesktop.DBus.Mock"), method);
         call.setArguments(args);
-        return connection().call(call, QDBus::Block, 5000);
+        // A busy machine can keep the server's answer for seconds; a lost one
+        // would shift the notification numbers.
+        return connection().call(call, QDBus::Block, 30000);
     }
     void emitSignal(const QString &name, const QString &signature, const QVariantList &args) const
     {

