@@ -98,14 +98,19 @@ public:
             }
             calls.endArray();
             calls.endStructure();
-            const QVariant hints = args.value(6);
+            Shown s;
             // The server numbers its notifications from 1 since it started.
-            shown.append({m_earlier + uint(shown.size()) + 1, args.value(0).toString(),
-                          args.value(2).toString(), args.value(3).toString(),
-                          args.value(4).toString(), args.value(5).toStringList(),
-                          hints.canConvert<QDBusArgument>()
-                              ? qdbus_cast<QVariantMap>(hints.value<QDBusArgument>())
-                              : hints.toMap()});
+            s.id = m_earlier + uint(shown.size()) + 1;
+            s.app = args.value(0).toString();
+            s.icon = args.value(2).toString();
+            s.summary = args.value(3).toString();
+            s.body = args.value(4).toString();
+            s.actions = args.value(5).toStringList();
+            if (args.value(6).canConvert<QDBusArgument>())
+                s.hints = qdbus_cast<QVariantMap>(args.value(6).value<QDBusArgument>());
+            else
+                s.hints = args.value(6).toMap();
+            shown.append(s);
         }
         calls.endArray();
         return shown;
@@ -136,9 +141,7 @@ private:
         QDBusMessage call = QDBusMessage::createMethodCall(
             service, path, QStringLiteral("org.freedesktop.DBus.Mock"), method);
         call.setArguments(args);
-        // A busy machine can keep the server's answer for seconds; a lost one
-        // would shift the notification numbers.
-        return connection().call(call, QDBus::Block, 30000);
+        return connection().call(call, QDBus::Block, 5000);
     }
     void emitSignal(const QString &name, const QString &signature, const QVariantList &args) const
     {
