@@ -23,9 +23,8 @@ public:
     // `folder` as it is, but read-only.
     static std::unique_ptr<ScratchMount> readOnly(const QString &folder)
     {
-        auto mount = std::unique_ptr<ScratchMount>(
+        return std::unique_ptr<ScratchMount>(
             new ScratchMount(folder, {"--bind", "-o", "ro", folder, folder}));
-        return mount;
     }
 
     ~ScratchMount()

@@ -38,27 +38,22 @@ QList<Event> readCalendar(const QByteArray &ics, const QList<QDate> &after)
 {
     QTemporaryDir dir;
     QFile file(dir.filePath("birthdays.ics"));
-    if (!file.open(QIODevice::WriteOnly) || file.write(ics) != ics.size())
+    if (!file.open(QIODevice::WriteOnly) || file.write(ics) != ics.size() || !file.flush())
         qFatal("cannot write the calendar");
-    file.close();
     QStringList arguments{READ_CALENDAR, file.fileName()};
     for (QDate date : after)
         arguments.append(date.toString(Qt::ISODate));
     QProcess python;
     python.start("/usr/bin/python3", arguments);
-    python.waitForFinished(60000);
-    if (python.exitCode() != 0)
+    if (!python.waitForFinished(60000) || python.exitCode() != 0)
         qFatal("read_calendar.py: %s", python.readAllStandardError().constData());
     QList<Event> events;
     for (const QByteArray &line : python.readAllStandardOutput().split('\n')) {
-        if (line.isEmpty())
-            continue;
         const QJsonObject o = QJsonDocument::fromJson(line).object();
-        QStringList next;
-        for (const QJsonValue &v : o["next"].toArray())
-            next.append(v.toString());
-        events.append({o["uid"].toString(), o["summary"].toString(), o["description"].toString(),
-                       o["start"].toString(), o["end"].toString(), next});
+        if (!o.isEmpty())
+            events.append({o["uid"].toString(), o["summary"].toString(),
+                           o["description"].toString(), o["start"].toString(), o["end"].toString(),
+                           o["next"].toVariant().toStringList()});
     }
     return events;
 }

@@ -38,30 +38,6 @@ class TestFavoriteCard : public QObject
     Q_OBJECT
 
 private slots:
-    void signBoundaries_data()
-    {
-        QTest::addColumn<int>("day");
-        QTest::addColumn<int>("month");
-        QTest::addColumn<QString>("picture");
-        QTest::newRow("20 Jan") << 20 << 1 << "capricorn";
-        QTest::newRow("21 Jan") << 21 << 1 << "aquarius";
-        QTest::newRow("19 Feb") << 19 << 2 << "aquarius";
-        QTest::newRow("20 Feb") << 20 << 2 << "pisces";
-        QTest::newRow("23 Oct") << 23 << 10 << "libra";
-        QTest::newRow("24 Oct") << 24 << 10 << "scorpio";
-        QTest::newRow("21 Dec") << 21 << 12 << "sagittauris";
-        QTest::newRow("22 Dec") << 22 << 12 << "capricorn";
-        QTest::newRow("month 0") << 1 << 0 << "nothing";
-        QTest::newRow("month 13") << 1 << 13 << "nothing";
-    }
-    void signBoundaries()
-    {
-        QFETCH(int, day);
-        QFETCH(int, month);
-        QFETCH(QString, picture);
-        QCOMPARE(signPicture(day, month).value_or("nothing"), picture);
-    }
-
     // The list's table is written apart from the main screen's; they must not drift.
     void signAgreesWithMainScreenAllYear()
     {
@@ -72,6 +48,7 @@ private slots:
             QVERIFY2(mine == WesternZodiac::signKey(*index),
                      qPrintable(d.toString(Qt::ISODate) + ": " + mine));
         }
+        QVERIFY(!signPicture(1, 0) && !signPicture(1, 13));
     }
 
     void birthdayStillToCome_data()
@@ -104,20 +81,18 @@ private slots:
         QTest::addColumn<QString>("device");
         QTest::addColumn<bool>("weekday");
         QTest::addColumn<QString>("text");
+        const auto row = [](const char *birthday, Language language, const char *device,
+                            bool weekday, const QString &text) {
+            QTest::newRow(qPrintable(text)) << birthday << language << device << weekday << text;
+        };
         // 12 March 1985 was a Tuesday, 5 January 2000 a Wednesday.
-        QTest::newRow("German, English device, weekday")
-            << "12 3 1985" << Language::German << "en_US" << true << "Tuesday, 12. March 1985";
-        QTest::newRow("Russian, German device, weekday")
-            << "12 3 1985" << Language::Russian << "de_DE" << true << "Dienstag, 12. März 1985";
-        QTest::newRow("German, padded")
-            << "5 1 2000" << Language::German << "en_US" << false << "05. January 2000";
-        QTest::newRow("English, German device")
-            << "12 3 1985" << Language::English << "de_DE" << false << "März 12, 1985";
-        QTest::newRow("English, padded, weekday")
-            << "5 1 2000" << Language::English << "en_US" << true << "Wednesday, January 05, 2000";
+        row("12 3 1985", Language::German, "en_US", true, "Tuesday, 12. March 1985");
+        row("12 3 1985", Language::Russian, "de_DE", true, "Dienstag, 12. März 1985");
+        row("5 1 2000", Language::German, "en_US", false, "05. January 2000");
+        row("12 3 1985", Language::English, "de_DE", false, "März 12, 1985");
+        row("5 1 2000", Language::English, "en_US", true, "Wednesday, January 05, 2000");
         // Russian's format-context month name, as QLocale gives it.
-        QTest::newRow("English, Russian device")
-            << "12 3 1985" << Language::English << "ru_RU" << false << "марта 12, 1985";
+        row("12 3 1985", Language::English, "ru_RU", false, "марта 12, 1985");
     }
     void birthdayText()
     {
@@ -125,10 +100,8 @@ private slots:
         QFETCH(Language, language);
         QFETCH(QString, device);
         QFETCH(bool, weekday);
-        QFETCH(QString, text);
-        QCOMPARE(
-            cardOf("Ann", birthday, at(2026, 1, 1), language, device, weekday, true).birthdayText,
-            text);
+        QTEST(cardOf("Ann", birthday, at(2026, 1, 1), language, device, weekday, true).birthdayText,
+              "text");
     }
 
     void card_data()
@@ -140,22 +113,25 @@ private slots:
         QTest::addColumn<QString>("shown");
         QTest::addColumn<qint64>("age");
         QTest::addColumn<QString>("sign");
-        QTest::addColumn<bool>("star");
+        QTest::addColumn<QString>("star");
+        const auto row = [](const char *tag, const char *birthday, const QDateTime &now,
+                            const char *name, bool mark, const char *shown, qint64 age,
+                            const char *sign, bool star) {
+            QTest::newRow(tag) << birthday << now << name << mark << shown << age << sign
+                               << (star ? u"★"_qs : QString());
+        };
         const QDateTime mar12 = at(2026, 3, 12), jan10 = at(2026, 1, 10);
-        QTest::newRow("today, blanks both sides")
-            << "12 3 1985" << mar12 << "  Ann  " << true << "  Ann" << 41LL << "pisces" << true;
-        QTest::newRow("tomorrow, only blanks") << "13 3 1985" << at(2026, 3, 12, 23, 59) << "   "
-                                               << true << "Unknown" << 40LL << "pisces" << true;
-        QTest::newRow("yesterday, empty name")
-            << "11 3 1985" << mar12 << "" << true << "Unknown" << 41LL << "pisces" << false;
-        QTest::newRow("to come, not marked") << "13 3 1985" << mar12 << "Ann Lee " << false
-                                             << "Ann Lee" << 40LL << "pisces" << false;
-        QTest::newRow("21 Mar") << "21 3 2000" << mar12 << "Bo" << true << "Bo" << 25LL << "aries"
-                                << true;
-        QTest::newRow("29 Feb, common year")
-            << "29 2 1996" << jan10 << "Bo" << true << "Bo" << 29LL << "pisces" << true;
-        QTest::newRow("29 Feb, leap year past")
-            << "29 2 1996" << at(2028, 3, 1) << "Bo" << true << "Bo" << 32LL << "pisces" << false;
+        row("today, blanks both sides", "12 3 1985", mar12, "  Ann  ", true, "  Ann", 41, "pisces",
+            true);
+        row("tomorrow, only blanks", "13 3 1985", at(2026, 3, 12, 23, 59), "   ", true, "Unknown",
+            40, "pisces", true);
+        row("yesterday, empty name", "11 3 1985", mar12, "", true, "Unknown", 41, "pisces", false);
+        row("to come, not marked", "13 3 1985", mar12, "Ann Lee ", false, "Ann Lee", 40, "pisces",
+            false);
+        row("21 Mar", "21 3 2000", mar12, "Bo", true, "Bo", 25, "aries", true);
+        row("29 Feb, common year", "29 2 1996", jan10, "Bo", true, "Bo", 29, "pisces", true);
+        row("29 Feb, leap year past", "29 2 1996", at(2028, 3, 1), "Bo", true, "Bo", 32, "pisces",
+            false);
     }
     void card()
     {
@@ -163,16 +139,12 @@ private slots:
         QFETCH(QDateTime, now);
         QFETCH(QString, name);
         QFETCH(bool, markComing);
-        QFETCH(QString, shown);
-        QFETCH(qint64, age);
-        QFETCH(QString, sign);
-        QFETCH(bool, star);
         const FavoriteCard c =
             cardOf(name, birthday, now, Language::English, "en", false, markComing);
-        QCOMPARE(c.name, shown);
-        QCOMPARE(c.age, age);
-        QCOMPARE(c.signKey, sign);
-        QCOMPARE(c.star, star ? QStringLiteral("★") : QString());
+        QTEST(c.name, "shown");
+        QTEST(c.age, "age");
+        QTEST(c.signKey, "sign");
+        QTEST(c.star, "star");
     }
 
     // What a screen reader says for a row: the sign as a word, the star
@@ -183,31 +155,27 @@ private slots:
         QTest::addColumn<QString>("sign");
         QTest::addColumn<QString>("star");
         QTest::addColumn<QString>("spoken");
-        QTest::newRow("English, star") << Language::English << "pisces"
-                                       << "★"
-                                       << "Ann, 12 March, age 41, Pisces, ★ birthday still to come";
-        QTest::newRow("Russian, no star") << Language::Russian << "sagittauris"
-                                          << ""
-                                          << "Ann, 12 March, возраст 41, Стрелец";
-        QTest::newRow("German, star")
-            << Language::German << "capricorn"
-            << "★"
-            << "Ann, 12 March, Alter 41, Steinbock, ★ Geburtstag steht bevor";
-        QTest::newRow("no sign") << Language::English << ""
-                                 << ""
-                                 << "Ann, 12 March, age 41";
+        const auto row = [](Language language, const char *sign, const QString &star,
+                            const QString &spoken) {
+            QTest::newRow(qPrintable(spoken)) << language << sign << star << spoken;
+        };
+        row(Language::English, "pisces", u"★"_qs,
+            "Ann, 12 March, age 41, Pisces, ★ birthday still to come");
+        row(Language::Russian, "sagittauris", "", "Ann, 12 March, возраст 41, Стрелец");
+        row(Language::German, "capricorn", u"★"_qs,
+            "Ann, 12 March, Alter 41, Steinbock, ★ Geburtstag steht bevor");
+        row(Language::English, "", "", "Ann, 12 March, age 41");
     }
     void spokenRow()
     {
         QFETCH(Language, language);
         QFETCH(QString, sign);
         QFETCH(QString, star);
-        QFETCH(QString, spoken);
         UiStrings strings;
         strings.apply(language);
         const FavoriteCard card{u"Ann"_qs, u"12 March"_qs, 41, sign, star, {}};
-        QCOMPARE(FavoriteCards::spokenRow(card, strings, accessibleNames(strings, language)),
-                 spoken);
+        QTEST(FavoriteCards::spokenRow(card, strings, accessibleNames(strings, language)),
+              "spoken");
     }
 
     void colors_data()
