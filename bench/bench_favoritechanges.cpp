@@ -9,6 +9,7 @@
 #include "favorites/FavoritesSorting.h"
 #include "favorites/FavoritesStore.h"
 #include "settings/FileSettingsStore.h"
+#include "settings/IniFormat.h"
 
 #include <QDir>
 #include <QRandomGenerator>
@@ -95,8 +96,38 @@ void BM_Sort(benchmark::State &state)
     }
 }
 
+// The settings file's text with N favorites: read at every start, written
+// with every change.
+IniFormat::Values valuesWith(qsizetype count)
+{
+    IniFormat::Values values;
+    values.insert(QStringLiteral("firstStart2"), true);
+    values.insert(QStringLiteral("day"), 12);
+    QVariantList rows;
+    for (const QStringList &row : randomFavorites(count))
+        rows.append(QVariant(QVariantList{row.at(0), row.at(1)}));
+    values.insert(QStringLiteral("person"), rows);
+    return values;
+}
+
+void BM_ParseFile(benchmark::State &state)
+{
+    const QByteArray text = IniFormat::serialize(valuesWith(state.range(0)));
+    for (auto _ : state)
+        benchmark::DoNotOptimize(IniFormat::parse(text));
+}
+
+void BM_SerializeFile(benchmark::State &state)
+{
+    const IniFormat::Values values = valuesWith(state.range(0));
+    for (auto _ : state)
+        benchmark::DoNotOptimize(IniFormat::serialize(values));
+}
+
 } // namespace
 
+BENCHMARK(BM_ParseFile)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_SerializeFile)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_Add)->Arg(0)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_Rename)->Arg(0)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_Delete)->Arg(0)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
