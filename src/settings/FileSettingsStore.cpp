@@ -235,8 +235,8 @@ void FileSettingsStore::runWriter()
             m_seen = currentVersion();
         } else {
             m_failures.append(result);
-            QMetaObject::invokeMethod(m_home.get(), [this] { tellFailures(); },
-                                      Qt::QueuedConnection);
+            QMetaObject::invokeMethod(
+                m_home.get(), [this] { tellFailures(); }, Qt::QueuedConnection);
         }
         if (!m_pending) {
             m_writerHoldsLock = false;
