@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "IniFormat.h"
 
+#include <QHash>
 #include <QStringList>
+#include <algorithm>
 #include <optional>
+#include <vector>
 
 namespace IniFormat {
 namespace {
@@ -77,8 +80,17 @@ std::optional<Line> nextLine(QByteArrayView data, qsizetype &pos)
     return line;
 }
 
+bool isPlainKeyChar(char c)
+{
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_' ||
+           c == '-' || c == '.' || c == '\\';
+}
+
 QString unescapedKey(QByteArrayView text)
 {
+    // Most keys ("1\\2", "color") have nothing to decode.
+    if (std::all_of(text.begin(), text.end(), isPlainKeyChar))
+        return QString::fromLatin1(text).replace(u'\\', u'/');
     const QString decoded = QString::fromUtf8(text);
     QString key;
     key.reserve(decoded.size());
@@ -118,6 +130,18 @@ void chopTrailingBlanks(QString &text, qsizetype limit)
 // The text after '=': quotes, escapes, and unquoted commas that make a list.
 QVariant unescapedValue(QByteArrayView text)
 {
+    // Most values ("Anna", "12 3 1985") are plain text between blanks.
+    if (std::none_of(text.begin(), text.end(),
+                     [](char c) { return c == '\\' || c == '"' || c == ','; })) {
+        const auto isBlank = [](char c) { return c == ' ' || c == '\t'; };
+        qsizetype begin = 0;
+        qsizetype end = text.size();
+        while (begin < end && isBlank(text[begin]))
+            ++begin;
+        while (end > begin && isBlank(text[end - 1]))
+            --end;
+        return QString::fromUtf8(text.sliced(begin, end - begin));
+    }
     QString current;
     QStringList items;
     bool isList = false;
@@ -269,37 +293,72 @@ QVariant typedValue(const QVariant &unescaped, QByteArrayView raw)
     return text;
 }
 
-// A group's entries as a tree, to find the lists among them.
+// A group's entries as a tree, to find the lists among them. The nodes live
+// in one array; a node's children are found by name, a view into the keys:
+// by looking through a few, by hash when there are many (a list's items).
 struct Node
 {
     QVariant value;
     bool hasValue = false;
-    QMap<QString, Node> children;
+    std::vector<std::pair<QStringView, qsizetype>> children;
+    QHash<QStringView, qsizetype> index;
+
+    static constexpr size_t fewChildren = 8;
+
+    std::optional<qsizetype> child(QStringView name) const
+    {
+        if (children.size() > fewChildren) {
+            const auto found = index.constFind(name);
+            return found == index.cend() ? std::nullopt : std::optional(*found);
+        }
+        for (const auto &[childName, at] : children) {
+            if (childName == name)
+                return at;
+        }
+        return std::nullopt;
+    }
+    void addChild(QStringView name, qsizetype at)
+    {
+        children.emplace_back(name, at);
+        if (children.size() == fewChildren + 1) {
+            index.reserve(qsizetype(children.size()) * 2);
+            for (const auto &[childName, childAt] : children)
+                index.insert(childName, childAt);
+        } else if (children.size() > fewChildren + 1) {
+            index.insert(name, at);
+        }
+    }
 };
+using Tree = std::vector<Node>;
 
 // A list as QSettings' array reading sees one: a "size" of n >= 0, at least
 // n other entries, and entries 1 to n, each a value or a list itself.
-std::optional<QVariantList> asList(const Node &group)
+std::optional<QVariantList> asList(const Tree &tree, qsizetype at)
 {
-    const auto sizeEntry = group.children.constFind(QStringLiteral("size"));
-    if (sizeEntry == group.children.cend() || !sizeEntry->hasValue ||
-        sizeEntry->value.typeId() != QMetaType::QString)
+    const Node &group = tree[size_t(at)];
+    const std::optional<qsizetype> sizeEntry = group.child(u"size");
+    if (!sizeEntry)
+        return std::nullopt;
+    const Node &sizeNode = tree[size_t(*sizeEntry)];
+    if (!sizeNode.hasValue || sizeNode.value.typeId() != QMetaType::QString)
         return std::nullopt;
     bool ok = false;
-    const qint64 size = sizeEntry->value.toString().toLongLong(&ok);
-    if (!ok || size < 0 || size > group.children.size() - 1)
+    const qint64 size = sizeNode.value.toString().toLongLong(&ok);
+    if (!ok || size < 0 || size > qint64(group.children.size()) - 1)
         return std::nullopt;
     QVariantList list;
     list.reserve(size);
     for (qint64 i = 1; i <= size; ++i) {
-        const auto entry = group.children.constFind(QString::number(i));
-        if (entry == group.children.cend())
+        const QString name = QString::number(i);
+        const std::optional<qsizetype> entry = group.child(name);
+        if (!entry)
             return std::nullopt;
-        if (entry->hasValue) {
-            if (!entry->value.isValid())
+        const Node &node = tree[size_t(*entry)];
+        if (node.hasValue) {
+            if (!node.value.isValid())
                 return std::nullopt;
-            list.append(entry->value);
-        } else if (std::optional<QVariantList> inner = asList(*entry)) {
+            list.append(node.value);
+        } else if (std::optional<QVariantList> inner = asList(tree, *entry)) {
             list.append(QVariant(std::move(*inner)));
         } else {
             return std::nullopt;
@@ -308,33 +367,29 @@ std::optional<QVariantList> asList(const Node &group)
     return list;
 }
 
-// Replaces each top-level group that is a list by one QVariantList value.
-void foldLists(Values &values)
+// The entries of one top-level group in file order, full keys.
+using Entries = QList<std::pair<QString, QVariant>>;
+
+// The group as one list, if it is one.
+std::optional<QVariantList> asList(const Entries &entries)
 {
-    QMap<QString, Node> groups;
-    for (auto it = values.cbegin(); it != values.cend(); ++it) {
-        const qsizetype slash = it.key().indexOf(u'/');
-        if (slash < 0)
-            continue;
-        Node *node = &groups[it.key().first(slash)];
-        for (const QStringView part : QStringView(it.key()).sliced(slash + 1).split(u'/'))
-            node = &node->children[part.toString()];
-        node->value = it.value();
-        node->hasValue = true;
+    Tree tree(1);
+    tree.reserve(size_t(entries.size()) * 2 + 1);
+    for (const auto &[key, value] : entries) {
+        qsizetype node = 0;
+        for (const QStringView part : QStringView(key).sliced(key.indexOf(u'/') + 1).split(u'/')) {
+            if (const std::optional<qsizetype> found = tree[size_t(node)].child(part)) {
+                node = *found;
+                continue;
+            }
+            tree.emplace_back();
+            tree[size_t(node)].addChild(part, qsizetype(tree.size() - 1));
+            node = qsizetype(tree.size() - 1);
+        }
+        tree[size_t(node)].value = value;
+        tree[size_t(node)].hasValue = true;
     }
-    for (auto group = groups.cbegin(); group != groups.cend(); ++group) {
-        // A value under the group's own name is what a read of it finds.
-        if (values.contains(group.key()))
-            continue;
-        std::optional<QVariantList> list = asList(*group);
-        if (!list)
-            continue;
-        const QString prefix = group.key() + u'/';
-        auto it = values.lowerBound(prefix);
-        while (it != values.end() && it.key().startsWith(prefix))
-            it = values.erase(it);
-        values.insert(group.key(), QVariant(std::move(*list)));
-    }
+    return asList(tree, 0);
 }
 
 // ---- Writing --------------------------------------------------------------
@@ -521,6 +576,9 @@ Values parse(QByteArrayView text)
     if (text.startsWith("\xef\xbb\xbf"))
         text = text.sliced(3);
     Values values;
+    // Entries under a group ("person/1/1"), by group, to find the lists.
+    QHash<QString, qsizetype> groupIndex;
+    QList<std::pair<QString, Entries>> groups;
     QString section;
     qsizetype pos = 0;
     while (const std::optional<Line> line = nextLine(text, pos)) {
@@ -539,11 +597,33 @@ Values parse(QByteArrayView text)
         }
         if (line->equals < 0)
             continue;
-        const QString key = section + unescapedKey(line->text.first(line->equals).trimmed());
+        QString key = section + unescapedKey(line->text.first(line->equals).trimmed());
         const QByteArrayView raw = line->text.sliced(line->equals + 1);
-        values.insert(key, typedValue(unescapedValue(raw), raw.trimmed()));
+        QVariant value = typedValue(unescapedValue(raw), raw.trimmed());
+        const qsizetype slash = key.indexOf(u'/');
+        if (slash < 0) {
+            values.insert(key, value);
+            continue;
+        }
+        const QString group = key.first(slash);
+        auto found = groupIndex.constFind(group);
+        if (found == groupIndex.cend()) {
+            found = groupIndex.insert(group, groups.size());
+            groups.append({group, {}});
+        }
+        groups[*found].second.append({std::move(key), std::move(value)});
     }
-    foldLists(values);
+    for (const auto &[group, entries] : std::as_const(groups)) {
+        // A value under the group's own name is what a read of it finds.
+        if (!values.contains(group)) {
+            if (std::optional<QVariantList> list = asList(entries)) {
+                values.insert(group, QVariant(std::move(*list)));
+                continue;
+            }
+        }
+        for (const auto &[key, value] : entries)
+            values.insert(key, value);
+    }
     return values;
 }
 
