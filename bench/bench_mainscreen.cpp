@@ -5,8 +5,8 @@
 
 #include "core/Clock.h"
 #include "core/DebugLog.h"
-#include "main/Session.h"
-#include "main/ViewController.h"
+#include "mainScreen/ViewController.h"
+#include "session/Session.h"
 #include "settings/FileSettingsStore.h"
 
 #include <QCoreApplication>

@@ -6,9 +6,9 @@
 
 #include "core/Clock.h"
 #include "favorites/FavoritesStore.h"
-#include "main/ReminderScheduler.h"
+#include "reminders/ReminderScheduler.h"
 #include "settings/MemorySettingsStore.h"
-#include "settings/UiStrings.h"
+#include "texts/UiStrings.h"
 
 #include <QRandomGenerator>
 

@@ -7,8 +7,8 @@
 #include "core/CalendarDifference.h"
 #include "core/ChineseZodiac.h"
 #include "core/DebugLog.h"
-#include "main/ReportComposer.h"
-#include "settings/UiStrings.h"
+#include "report/ReportComposer.h"
+#include "texts/UiStrings.h"
 
 #include <QDateTime>
 #include <QRandomGenerator>

@@ -6,9 +6,9 @@
 
 #include "core/Clock.h"
 #include "core/DebugLog.h"
-#include "favorites/FavViewController.h"
 #include "favorites/FavoritesSorting.h"
-#include "main/Session.h"
+#include "favoritesScreen/FavViewController.h"
+#include "session/Session.h"
 #include "settings/FileSettingsStore.h"
 
 #include <QElapsedTimer>
@@ -69,7 +69,7 @@ double openOnce(const QString &settingsFile, qint64 sort)
     auto *controller = new FavViewController(session, &window);
     controller->viewDidLoad();
     QQmlComponent component(
-        &engine, QUrl(QStringLiteral("qrc:/qt/qml/Tavlo/favorites/FavoritesScreen.qml")));
+        &engine, QUrl(QStringLiteral("qrc:/qt/qml/Tavlo/favoritesScreen/FavoritesScreen.qml")));
     auto *screen = qobject_cast<QQuickItem *>(component.createWithInitialProperties(
         {{QStringLiteral("controller"), QVariant::fromValue(controller)}}));
     screen->setParentItem(window.contentItem());

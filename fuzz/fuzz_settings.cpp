@@ -5,11 +5,11 @@
 #include "favorites/FavoriteCard.h"
 #include "favorites/FavoritesSorting.h"
 #include "favorites/FavoritesStore.h"
-#include "main/ReminderScheduler.h"
+#include "reminders/ReminderScheduler.h"
 #include "settings/FileSettingsStore.h"
-#include "settings/Language.h"
 #include "settings/MemorySettingsStore.h"
-#include "settings/UiStrings.h"
+#include "texts/Language.h"
+#include "texts/UiStrings.h"
 
 #include <QCoreApplication>
 #include <QDir>

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "CalendarCommand.h"
+#include "cli/CalendarCommand.h"
 
 #include "contacts/BirthdayExport.h"
 #include "core/Clock.h"
 #include "favorites/FavoritesStore.h"
-#include "settings/Language.h"
+#include "texts/Language.h"
 
 using namespace Qt::Literals::StringLiterals;
 

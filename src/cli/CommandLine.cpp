@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "CommandLine.h"
+#include "cli/CommandLine.h"
 
-#include "CalendarCommand.h"
-#include "FavoritesCommand.h"
-#include "RemindersCommand.h"
-#include "ReportCommand.h"
+#include "cli/CalendarCommand.h"
+#include "cli/FavoritesCommand.h"
+#include "cli/RemindersCommand.h"
+#include "cli/ReportCommand.h"
 #include "contacts/SavedFile.h"
 #include "core/FatalError.h"
 #include "settings/WriteResult.h"

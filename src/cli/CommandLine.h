@@ -24,9 +24,9 @@ struct CommandContext
     // The platform's notification centre, for `reminders schedule`, made on
     // first use (the other commands leave the platform alone); none where
     // reminders cannot be scheduled.
-    std::function<NotificationCenter *()> notifications;
+    std::function<NotificationCenter *()> notifications = {};
     // Runs `done` once the centre's platform commands have ended.
-    std::function<void(std::function<void()> done)> whenNotificationsIdle;
+    std::function<void(std::function<void()> done)> whenNotificationsIdle = {};
     // The phone's address books (`favorites import --contacts`); without
     // one, Plasma Mobile's address-book folder alone.
     PhoneContactsReader phoneContacts = {};

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "DateTimeArgument.h"
+#include "cli/DateTimeArgument.h"
 
 #include <QRegularExpression>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "FavoritesCommand.h"
+#include "cli/FavoritesCommand.h"
 
-#include "JsonLine.h"
+#include "cli/JsonLine.h"
 #include "contacts/BirthdayExport.h"
 #include "contacts/BirthdayImport.h"
 #include "core/Clock.h"

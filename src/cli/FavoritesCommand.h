@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "CommandLine.h"
+#include "cli/CommandLine.h"
 
 // `tavlo favorites list [--json]`, `tavlo favorites add NAME YYYY-MM-DD`,
 // `tavlo favorites remove INDEX`: the saved favorites, as the app keeps them.

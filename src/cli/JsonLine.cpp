@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "JsonLine.h"
+#include "cli/JsonLine.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>

@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: MIT
-#include "RemindersCommand.h"
+#include "cli/RemindersCommand.h"
 
-#include "DateTimeArgument.h"
-#include "JsonLine.h"
+#include "cli/DateTimeArgument.h"
+#include "cli/JsonLine.h"
 #include "core/Clock.h"
 #include "core/FatalError.h"
 #include "favorites/FavoritesStore.h"
-#include "main/ReminderScheduler.h"
+#include "reminders/ReminderScheduler.h"
 #include "settings/SettingsStore.h"
-#include "settings/UiStrings.h"
+#include "texts/UiStrings.h"
 
 #include <QCommandLineParser>
 #include <QEventLoop>

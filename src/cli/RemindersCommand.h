@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "CommandLine.h"
+#include "cli/CommandLine.h"
 
 class FavoritesStore;
 class UiStrings;

@@ -1,15 +1,15 @@
 // SPDX-License-Identifier: MIT
-#include "ReportCommand.h"
+#include "cli/ReportCommand.h"
 
-#include "DateTimeArgument.h"
-#include "JsonLine.h"
+#include "cli/DateTimeArgument.h"
+#include "cli/JsonLine.h"
 #include "core/BirthDateResults.h"
 #include "core/Clock.h"
 #include "core/FatalError.h"
-#include "main/PersonName.h"
-#include "main/ReportComposer.h"
+#include "report/PersonName.h"
+#include "report/ReportComposer.h"
 #include "settings/SettingsStore.h"
-#include "settings/UiStrings.h"
+#include "texts/UiStrings.h"
 
 #include <QCommandLineParser>
 

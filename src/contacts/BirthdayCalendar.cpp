@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include "BirthdayCalendar.h"
+#include "contacts/BirthdayCalendar.h"
 
-#include "BirthdayExport.h"
-#include "SavedFile.h"
+#include "contacts/BirthdayExport.h"
+#include "contacts/SavedFile.h"
 #include "core/Clock.h"
-#include "settings/Language.h"
 #include "settings/SettingsStore.h"
+#include "texts/Language.h"
 
 #include <QFile>
 #include <QStandardPaths>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "BirthdayExport.h"
+#include "contacts/BirthdayExport.h"
 
 #include "core/DatePattern.h"
 

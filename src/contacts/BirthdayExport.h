@@ -2,7 +2,7 @@
 #pragma once
 
 #include "favorites/FavoritesStore.h"
-#include "settings/UiStrings.h"
+#include "texts/UiStrings.h"
 
 #include <QByteArray>
 #include <QDateTime>

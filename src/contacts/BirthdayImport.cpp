@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "BirthdayImport.h"
+#include "contacts/BirthdayImport.h"
 
 #include "core/DatePattern.h"
 

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "VCardReader.h"
+#include "contacts/VCardReader.h"
 #include "favorites/FavoritesStore.h"
-#include "settings/UiStrings.h"
+#include "texts/UiStrings.h"
 
 #include <QDate>
 #include <QList>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "PhoneContacts.h"
+#include "contacts/PhoneContacts.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "VCardReader.h"
+#include "contacts/VCardReader.h"
 
 #include <QList>
 #include <QString>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "SavedFile.h"
+#include "contacts/SavedFile.h"
 
 #include "settings/AtomicFileWriter.h"
 

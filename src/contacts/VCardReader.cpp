@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "VCardReader.h"
+#include "contacts/VCardReader.h"
 
 #include <QStringDecoder>
 

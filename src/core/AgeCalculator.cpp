@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "AgeCalculator.h"
+#include "core/AgeCalculator.h"
 
-#include "CalendarDifference.h"
-#include "FatalError.h"
-#include "NumberText.h"
+#include "core/CalendarDifference.h"
+#include "core/FatalError.h"
+#include "core/NumberText.h"
 
 #include <QLocale>
 #include <cmath>

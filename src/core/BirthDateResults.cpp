@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "BirthDateResults.h"
+#include "core/BirthDateResults.h"
 
-#include "ChineseZodiac.h"
-#include "DebugLog.h"
-#include "WesternZodiac.h"
+#include "core/ChineseZodiac.h"
+#include "core/DebugLog.h"
+#include "core/WesternZodiac.h"
 
 void BirthDateResults::compute(const QDateTime &birth, const QDateTime &now)
 {

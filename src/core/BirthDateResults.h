@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "AgeCalculator.h"
+#include "core/AgeCalculator.h"
 
 #include <QDateTime>
 #include <QString>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "CalendarDifference.h"
+#include "core/CalendarDifference.h"
 
 // Moments are handled as milliseconds since 1970 (UTC), and the local clock
 // is asked only for its UTC offset at a moment. That keeps every step in our

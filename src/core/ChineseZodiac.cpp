@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "ChineseZodiac.h"
+#include "core/ChineseZodiac.h"
 
-#include "DatePattern.h"
-#include "FatalError.h"
+#include "core/DatePattern.h"
+#include "core/FatalError.h"
 
 #include <array>
 

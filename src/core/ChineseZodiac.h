@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "settings/UiStrings.h"
+#include "texts/UiStrings.h"
 
 #include <QDateTime>
 #include <optional>

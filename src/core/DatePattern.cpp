@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "DatePattern.h"
+#include "core/DatePattern.h"
 
 namespace {
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "DebugLog.h"
+#include "core/DebugLog.h"
 
 #include <cstdio>
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "FatalError.h"
+#include "core/FatalError.h"
 
 #include <cstdio>
 #include <cstdlib>

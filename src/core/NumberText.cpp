@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "NumberText.h"
+#include "core/NumberText.h"
 
 qint64 readDigitsOnly(QStringView text)
 {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "WesternZodiac.h"
+#include "core/WesternZodiac.h"
 
 #include <array>
 

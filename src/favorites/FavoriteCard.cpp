@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
-#include "FavoriteCard.h"
+#include "favorites/FavoriteCard.h"
 
 #include "core/CalendarDifference.h"
 #include "core/DatePattern.h"
 #include "core/DebugLog.h"
 #include "core/FatalError.h"
 #include "core/WesternZodiac.h"
-#include "main/Contrast.h"
+#include "themes/Contrast.h"
 
 #include <array>
 

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "FavoritesStore.h"
-#include "main/Themes.h"
-#include "settings/Language.h"
-#include "settings/UiStrings.h"
+#include "favorites/FavoritesStore.h"
+#include "texts/Language.h"
+#include "texts/UiStrings.h"
+#include "themes/Themes.h"
 
 #include <QDateTime>
 #include <QLocale>

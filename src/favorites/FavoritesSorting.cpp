@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "FavoritesSorting.h"
+#include "favorites/FavoritesSorting.h"
 
 #include "core/DatePattern.h"
 #include "core/FatalError.h"

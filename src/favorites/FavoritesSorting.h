@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "FavoritesStore.h"
+#include "favorites/FavoritesStore.h"
 
 #include <QList>
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "FavoritesStore.h"
+#include "favorites/FavoritesStore.h"
 
 #include "core/DebugLog.h"
 #include "core/FatalError.h"

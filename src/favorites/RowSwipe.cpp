@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "RowSwipe.h"
+#include "favorites/RowSwipe.h"
 
 RowSwipe::Outcome RowSwipe::settle(double travel, double rowWidth, double buttonWidth)
 {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "AccessibleItems.h"
+#include "resources/AccessibleItems.h"
 
 #include <QAccessible>
 #include <QPointer>

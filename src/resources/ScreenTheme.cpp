@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "ScreenTheme.h"
+#include "resources/ScreenTheme.h"
 
-#include "main/Contrast.h"
+#include "themes/Contrast.h"
 
 #include <QHash>
 #include <QImage>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "main/Themes.h"
+#include "themes/Themes.h"
 
 #include <QColor>
 #include <QList>

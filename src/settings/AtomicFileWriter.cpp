@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "AtomicFileWriter.h"
+#include "settings/AtomicFileWriter.h"
 
 #include <QDir>
 #include <QFileInfo>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "WriteResult.h"
+#include "settings/WriteResult.h"
 
 #include <QByteArray>
 #include <QString>

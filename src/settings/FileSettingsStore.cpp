@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "FileSettingsStore.h"
+#include "settings/FileSettingsStore.h"
 
 #include <QDeadlineTimer>
 #include <QDir>

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "AtomicFileWriter.h"
-#include "IniFormat.h"
-#include "SettingsStore.h"
+#include "settings/AtomicFileWriter.h"
+#include "settings/IniFormat.h"
+#include "settings/SettingsStore.h"
 
 #include <QMap>
 #include <condition_variable>

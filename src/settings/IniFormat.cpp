@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "IniFormat.h"
+#include "settings/IniFormat.h"
 
 #include <QHash>
 #include <QStringList>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "SettingsStore.h"
+#include "settings/SettingsStore.h"
 
 #include <QHash>
 

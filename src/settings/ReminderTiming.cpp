@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "ReminderTiming.h"
+#include "settings/ReminderTiming.h"
 
-#include "SettingsKeys.h"
-#include "SettingsStore.h"
-#include "UiStrings.h"
+#include "settings/SettingsKeys.h"
+#include "settings/SettingsStore.h"
+#include "texts/UiStrings.h"
 
 using namespace Qt::Literals::StringLiterals;
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "SettingsStore.h"
+#include "settings/SettingsStore.h"
 
 namespace {
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "SettingsKeys.h"
-#include "WriteResult.h"
+#include "settings/SettingsKeys.h"
+#include "settings/WriteResult.h"
 
 #include <QList>
 #include <QStringList>

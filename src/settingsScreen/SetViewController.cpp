@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
-#include "SetViewController.h"
+#include "settingsScreen/SetViewController.h"
 
-#include "InfoPanelText.h"
 #include "core/DebugLog.h"
-#include "main/Contrast.h"
-#include "main/Session.h"
-#include "settings/AccessibleNames.h"
+#include "session/Session.h"
+#include "settings/InfoPanelText.h"
 #include "settings/ReminderTiming.h"
 #include "settings/SettingsStore.h"
+#include "texts/AccessibleNames.h"
+#include "themes/Contrast.h"
 
 #include <QDesktopServices>
 

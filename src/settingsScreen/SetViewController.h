@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "HiddenLanguageSwitch.h"
-#include "ScreenTheme.h"
-#include "StoreLinks.h"
+#include "resources/ScreenTheme.h"
+#include "settings/HiddenLanguageSwitch.h"
+#include "settings/StoreLinks.h"
 
 #include <QColor>
 #include <QList>

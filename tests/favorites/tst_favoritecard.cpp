@@ -3,7 +3,7 @@
 
 #include "LocalTime.h"
 #include "core/WesternZodiac.h"
-#include "settings/AccessibleNames.h"
+#include "texts/AccessibleNames.h"
 
 #include <QTest>
 

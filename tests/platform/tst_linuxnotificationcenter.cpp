@@ -3,12 +3,12 @@
 #include "RecordingRunner.h"
 #include "TimeZoneScope.h"
 #include "core/Clock.h"
-#include "main/ReminderScheduler.h"
 #include "platform/linux/DeliveryCommand.h"
 #include "platform/linux/LinuxNotificationCenter.h"
 #include "platform/linux/SystemdTimers.h"
+#include "reminders/ReminderScheduler.h"
 #include "settings/MemorySettingsStore.h"
-#include "settings/UiStrings.h"
+#include "texts/UiStrings.h"
 
 #include <QDir>
 #include <QFile>

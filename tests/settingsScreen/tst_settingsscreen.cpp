@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "LocalTime.h"
 #include "core/DebugLog.h"
-#include "main/Session.h"
+#include "session/Session.h"
 #include "settings/MemorySettingsStore.h"
 #include "settingsScreen/SetViewController.h"
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "AutostartEntry.h"
+#include "platform/linux/AutostartEntry.h"
 
-#include "PlatformFile.h"
+#include "platform/linux/PlatformFile.h"
 
 #include <QDir>
 #include <QFile>

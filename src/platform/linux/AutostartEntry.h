@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "CommandRunner.h"
-#include "ReminderWakeups.h"
+#include "platform/linux/CommandRunner.h"
+#include "platform/linux/ReminderWakeups.h"
 
 // Where no systemd user manager runs (postmarketOS with OpenRC, for example):
 // an XDG autostart entry, io.github.tavlo.Tavlo-reminders.desktop, starts

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "CommandRunner.h"
+#include "platform/linux/CommandRunner.h"
 
 #include <QProcess>
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "DBusNotifier.h"
+#include "platform/linux/DBusNotifier.h"
 
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "main/NotificationCenter.h"
+#include "reminders/NotificationCenter.h"
 
 #include <QDBusConnection>
 #include <QObject>

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "DeliveryCommand.h"
+#include "platform/linux/DeliveryCommand.h"
 
-#include "DBusNotifier.h"
-#include "PlatformFile.h"
-#include "ReminderWakeups.h"
 #include "core/Clock.h"
+#include "platform/linux/DBusNotifier.h"
+#include "platform/linux/PlatformFile.h"
+#include "platform/linux/ReminderWakeups.h"
 
 #include <QDir>
 #include <QEventLoop>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "InAppDelivery.h"
+#include "platform/linux/InAppDelivery.h"
 
-#include "DeliveryCommand.h"
 #include "core/Clock.h"
+#include "platform/linux/DeliveryCommand.h"
 
 #include <QDir>
 #include <QFileInfo>

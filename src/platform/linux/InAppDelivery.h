@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "main/NotificationCenter.h"
-#include "main/ReminderStore.h"
+#include "reminders/NotificationCenter.h"
+#include "reminders/ReminderStore.h"
 
 #include <QLockFile>
 #include <QObject>

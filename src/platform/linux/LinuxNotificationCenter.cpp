@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "LinuxNotificationCenter.h"
+#include "platform/linux/LinuxNotificationCenter.h"
 
-#include "DeliveryCommand.h"
 #include "core/Clock.h"
+#include "platform/linux/DeliveryCommand.h"
 
 #include <QTimer>
 

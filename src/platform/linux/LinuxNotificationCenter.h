@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "DBusNotifier.h"
-#include "InAppDelivery.h"
-#include "ReminderWakeups.h"
-#include "main/NotificationCenter.h"
-#include "main/ReminderStore.h"
+#include "platform/linux/DBusNotifier.h"
+#include "platform/linux/InAppDelivery.h"
+#include "platform/linux/ReminderWakeups.h"
+#include "reminders/NotificationCenter.h"
+#include "reminders/ReminderStore.h"
 
 #include <QDBusConnection>
 #include <QObject>

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "LinuxReminders.h"
+#include "platform/linux/LinuxReminders.h"
 
-#include "AutostartEntry.h"
-#include "DeliveryCommand.h"
-#include "SystemdTimers.h"
+#include "platform/linux/AutostartEntry.h"
+#include "platform/linux/DeliveryCommand.h"
+#include "platform/linux/SystemdTimers.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "CommandRunner.h"
-#include "DBusNotifier.h"
-#include "LinuxNotificationCenter.h"
-#include "ReminderWakeups.h"
-#include "main/ReminderStore.h"
+#include "platform/linux/CommandRunner.h"
+#include "platform/linux/DBusNotifier.h"
+#include "platform/linux/LinuxNotificationCenter.h"
+#include "platform/linux/ReminderWakeups.h"
+#include "reminders/ReminderStore.h"
 
 #include <functional>
 #include <memory>

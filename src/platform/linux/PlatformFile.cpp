@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "PlatformFile.h"
+#include "platform/linux/PlatformFile.h"
 
 #include "settings/AtomicFileWriter.h"
 

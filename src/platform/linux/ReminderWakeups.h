@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "main/ReminderStore.h"
+#include "reminders/ReminderStore.h"
 
 #include <QList>
 #include <optional>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "SystemdTimers.h"
+#include "platform/linux/SystemdTimers.h"
 
-#include "PlatformFile.h"
+#include "platform/linux/PlatformFile.h"
 
 #include <QDir>
 #include <QFile>

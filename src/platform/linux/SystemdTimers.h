@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "CommandRunner.h"
-#include "ReminderWakeups.h"
+#include "platform/linux/CommandRunner.h"
+#include "platform/linux/ReminderWakeups.h"
 
 #include <QObject>
 

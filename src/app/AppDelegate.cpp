@@ -1,0 +1,145 @@
+// SPDX-License-Identifier: MIT
+#include "app/AppDelegate.h"
+
+#include "app/ScreenFactory.h"
+#include "core/Clock.h"
+#include "platform/linux/EvolutionAddressBooks.h"
+#include "platform/linux/LinuxReminders.h"
+#include "reminders/ReminderScheduler.h"
+#include "resources/AccessibleItems.h"
+#include "session/Session.h"
+#include "settings/FileSettingsStore.h"
+
+#include <QDateTime>
+#include <QDir>
+#include <QFile>
+#include <QFontDatabase>
+#include <QGuiApplication>
+#include <QPalette>
+#include <QQmlApplicationEngine>
+#include <QQuickStyle>
+#include <QQuickWindow>
+#include <QTimer>
+#include <cstdio>
+
+namespace {
+
+void loadBundledFonts()
+{
+    const QDir fonts(QStringLiteral(":/qt/qml/Tavlo/resources/fonts"));
+    for (const QString &file : fonts.entryList({QStringLiteral("*.otf"), QStringLiteral("*.ttf")}))
+        QFontDatabase::addApplicationFont(fonts.filePath(file));
+    // Emoji in names come from the system's colour emoji font, which Tavlo's
+    // packages install; the bundled faces have none. It comes last, so the
+    // zodiac and planet signs keep their plain bundled glyphs.
+    const QStringList fallbacks = {QStringLiteral("Tavlo Symbols"), QStringLiteral("Tavlo Han"),
+                                   QStringLiteral("Noto Color Emoji")};
+    QFont::insertSubstitutions(QStringLiteral("Inter"), fallbacks);
+    QFont font(QStringLiteral("Inter"));
+    font.setFamilies(QStringList{QStringLiteral("Inter")} + fallbacks);
+    QGuiApplication::setFont(font);
+}
+
+// The most memory the process has held, from the kernel's own count.
+QByteArray peakResidentKilobytes()
+{
+    QFile status(QStringLiteral("/proc/self/status"));
+    if (!status.open(QIODevice::ReadOnly))
+        return "unknown";
+    for (const QByteArray &line : status.readAll().split('\n')) {
+        if (line.startsWith("VmHWM:"))
+            return line.mid(6).trimmed().split(' ').value(0);
+    }
+    return "unknown";
+}
+
+} // namespace
+
+Appearance AppDelegate::appearance()
+{
+    const QByteArray forced = qgetenv("TAVLO_APPEARANCE");
+    if (forced == "dark")
+        return Appearance::Dark;
+    if (forced == "light")
+        return Appearance::Light;
+    return QGuiApplication::palette().color(QPalette::Window).lightness() < 128 ? Appearance::Dark
+                                                                                : Appearance::Light;
+}
+
+int AppDelegate::run(QGuiApplication &app, const Options &options)
+{
+    QQuickStyle::setStyle(QStringLiteral("Basic"));
+    AccessibleItems::install();
+    loadBundledFonts();
+
+    FileSettingsStore settings;
+    // A change shows at once; the checked write of the file follows on the
+    // store's own thread, so a long favorites list never holds up a frame.
+    settings.writeInBackground();
+    SystemClock clock;
+    Session session(settings, clock, QLocale::system().uiLanguages(), appearance());
+    session.phoneContacts = EvolutionAddressBooks::readAll;
+
+    // The reminders. The screens made by the engine become the centre's
+    // delegate, so the centre outlives the engine. A screenshot leaves the
+    // user's reminders alone.
+    const bool remindersOn = options.screenshotPath.isEmpty();
+    LinuxReminders platform(clock, remindersOn, [] {
+        return QGuiApplication::applicationState() == Qt::ApplicationActive;
+    });
+    ReminderScheduler reminders(platform.center, settings, clock, session.favorites,
+                                session.strings);
+    if (remindersOn) {
+        session.reminders = &reminders;
+        platform.center.start();
+    }
+    ScreenFactory screens(session);
+
+    QQmlApplicationEngine engine;
+    engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
+    engine.setInitialProperties({{QStringLiteral("screens"), QVariant::fromValue(&screens)}});
+    engine.load(QUrl(QStringLiteral("qrc:/qt/qml/Tavlo/app/Main.qml")));
+    if (engine.rootObjects().isEmpty())
+        return 1;
+    auto *window = qobject_cast<QQuickWindow *>(engine.rootObjects().constFirst());
+    // A tap on one of Tavlo's notifications brings the window to the front.
+    if (window) {
+        platform.center.setOnActivated([window] {
+            window->show();
+            window->raise();
+            window->requestActivate();
+        });
+    }
+
+    if (window && (options.traceStartup || !options.screenshotPath.isEmpty())) {
+        QObject::connect(
+            window, &QQuickWindow::frameSwapped, &app,
+            [window, options] {
+                if (options.traceStartup) {
+                    std::printf("first-frame-epoch-ms %lld\n",
+                                static_cast<long long>(QDateTime::currentMSecsSinceEpoch()));
+                    std::fflush(stdout);
+                }
+                if (options.screenshotPath.isEmpty()) {
+                    // Measuring start-up: settle for a second, then end.
+                    QTimer::singleShot(1000, window, &QCoreApplication::quit);
+                    return;
+                }
+                // Pictures load in the background; give them a moment.
+                QTimer::singleShot(800, window, [window, path = options.screenshotPath] {
+                    QDir().mkpath(QFileInfo(path).absolutePath());
+                    window->grabWindow().save(path);
+                    QCoreApplication::quit();
+                });
+            },
+            Qt::SingleShotConnection);
+    }
+
+    const int status = app.exec();
+    // The last changes reach the disk before we go, and a failure among
+    // them is still told (in the debug log, the window being gone).
+    settings.waitForWrites();
+    if (options.traceStartup)
+        std::printf("peak-rss-kb %s\n", peakResidentKilobytes().constData());
+    return status;
+}

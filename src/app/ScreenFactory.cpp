@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: MIT
+#include "app/ScreenFactory.h"
+
+#include "session/Session.h"
+
+ViewController *ScreenFactory::makeMainController(QObject *owner) const
+{
+    return new ViewController(m_session, owner);
+}
+
+FavViewController *ScreenFactory::makeFavController(QObject *owner) const
+{
+    return new FavViewController(m_session, owner);
+}
+
+SetViewController *ScreenFactory::makeSetController(QObject *owner) const
+{
+    return new SetViewController(m_session, owner);
+}
+
+ScreenFactory::ScreenFactory(Session &session, QObject *parent)
+    : QObject(parent), m_session(session)
+{
+    connect(&session.saveNotice, &SaveNotice::changed, this, &ScreenFactory::saveNoticeChanged);
+}
+
+QString ScreenFactory::saveNoticeText() const
+{
+    return m_session.saveNotice.text();
+}
+
+bool ScreenFactory::saveNoticeShown() const
+{
+    return m_session.saveNotice.shown();
+}

@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QObject>
+#include <QtQml/qqmlregistration.h>
+
+class Session;
+// Whole types: the meta-object code of the factory's methods needs them.
+#include "favoritesScreen/FavViewController.h"
+#include "mainScreen/ViewController.h"
+#include "session/SaveNotice.h"
+#include "settingsScreen/SetViewController.h"
+
+// Makes the controllers of the screens the screen host presents, each
+// wired to the run's shared session. The app makes the one factory and hands
+// it to the window as its "screens" property.
+class ScreenFactory : public QObject
+{
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("The app makes the one factory of the screens.")
+    // Shown over every screen for a few seconds when a change could not be
+    // saved.
+    Q_PROPERTY(QString saveNoticeText READ saveNoticeText NOTIFY saveNoticeChanged)
+    Q_PROPERTY(bool saveNoticeShown READ saveNoticeShown NOTIFY saveNoticeChanged)
+
+public:
+    explicit ScreenFactory(Session &session, QObject *parent = nullptr);
+
+    // A new main screen controller owned by `owner`, which the host destroys
+    // together with the screen.
+    Q_INVOKABLE ViewController *makeMainController(QObject *owner) const;
+    Q_INVOKABLE FavViewController *makeFavController(QObject *owner) const;
+    Q_INVOKABLE SetViewController *makeSetController(QObject *owner) const;
+
+    QString saveNoticeText() const;
+    bool saveNoticeShown() const;
+
+signals:
+    void saveNoticeChanged();
+
+private:
+    Session &m_session;
+};

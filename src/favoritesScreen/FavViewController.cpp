@@ -1,0 +1,370 @@
+// SPDX-License-Identifier: MIT
+#include "favoritesScreen/FavViewController.h"
+
+#include "contacts/BirthdayImport.h"
+#include "contacts/PhoneContacts.h"
+#include "core/DatePattern.h"
+#include "core/DateWheels.h"
+#include "core/DebugLog.h"
+#include "core/FatalError.h"
+#include "favorites/FavoritesSorting.h"
+#include "favorites/RowSwipe.h"
+#include "session/Session.h"
+#include "settings/SettingsStore.h"
+#include "texts/AccessibleNames.h"
+
+#include <QFile>
+#include <QUrl>
+
+using namespace Qt::Literals::StringLiterals;
+
+FavViewController::FavViewController(Session &session, QObject *parent)
+    : QObject(parent), m_session(session), m_theme(new ScreenTheme(session.appearance, this)),
+      m_model(new FavoritesModel(this))
+{
+    m_undoTimer.setSingleShot(true);
+    m_undoTimer.setInterval(undoMilliseconds);
+    connect(&m_undoTimer, &QTimer::timeout, this, [this] {
+        m_deleted.reset();
+        emit undoChanged();
+    });
+}
+
+QString FavViewController::title() const
+{
+    return m_session.strings[UiText::Favorites];
+}
+
+QString FavViewController::sortTitle() const
+{
+    return m_session.strings[UiText::Sort];
+}
+
+QStringList FavViewController::sortChoices() const
+{
+    const UiStrings &s = m_session.strings;
+    return {s[UiText::SortByName], s[UiText::SortByAge], s[UiText::SortByBirthday]};
+}
+
+int FavViewController::count() const
+{
+    return int(m_session.favorites.count());
+}
+
+QString FavViewController::entriesText() const
+{
+    return m_session.strings[UiText::Entries] + u' ' + QString::number(count());
+}
+
+QColor FavViewController::cardColor() const
+{
+    QColor color = ScreenTheme::toColor(SystemColors::of(m_session.appearance).background);
+    color.setAlphaF(0.2f);
+    return color;
+}
+
+QColor FavViewController::cardBorderColor() const
+{
+    return ScreenTheme::toColor(SystemColors::of(m_session.appearance).background);
+}
+
+QString FavViewController::namePlaceholder() const
+{
+    return m_session.strings[UiText::Name];
+}
+
+QString FavViewController::cancelText() const
+{
+    return m_session.strings[UiText::Cancel];
+}
+
+QString FavViewController::clearText() const
+{
+    return m_session.strings[UiText::ClearText];
+}
+
+QString FavViewController::editText() const
+{
+    return m_session.strings[UiText::Edit];
+}
+
+QStringList FavViewController::monthNames() const
+{
+    return DateWheels::monthNames(localeFor(m_session.language()));
+}
+
+QStringList FavViewController::yearLabels() const
+{
+    return DateWheels::yearLabels();
+}
+
+QStringList FavViewController::wheelOrder() const
+{
+    return DateWheels::orderNames(localeFor(m_session.language()));
+}
+
+int FavViewController::firstYear() const
+{
+    return DateWheels::firstYear;
+}
+
+int FavViewController::daysInMonth(int month, int year) const
+{
+    return QDate(year, month, 1).daysInMonth();
+}
+
+void FavViewController::viewDidLoad()
+{
+    FavoritesStore &favorites = m_session.favorites;
+    SettingsStore &settings = m_session.settings;
+
+    QStringList lines;
+    for (const Favorite &favorite : favorites.all())
+        lines.append(u"person = "_s + favorite.birthday + u"\t\t"_s + favorite.name);
+    DebugLog::lines(lines);
+
+    favorites.load();
+
+    m_sort = settings.value(SettingsKeys::sort);
+    applyOrder();
+
+    if (m_sort == 2) {
+        // The first birthday still to come this year; its row goes to the top.
+        const QDate today = m_session.clock.now().date();
+        for (qsizetype i = 0; i < favorites.count(); ++i) {
+            if (FavoriteCards::birthdayStillToCome(favorites.at(i).birthday, today)
+                    .value_or(true)) {
+                m_scrollTarget = int(i);
+                break;
+            }
+        }
+    }
+    m_showWeekday = settings.value(SettingsKeys::weekday);
+
+    const qint64 theme = settings.value(SettingsKeys::color);
+    m_theme->apply(m_session.themes.look(theme));
+    const FavoriteCardColors colors = FavoriteCards::legible(
+        FavoriteCards::colors(m_session.themes, int(theme), m_session.appearance),
+        FavoriteCards::cardBackdrop(m_session.appearance, m_theme->backdrop()));
+    m_signCircle = ScreenTheme::toColor(colors.signCircle);
+    m_star = ScreenTheme::toColor(colors.star);
+    m_birthday = ScreenTheme::toColor(colors.birthday);
+    m_age = ScreenTheme::toColor(colors.age);
+
+    reloadRows();
+}
+
+void FavViewController::viewWillAppear()
+{
+    reloadRows();
+}
+
+void FavViewController::applyOrder()
+{
+    FavoritesStore &favorites = m_session.favorites;
+    favorites.replaceAll(
+        FavoritesSorting::sorted(favorites.all(), FavoritesSorting::orderFor(m_sort)));
+}
+
+void FavViewController::reloadRows()
+{
+    Session &session = m_session;
+    const bool showWeekday = m_showWeekday;
+    const QDateTime now = session.clock.now();
+    const QVariantMap spokenNames = names();
+    m_model->reset(session.favorites.all(), [&session, showWeekday, now, spokenNames](
+                                                const Favorite &favorite, qsizetype index) {
+        // The star setting is read for each card as it is made.
+        FavoriteCard card =
+            FavoriteCards::card(favorite, index, now, session.language(), session.formatLocale,
+                                showWeekday, session.settings.value(SettingsKeys::star));
+        card.spoken = FavoriteCards::spokenRow(card, session.strings, spokenNames);
+        return card;
+    });
+    emit countChanged();
+}
+
+void FavViewController::backPressed()
+{
+    close();
+}
+
+void FavViewController::sortPressed()
+{
+    emit sortMenuRequested();
+}
+
+void FavViewController::chooseSort(int order)
+{
+    m_sort = order;
+    m_session.settings.set(SettingsKeys::sort, m_sort);
+    applyOrder();
+    reloadRows();
+}
+
+void FavViewController::selectRow(int row)
+{
+    m_session.favorites.select(row);
+    close();
+}
+
+void FavViewController::longPressed(int row)
+{
+    const Favorite favorite = m_session.favorites.at(row);
+    const std::optional<QDate> date = DatePattern(u"d M yyyy").parse(favorite.birthday);
+    if (!date) {
+        fatalError(u"ERROR: Date conversion failed due to mismatched format. (favorite %1, "
+                   "birthday \"%2\")"_s.arg(row)
+                       .arg(favorite.birthday));
+    }
+    m_editRow = row;
+    m_editName = favorite.name;
+    m_editDate = *date;
+    emit editChanged();
+    emit editDialogRequested();
+}
+
+void FavViewController::confirmEdit(const QString &name, int day, int month, int year)
+{
+    const QDate date(year, month, std::clamp(day, 1, QDate(year, month, 1).daysInMonth()));
+    // The record text, without leading zeros; the name exactly as typed, even empty.
+    const QString birthday = DatePattern(u"d M yyyy").format(date);
+    m_session.favorites.update(m_editRow, name, birthday);
+    m_model->updateRow(m_editRow, m_session.favorites.at(m_editRow));
+}
+
+void FavViewController::deleteRow(int row)
+{
+    const Favorite favorite = m_session.favorites.at(row);
+    m_session.favorites.remove(row);
+    m_model->removeRow(row);
+    m_deleted = Deleted{row, favorite};
+    m_undoTimer.start();
+    emit countChanged();
+    emit undoChanged();
+}
+
+void FavViewController::undoDelete()
+{
+    if (!m_deleted)
+        return;
+    const int row = std::min(m_deleted->row, count());
+    m_session.favorites.insert(row, m_deleted->favorite);
+    m_model->insertRow(row, m_deleted->favorite);
+    m_deleted.reset();
+    m_undoTimer.stop();
+    emit countChanged();
+    emit undoChanged();
+}
+
+QString FavViewController::undoText() const
+{
+    if (!m_deleted)
+        return {};
+    return m_session.strings[UiText::Deleted] + u' ' +
+           FavoriteCards::displayName(m_deleted->favorite.name);
+}
+
+QString FavViewController::undoButtonText() const
+{
+    return m_session.strings[UiText::Undo];
+}
+
+FavViewController::SwipeOutcome FavViewController::swipeOutcome(qreal travel, qreal rowWidth,
+                                                                qreal buttonWidth) const
+{
+    switch (RowSwipe::settle(travel, rowWidth, buttonWidth)) {
+    case RowSwipe::Outcome::Delete:
+        return SwipeDelete;
+    case RowSwipe::Outcome::Open:
+        return SwipeOpen;
+    case RowSwipe::Outcome::Closed:
+        break;
+    }
+    return SwipeClosed;
+}
+
+void FavViewController::close()
+{
+    if (!m_dimmed) {
+        m_dimmed = true;
+        emit dimmedChanged();
+    }
+    emit screenRequested(u"Main"_s);
+}
+
+QVariantMap FavViewController::names() const
+{
+    return accessibleNames(m_session.strings, m_session.language());
+}
+
+QString FavViewController::importFileText() const
+{
+    return m_session.strings[UiText::ImportVCardFile];
+}
+
+QString FavViewController::importContactsText() const
+{
+    return m_session.strings[UiText::ImportFromContacts];
+}
+
+QStringList FavViewController::vCardNameFilters() const
+{
+    return {m_session.strings[UiText::VCardFiles] + u" (*.vcf *.vcard *.VCF)"_s};
+}
+
+void FavViewController::importFile(const QUrl &url)
+{
+    QFile file(url.toLocalFile());
+    std::optional<UiText> problem;
+    VCardReader::Result read;
+    if (!file.open(QIODevice::ReadOnly)) {
+        problem = UiText::ImportUnreadableFile;
+    } else {
+        read = VCardReader::read(file.read(VCardReader::maxBytes + 1));
+        if (file.error() != QFileDevice::NoError)
+            problem = UiText::ImportUnreadableFile;
+        else if (read.error == VCardReader::Error::NotVCard)
+            problem = UiText::ImportNotVCard;
+        else if (read.error == VCardReader::Error::Truncated)
+            problem = UiText::ImportTruncated;
+        else if (read.error == VCardReader::Error::TooLarge)
+            problem = UiText::ImportTooLarge;
+    }
+    if (problem) {
+        DebugLog::line(u"import of "_s + url.toString() + u": "_s +
+                       (read.error != VCardReader::Error::None ? VCardReader::errorText(read.error)
+                                                               : file.errorString()));
+        m_importSummary = m_session.strings[*problem];
+        emit importFinished();
+        return;
+    }
+    finishImport(read.contacts);
+}
+
+void FavViewController::importContacts()
+{
+    PhoneContactsRead read;
+    if (m_session.phoneContacts)
+        read = m_session.phoneContacts();
+    else
+        PhoneContacts::readFolder(PhoneContacts::plasmaFolder(), read);
+    DebugLog::lines(read.sources);
+    finishImport(read.contacts);
+}
+
+void FavViewController::finishImport(const QList<VCardContact> &contacts)
+{
+    const ImportSummary summary =
+        BirthdayImport::importInto(m_session.favorites, contacts, m_session.launchDate().date());
+    // The new favorites take their place in the chosen order.
+    applyOrder();
+    reloadRows();
+    m_importSummary = BirthdayImport::summaryText(summary, m_session.strings);
+    emit importFinished();
+}
+
+QString FavViewController::okText() const
+{
+    return m_session.strings[UiText::Ok];
+}

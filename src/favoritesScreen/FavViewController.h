@@ -1,0 +1,184 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "contacts/VCardReader.h"
+#include "favoritesScreen/FavoritesModel.h"
+#include "resources/ScreenTheme.h"
+
+#include <QObject>
+#include <QStringList>
+#include <QTimer>
+#include <QVariantMap>
+#include <QtQml/qqmlregistration.h>
+#include <optional>
+
+class Session;
+
+// The favorites screen: the saved birthdays as cards, sorted by the chosen
+// order, with the sort menu, renaming by long press and deleting by swipe.
+// Choosing a favorite hands it to a new main screen.
+class FavViewController : public QObject
+{
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("Made by the screen host.")
+
+    Q_PROPERTY(FavoritesModel *model READ model CONSTANT)
+    Q_PROPERTY(ScreenTheme *theme READ theme CONSTANT)
+    Q_PROPERTY(QString title READ title CONSTANT)
+    Q_PROPERTY(QString sortTitle READ sortTitle CONSTANT)
+    Q_PROPERTY(QStringList sortChoices READ sortChoices CONSTANT)
+    Q_PROPERTY(QString entriesText READ entriesText NOTIFY countChanged)
+    Q_PROPERTY(int count READ count NOTIFY countChanged)
+    Q_PROPERTY(int scrollTarget READ scrollTarget CONSTANT)
+    Q_PROPERTY(bool dimmed READ dimmed NOTIFY dimmedChanged)
+    Q_PROPERTY(QColor signCircleColor READ signCircleColor CONSTANT)
+    Q_PROPERTY(QColor starColor READ starColor CONSTANT)
+    Q_PROPERTY(QColor birthdayColor READ birthdayColor CONSTANT)
+    Q_PROPERTY(QColor ageColor READ ageColor CONSTANT)
+    Q_PROPERTY(QColor cardColor READ cardColor CONSTANT)
+    Q_PROPERTY(QColor cardBorderColor READ cardBorderColor CONSTANT)
+
+    Q_PROPERTY(int editRow READ editRow NOTIFY editChanged)
+    Q_PROPERTY(QString editName READ editName NOTIFY editChanged)
+    Q_PROPERTY(int editDay READ editDay NOTIFY editChanged)
+    Q_PROPERTY(int editMonth READ editMonth NOTIFY editChanged)
+    Q_PROPERTY(int editYear READ editYear NOTIFY editChanged)
+    Q_PROPERTY(QString namePlaceholder READ namePlaceholder CONSTANT)
+    Q_PROPERTY(QString cancelText READ cancelText CONSTANT)
+    Q_PROPERTY(QString clearText READ clearText CONSTANT)
+    Q_PROPERTY(QStringList monthNames READ monthNames CONSTANT)
+    Q_PROPERTY(QStringList yearLabels READ yearLabels CONSTANT)
+    Q_PROPERTY(QStringList wheelOrder READ wheelOrder CONSTANT)
+    Q_PROPERTY(int firstYear READ firstYear CONSTANT)
+    Q_PROPERTY(bool undoVisible READ undoVisible NOTIFY undoChanged)
+    Q_PROPERTY(QString undoText READ undoText NOTIFY undoChanged)
+    Q_PROPERTY(QString undoButtonText READ undoButtonText CONSTANT)
+    // The word on a row's edit button.
+    Q_PROPERTY(QString editText READ editText CONSTANT)
+    Q_PROPERTY(QString importFileText READ importFileText CONSTANT)
+    Q_PROPERTY(QString importContactsText READ importContactsText CONSTANT)
+    Q_PROPERTY(QStringList vCardNameFilters READ vCardNameFilters CONSTANT)
+    Q_PROPERTY(QString importSummary READ importSummary NOTIFY importFinished)
+    Q_PROPERTY(QString okText READ okText CONSTANT)
+
+public:
+    // Where a row comes to rest when a swipe is let go (see RowSwipe).
+    enum SwipeOutcome { SwipeClosed, SwipeOpen, SwipeDelete };
+    Q_ENUM(SwipeOutcome)
+
+    // How long "Undo" stays after a delete.
+    static constexpr int undoMilliseconds = 5000;
+
+    explicit FavViewController(Session &session, QObject *parent = nullptr);
+
+    FavoritesModel *model() const { return m_model; }
+    ScreenTheme *theme() const { return m_theme; }
+    QVariantMap names() const;
+    // What a screen reader says for a symbol button or a wheel (see accessibleNames()).
+    Q_INVOKABLE QString accessibleName(const QString &key) const
+    {
+        return names().value(key).toString();
+    }
+    QString title() const;
+    QString sortTitle() const;
+    QStringList sortChoices() const;
+    QString entriesText() const;
+    int count() const;
+    // The row the list scrolls to a second after loading, or -1.
+    int scrollTarget() const { return m_scrollTarget; }
+    bool dimmed() const { return m_dimmed; }
+    QColor signCircleColor() const { return m_signCircle; }
+    QColor starColor() const { return m_star; }
+    QColor birthdayColor() const { return m_birthday; }
+    QColor ageColor() const { return m_age; }
+    QColor cardColor() const;
+    QColor cardBorderColor() const;
+    int editRow() const { return m_editRow; }
+    QString editName() const { return m_editName; }
+    int editDay() const { return m_editDate.day(); }
+    int editMonth() const { return m_editDate.month(); }
+    int editYear() const { return m_editDate.year(); }
+    QString namePlaceholder() const;
+    QString cancelText() const;
+    QString clearText() const;
+    QString editText() const;
+    QStringList monthNames() const;
+    QStringList yearLabels() const;
+    QStringList wheelOrder() const;
+    int firstYear() const;
+    bool undoVisible() const { return m_deleted.has_value(); }
+    QString undoText() const;
+    QString undoButtonText() const;
+    QString importFileText() const;
+    QString importContactsText() const;
+    // The file dialog's filter: "vCard files (*.vcf *.vcard)".
+    QStringList vCardNameFilters() const;
+    QString importSummary() const { return m_importSummary; }
+    QString okText() const;
+
+    // The screen's load: the list read, sorted and themed.
+    Q_INVOKABLE void viewDidLoad();
+    // Each time the screen appears: the rows are reloaded (and fly in).
+    Q_INVOKABLE void viewWillAppear();
+    Q_INVOKABLE void backPressed();
+    Q_INVOKABLE void sortPressed();
+    // One of the sort menu's choices: 0 by name, 1 by age, 2 by birthday.
+    Q_INVOKABLE void chooseSort(int order);
+    Q_INVOKABLE void selectRow(int row);
+    Q_INVOKABLE void longPressed(int row);
+    // "OK" in the edit dialog: the name as typed, the date from its wheels.
+    Q_INVOKABLE void confirmEdit(const QString &name, int day, int month, int year);
+    // Deletes at once; "Undo" then stays for a few seconds.
+    Q_INVOKABLE void deleteRow(int row);
+    // Puts the last deleted favorite back at its place.
+    Q_INVOKABLE void undoDelete();
+    Q_INVOKABLE SwipeOutcome swipeOutcome(qreal travel, qreal rowWidth, qreal buttonWidth) const;
+    // The number of days of a month, for the edit dialog's day wheel.
+    Q_INVOKABLE int daysInMonth(int month, int year) const;
+    // "Import a vCard file…" with the file chosen in the dialog, and "Import
+    // from contacts": the birthdays added in one write, the list shown
+    // again, and importSummary says what happened.
+    Q_INVOKABLE void importFile(const QUrl &file);
+    Q_INVOKABLE void importContacts();
+
+signals:
+    void countChanged();
+    void dimmedChanged();
+    void editChanged();
+    void sortMenuRequested();
+    void editDialogRequested();
+    void undoChanged();
+    void screenRequested(const QString &identifier);
+    void importFinished();
+
+private:
+    void applyOrder();
+    void reloadRows();
+    void close();
+
+    Session &m_session;
+    ScreenTheme *m_theme;
+    FavoritesModel *m_model;
+    qint64 m_sort = 0;
+    bool m_showWeekday = false;
+    int m_scrollTarget = -1;
+    bool m_dimmed = false;
+    QColor m_signCircle;
+    QColor m_star;
+    QColor m_birthday;
+    QColor m_age;
+    int m_editRow = -1;
+    QString m_editName;
+    QDate m_editDate;
+    struct Deleted
+    {
+        int row;
+        Favorite favorite;
+    };
+    std::optional<Deleted> m_deleted;
+    QTimer m_undoTimer;
+    QString m_importSummary;
+
+    void finishImport(const QList<VCardContact> &contacts);
+};

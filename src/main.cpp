@@ -1,0 +1,129 @@
+// SPDX-License-Identifier: MIT
+#include "app/AppDelegate.h"
+#include "cli/CommandLine.h"
+#include "contacts/BirthdayCalendar.h"
+#include "core/Clock.h"
+#include "platform/linux/DeliveryCommand.h"
+#include "platform/linux/EvolutionAddressBooks.h"
+#include "platform/linux/LinuxReminders.h"
+#include "settings/FileSettingsStore.h"
+
+#include <QCoreApplication>
+#include <QFileInfo>
+#include <QGuiApplication>
+#include <QLocale>
+#include <QtQml/qqmlextensionplugin.h>
+#include <cstring>
+#include <optional>
+
+Q_IMPORT_QML_PLUGIN(TavloPlugin)
+
+namespace {
+
+// With TZ unset, glibc looks at /etc/localtime again (a stat, often a read)
+// at every local-time conversion, and Tavlo converts thousands of dates when
+// it starts with many favorites. Naming the file makes glibc read it once;
+// a change of the system's time zone then takes effect at the next start.
+void readSystemTimeZoneOnce()
+{
+    if (!qEnvironmentVariableIsSet("TZ") && QFileInfo::exists(QStringLiteral("/etc/localtime")))
+        qputenv("TZ", ":/etc/localtime");
+}
+
+void describeApplication()
+{
+    QCoreApplication::setApplicationName(QStringLiteral("tavlo"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(TAVLO_VERSION));
+}
+
+int runCommand()
+{
+    FileSettingsStore settings;
+    SystemClock clock;
+    QTextStream out(stdout);
+    QTextStream err(stderr);
+    std::optional<LinuxReminders> platform;
+    CommandContext context{settings, QLocale::system().uiLanguages(), clock, out, err};
+    context.notifications = [&]() -> NotificationCenter * {
+        if (!platform)
+            platform.emplace(clock);
+        return &platform->center;
+    };
+    context.whenNotificationsIdle = [&platform](std::function<void()> done) {
+        if (platform)
+            platform->center.whenIdle(std::move(done));
+        else
+            done();
+    };
+    context.phoneContacts = EvolutionAddressBooks::readAll;
+    // A change made here updates the birthdays calendar as the app would.
+    BirthdayCalendar calendar(settings, context.preferredLanguages, clock);
+    FavoritesStore::setChangeListener([&](const QList<Favorite> &list) {
+        if (const QString problem = calendar.update(list); !problem.isEmpty())
+            err << "tavlo: " << problem << '\n';
+    });
+    return runCommandLine(QCoreApplication::arguments(), context);
+}
+
+// `tavlo deliver-reminder IDENTIFIER`: what a reminder's systemd timer runs.
+// `tavlo deliver-reminders`: what the autostart entry runs where there is no
+// systemd. Both stay to open Tavlo when the person taps what they showed.
+int deliverReminders(bool one)
+{
+    const QStringList arguments = QCoreApplication::arguments();
+    const bool wellFormed = one ? arguments.size() == 3 && !arguments.at(2).isEmpty() &&
+                                      !arguments.at(2).startsWith(u'-')
+                                : arguments.size() == 2;
+    if (!wellFormed) {
+        QTextStream(stderr) << (one ? "tavlo deliver-reminder: expected one IDENTIFIER, as a "
+                                      "reminder's timer gives it\n"
+                                    : "tavlo deliver-reminders: expected no arguments\n");
+        return ExitStatus::usage;
+    }
+    SystemClock clock;
+    LinuxReminders platform(clock);
+    platform.notifier.onActivated = [&platform] {
+        platform.processes.startDetached(QCoreApplication::applicationFilePath(), {});
+    };
+    if (!one) {
+        return DeliveryCommand::deliverInBackground(platform.store, clock, platform.notifier,
+                                                    *platform.wakeups);
+    }
+    const int status =
+        DeliveryCommand::deliver(arguments.at(2), platform.store, clock, platform.notifier);
+    platform.notifier.waitForAnswers(DeliveryCommand::restOfDayMs(clock.now()));
+    return status;
+}
+
+} // namespace
+
+// `tavlo` alone opens the app; `tavlo COMMAND ...` is the command line, and
+// `tavlo deliver-reminder IDENTIFIER` and `tavlo deliver-reminders` deliver
+// reminders with the app closed.
+int main(int argc, char *argv[])
+{
+    readSystemTimeZoneOnce();
+    if (argc > 1 && (std::strcmp(argv[1], "deliver-reminder") == 0 ||
+                     std::strcmp(argv[1], "deliver-reminders") == 0)) {
+        QCoreApplication app(argc, argv);
+        describeApplication();
+        return deliverReminders(std::strcmp(argv[1], "deliver-reminder") == 0);
+    }
+    const bool screenshot = argc == 3 && std::strcmp(argv[1], "--screenshot") == 0;
+    if (argc > 1 && !screenshot) {
+        QCoreApplication app(argc, argv);
+        describeApplication();
+        return runCommand();
+    }
+
+    QGuiApplication app(argc, argv);
+    describeApplication();
+    QGuiApplication::setApplicationDisplayName(QStringLiteral("Tavlo"));
+    // Wayland shells match the window to its menu entry by this name.
+    QGuiApplication::setDesktopFileName(QStringLiteral("io.github.tavlo.Tavlo"));
+    AppDelegate::Options options;
+    if (screenshot)
+        options.screenshotPath = QString::fromLocal8Bit(argv[2]);
+    options.traceStartup = qEnvironmentVariableIsSet("TAVLO_STARTUP_TRACE");
+    return AppDelegate().run(app, options);
+}

@@ -1,0 +1,420 @@
+// SPDX-License-Identifier: MIT
+#include "mainScreen/ViewController.h"
+
+#include "core/DatePattern.h"
+#include "core/DateWheels.h"
+#include "core/DebugLog.h"
+#include "core/FatalError.h"
+#include "reminders/ReminderScheduler.h"
+#include "report/BirthdayGreeting.h"
+#include "report/PersonName.h"
+#include "report/ReportComposer.h"
+#include "session/RatingRule.h"
+#include "session/Session.h"
+#include "settings/SettingsStore.h"
+#include "texts/AccessibleNames.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+const QString fallbackBirthDate = u"06 02 1977"_s;
+
+// The main screen's answer for a reminder that comes while the app is open:
+// a banner only, without sound, badge or a place in the list. It answers for
+// as long as its screen lives.
+class ForegroundPresentation final : public QObject, public NotificationCenterDelegate
+{
+public:
+    ForegroundPresentation(NotificationCenter &center, QObject *screen)
+        : QObject(screen), m_center(center)
+    {
+        m_center.setDelegate(this);
+    }
+    ~ForegroundPresentation() override
+    {
+        if (m_center.delegate() == this)
+            m_center.setDelegate(nullptr);
+    }
+    PresentationOptions willPresent(const NotificationRequest &) override
+    {
+        return PresentationOption::Banner;
+    }
+
+private:
+    NotificationCenter &m_center;
+};
+
+} // namespace
+
+ViewController::ViewController(Session &session, QObject *parent)
+    : QObject(parent), m_session(session), m_theme(new ScreenTheme(session.appearance, this)),
+      m_picker(session.launchDate())
+{}
+
+ViewController::~ViewController() = default;
+
+QStringList ViewController::dayLabels() const
+{
+    QStringList labels;
+    for (int day = 1; day <= m_picker.date().daysInMonth(); ++day)
+        labels.append(QString::number(day));
+    return labels;
+}
+
+QStringList ViewController::yearLabels() const
+{
+    return DateWheels::yearLabels();
+}
+
+QStringList ViewController::monthNames() const
+{
+    return DateWheels::monthNames(localeFor(m_session.language()));
+}
+
+QStringList ViewController::wheelOrder() const
+{
+    return DateWheels::orderNames(localeFor(m_session.language()));
+}
+
+int ViewController::firstYear() const
+{
+    return DateWheels::firstYear;
+}
+
+int ViewController::lastYear() const
+{
+    return DateWheels::lastYear;
+}
+
+void ViewController::viewDidLoad()
+{
+    SettingsStore &settings = m_session.settings;
+    if (m_session.reminders)
+        new ForegroundPresentation(m_session.reminders->center(), this);
+
+    if (m_session.appearance != Appearance::Dark)
+        m_session.themes.useLightColors();
+
+    if (m_session.favorites.convertOlderForm()) {
+        settings.set(SettingsKeys::moreDetails, true);
+        settings.set(SettingsKeys::star, true);
+    }
+    m_session.favorites.load();
+
+    applyTheme();
+
+    setPlusEnabled(false);
+    m_currentFavoriteIndex = settings.value(SettingsKeys::handOverIndex);
+
+    const bool handOver = settings.value(SettingsKeys::handOverPending);
+    const bool movePicker = settings.value(SettingsKeys::handOverMovePicker);
+    const QString savedText = u"%1 %2 %3"_s.arg(settings.value(SettingsKeys::day))
+                                  .arg(settings.value(SettingsKeys::month))
+                                  .arg(settings.value(SettingsKeys::year));
+
+    m_session.decideLanguage();
+    m_personName = m_session.strings[UiText::ReportYour];
+    emit languageChanged();
+
+    if (!settings.value(SettingsKeys::backgroundImage))
+        settings.set(SettingsKeys::backgroundImage, SettingsKeys::backgroundImageWhenAbsent);
+
+    // Nothing picked yet (all zero on a fresh install): 6 February 1977.
+    const QDateTime saved =
+        parseRecordDate(savedText).value_or(*parseRecordDate(fallbackBirthDate));
+
+    if (!handOver) {
+        checkNotificationPermission();
+        const QString greeting = todaysBirthdaysText();
+        setReport(greeting.isEmpty() ? m_session.strings[UiText::SelectYourDateOfBirth] : greeting,
+                  m_weekday);
+        setPicker(saved);
+    } else {
+        if (!movePicker) {
+            setPicker(saved);
+        } else {
+            const std::optional<QString> name = settings.value(SettingsKeys::handOverName);
+            const std::optional<QString> birthday = settings.value(SettingsKeys::handOverBirthday);
+            if (!name || !birthday)
+                fatalError(u"a favorite was handed over without \"Name\" and \"birthday\""_s);
+            const std::optional<QDateTime> date = parseRecordDate(*birthday);
+            if (!date) {
+                fatalError(u"the handed-over \"birthday\" \"%1\" is not a date"_s.arg(*birthday));
+            }
+            m_personName = personNameFromFavorite(*name, m_session.language());
+            setPicker(*date);
+            settings.set(SettingsKeys::handOverMovePicker, false);
+        }
+        settings.set(SettingsKeys::handOverPending, false);
+        composeReport();
+    }
+
+    setPlusEnabled(false);
+
+    const RatingDecision rating =
+        applyRatingRule(settings, m_session.favorites.count(), QStringLiteral(TAVLO_VERSION));
+    if (rating.askForRating)
+        requestRating();
+}
+
+void ViewController::viewDidLayoutSubviews()
+{
+    applyTheme();
+}
+
+void ViewController::applyTheme()
+{
+    m_theme->apply(m_session.themes.look(m_session.settings.value(SettingsKeys::color)));
+}
+
+void ViewController::pickDate(int day, int month, int year)
+{
+    const QDate first(year, month, 1);
+    if (!first.isValid())
+        return;
+    const QDate date(year, month, std::clamp(day, 1, first.daysInMonth()));
+    const bool sameDay = date == m_picker.date();
+    setPicker(QDateTime(date, m_picker.time()));
+    if (!sameDay)
+        dpChanged();
+}
+
+void ViewController::dpChanged()
+{
+    m_personName = m_session.strings[UiText::ReportYour];
+    if (m_picker < m_session.launchDate()) {
+        composeReport();
+        return;
+    }
+    m_detailed = false;
+    setReport(m_session.strings[UiText::SelectYourDateOfBirth], QString());
+    setPlusEnabled(false);
+}
+
+void ViewController::resetPressed()
+{
+    setPicker(m_session.launchDate());
+    storePickedDate();
+    composeReport();
+}
+
+void ViewController::composeReport()
+{
+    setPlusEnabled(false);
+    ReportComposer composer(m_session.strings, m_session.results);
+    const AgeReport report =
+        composer.compose(m_picker, m_session.clock.now(), m_personName, m_session.language());
+    storePickedDate();
+    m_detailed = m_session.settings.value(SettingsKeys::moreDetails);
+    const ShownReport shown = ShownReport::of(report, m_detailed);
+    m_starImage = ScreenTheme::imageUrl(report.starImage);
+    setReport(shown.display, shown.weekday);
+    setPlusEnabled(true);
+}
+
+void ViewController::storePickedDate()
+{
+    const QDate date = m_picker.date();
+    const SettingsBatch batch(m_session.settings);
+    m_session.settings.set(SettingsKeys::day, date.day());
+    m_session.settings.set(SettingsKeys::month, date.month());
+    m_session.settings.set(SettingsKeys::year, date.year());
+}
+
+QString ViewController::todaysBirthdaysText()
+{
+    const FavoritesStore &favorites = m_session.favorites;
+    if (favorites.count() == 0) {
+        setReport(m_display, QString());
+        return {};
+    }
+    // Each favorite is looked at in turn, in order, and the wheels, the
+    // report and the stored date are left on the last one, as reporting on
+    // each in turn would. Only the last report needs its texts, only its
+    // date needs to reach the disk, and only favorites near a birthday or a
+    // round age need their ages worked out. The dates are read as midnight
+    // in UTC, as the greeting always has.
+    QString greeting;
+    const DatePattern recordDate(u"dd MM yyyy");
+    const QDateTime now = m_session.clock.now();
+    const QDate today = now.toLocalTime().date();
+    const auto birthOf = [](QDate date) {
+        return QDateTime(date, QTime(0, 0), Qt::UTC).toLocalTime();
+    };
+    QList<QDate> dates;
+    dates.reserve(favorites.count());
+    for (qsizetype i = 0; i < favorites.count(); ++i) {
+        const Favorite favorite = favorites.at(i);
+        const std::optional<QDate> date = recordDate.parse(favorite.birthday);
+        if (!date) {
+            fatalError(u"favorite %1 has the birthday \"%2\", which is not a date"_s.arg(i).arg(
+                favorite.birthday));
+        }
+        dates.append(*date);
+        if (birthdayGreetingMayApply(*date, today)) {
+            greeting += birthdayGreetingLine(favorite.name, computeAge(birthOf(*date), now),
+                                             m_session.strings);
+        }
+    }
+    // The results carry a lookup that finds nothing over from the one
+    // before: they are worked out from the last favorite that leaves nothing
+    // to carry, on to the last one.
+    qsizetype first = dates.size() - 1;
+    while (first > 0 && !BirthDateResults::findsEverything(birthOf(dates.at(first))))
+        --first;
+    for (qsizetype i = first; i < dates.size(); ++i)
+        m_session.results.compute(birthOf(dates.at(i)), now);
+    setPicker(birthOf(dates.constLast()));
+    composeReport();
+    return greeting;
+}
+
+QString ViewController::addDialogTitle() const
+{
+    return m_session.strings[UiText::EnterAName];
+}
+
+QString ViewController::addDialogMessage() const
+{
+    return m_session.strings[UiText::AddThisBirthday];
+}
+
+QString ViewController::clearText() const
+{
+    return m_session.strings[UiText::ClearText];
+}
+
+QString ViewController::cancelText() const
+{
+    return m_session.strings[UiText::Cancel];
+}
+
+void ViewController::plusPressed()
+{
+    const QString date = DatePattern(u"dd.MM.yyyy").format(m_picker.date());
+    m_addDialogPlaceholder = m_session.strings[UiText::NameForThisBirthday] + u' ' + date;
+    emit addDialogChanged();
+    emit addFavoriteDialogRequested();
+}
+
+void ViewController::addFavorite(const QString &fieldText)
+{
+    const SettingsStore &settings = m_session.settings;
+    m_session.favorites.append(fieldText, settings.value(SettingsKeys::day),
+                               settings.value(SettingsKeys::month),
+                               settings.value(SettingsKeys::year));
+    checkNotificationPermission();
+}
+
+void ViewController::favPressed()
+{
+    showScreen(u"Fav"_s);
+}
+
+void ViewController::setPressed()
+{
+    showScreen(u"Set"_s);
+}
+
+void ViewController::showScreen(const QString &identifier)
+{
+    // The dim stays on this screen for as long as it lives.
+    if (!m_dimmed) {
+        m_dimmed = true;
+        emit dimmedChanged();
+    }
+    emit screenRequested(identifier);
+}
+
+void ViewController::handleGesture(Swipe swipe)
+{
+    const FavoritesStore &favorites = m_session.favorites;
+    const std::optional<qint64> index = FavoriteBrowsing::afterSwipe(
+        m_currentFavoriteIndex,
+        swipe == Swipe::Left ? FavoriteBrowsing::Swipe::Left : FavoriteBrowsing::Swipe::Right,
+        favorites.count());
+    if (!index)
+        return;
+    if (*index < 0 || *index >= favorites.count()) {
+        fatalError(
+            u"the setting \"indexCount\" is %1, but there are %2 favorites"_s.arg(*index).arg(
+                favorites.count()));
+    }
+    m_currentFavoriteIndex = *index;
+    showFavorite(*index);
+}
+
+void ViewController::showFavorite(qint64 index)
+{
+    SettingsStore &settings = m_session.settings;
+    m_session.decideLanguage();
+    emit languageChanged();
+    if (!settings.value(SettingsKeys::backgroundImage))
+        settings.set(SettingsKeys::backgroundImage, SettingsKeys::backgroundImageWhenAbsent);
+
+    const Favorite favorite = m_session.favorites.at(index);
+    const std::optional<QDateTime> date = parseRecordDate(favorite.birthday);
+    if (!date) {
+        fatalError(u"favorite %1 has the birthday \"%2\", which is not a date"_s.arg(index).arg(
+            favorite.birthday));
+    }
+    m_personName = personNameFromFavorite(favorite.name, m_session.language());
+    setPicker(*date);
+    settings.set(SettingsKeys::handOverMovePicker, false);
+    settings.set(SettingsKeys::handOverPending, false);
+    composeReport();
+}
+
+void ViewController::checkNotificationPermission()
+{
+    emit notificationPermissionCheckRequested();
+    if (m_session.reminders)
+        m_session.reminders->checkNotificationPermission();
+}
+
+void ViewController::requestRating()
+{
+    // Linux has no rating prompt of its own; the request is logged.
+    DebugLog::line(u"CANCEL"_s);
+}
+
+void ViewController::setPicker(const QDateTime &date)
+{
+    if (date == m_picker)
+        return;
+    const int daysBefore = m_picker.date().daysInMonth();
+    m_picker = date;
+    // New day labels reset the day wheel; the date that follows puts it back.
+    if (m_picker.date().daysInMonth() != daysBefore)
+        emit dayLabelsChanged();
+    emit pickerChanged();
+}
+
+void ViewController::setPlusEnabled(bool enabled)
+{
+    if (enabled == m_plusEnabled)
+        return;
+    m_plusEnabled = enabled;
+    emit plusEnabledChanged();
+}
+
+void ViewController::setReport(const QString &display, const QString &weekday)
+{
+    m_display = display;
+    m_weekday = weekday;
+    emit reportChanged();
+}
+
+std::optional<QDateTime> ViewController::parseRecordDate(const QString &text)
+{
+    const std::optional<QDate> date = DatePattern(u"dd MM yyyy").parse(text);
+    if (!date)
+        return std::nullopt;
+    return date->startOfDay();
+}
+
+QVariantMap ViewController::names() const
+{
+    return accessibleNames(m_session.strings, m_session.language());
+}

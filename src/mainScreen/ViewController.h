@@ -1,0 +1,150 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "favorites/FavoriteBrowsing.h"
+#include "resources/ScreenTheme.h"
+
+#include <QDateTime>
+#include <QObject>
+#include <QStringList>
+#include <QUrl>
+#include <QVariantMap>
+#include <QtQml/qqmlregistration.h>
+#include <optional>
+
+class Session;
+
+// The main screen: the birth date wheels, the age report, the theme, and
+// the buttons to reset, add a favorite, and open the favorites and settings.
+// It runs the screen's rules in their fixed order and shows the results as
+// properties; the view (MainScreen.qml) only lays them out.
+class ViewController : public QObject
+{
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("Made by the screen host.")
+
+    Q_PROPERTY(QString displayText READ displayText NOTIFY reportChanged)
+    Q_PROPERTY(QString weekdayText READ weekdayText NOTIFY reportChanged)
+    Q_PROPERTY(bool detailed READ detailed NOTIFY reportChanged)
+    Q_PROPERTY(QUrl starImage READ starImage NOTIFY reportChanged)
+    Q_PROPERTY(bool plusEnabled READ plusEnabled NOTIFY plusEnabledChanged)
+
+    Q_PROPERTY(int pickerDay READ pickerDay NOTIFY pickerChanged)
+    Q_PROPERTY(int pickerMonth READ pickerMonth NOTIFY pickerChanged)
+    Q_PROPERTY(int pickerYear READ pickerYear NOTIFY pickerChanged)
+    Q_PROPERTY(QStringList dayLabels READ dayLabels NOTIFY dayLabelsChanged)
+    Q_PROPERTY(QStringList monthNames READ monthNames NOTIFY languageChanged)
+    Q_PROPERTY(QStringList yearLabels READ yearLabels CONSTANT)
+    Q_PROPERTY(QStringList wheelOrder READ wheelOrder NOTIFY languageChanged)
+    Q_PROPERTY(int firstYear READ firstYear CONSTANT)
+    Q_PROPERTY(int lastYear READ lastYear CONSTANT)
+
+    Q_PROPERTY(ScreenTheme *theme READ theme CONSTANT)
+    Q_PROPERTY(bool dimmed READ dimmed NOTIFY dimmedChanged)
+
+    Q_PROPERTY(QString addDialogTitle READ addDialogTitle NOTIFY languageChanged)
+    Q_PROPERTY(QString addDialogMessage READ addDialogMessage NOTIFY languageChanged)
+    Q_PROPERTY(QString addDialogPlaceholder READ addDialogPlaceholder NOTIFY addDialogChanged)
+    Q_PROPERTY(QString cancelText READ cancelText NOTIFY languageChanged)
+    Q_PROPERTY(QString clearText READ clearText NOTIFY languageChanged)
+
+public:
+    enum class Swipe { Left, Right };
+    Q_ENUM(Swipe)
+
+    explicit ViewController(Session &session, QObject *parent = nullptr);
+    ~ViewController() override;
+
+    QString displayText() const { return m_display; }
+    QString weekdayText() const { return m_weekday; }
+    bool detailed() const { return m_detailed; }
+    QUrl starImage() const { return m_starImage; }
+    bool plusEnabled() const { return m_plusEnabled; }
+    int pickerDay() const { return m_picker.date().day(); }
+    int pickerMonth() const { return m_picker.date().month(); }
+    int pickerYear() const { return m_picker.date().year(); }
+    QDateTime pickerDate() const { return m_picker; }
+    QStringList dayLabels() const;
+    QStringList monthNames() const;
+    QStringList yearLabels() const;
+    QStringList wheelOrder() const;
+    int firstYear() const;
+    int lastYear() const;
+    ScreenTheme *theme() const { return m_theme; }
+    QVariantMap names() const;
+    // What a screen reader says for a symbol button or a wheel (see accessibleNames()).
+    Q_INVOKABLE QString accessibleName(const QString &key) const
+    {
+        return names().value(key).toString();
+    }
+    bool dimmed() const { return m_dimmed; }
+    QString addDialogTitle() const;
+    QString addDialogMessage() const;
+    QString addDialogPlaceholder() const { return m_addDialogPlaceholder; }
+    QString cancelText() const;
+    QString clearText() const;
+    qint64 currentFavoriteIndex() const { return m_currentFavoriteIndex; }
+
+    // The screen's load: once per main screen, in a fixed order.
+    Q_INVOKABLE void viewDidLoad();
+    // After every layout pass.
+    Q_INVOKABLE void viewDidLayoutSubviews();
+    // The user turned a wheel to this date; the time of day stays.
+    Q_INVOKABLE void pickDate(int day, int month, int year);
+    Q_INVOKABLE void resetPressed();
+    Q_INVOKABLE void plusPressed();
+    // "OK" in the add dialog, with the name field's text.
+    Q_INVOKABLE void addFavorite(const QString &fieldText);
+    Q_INVOKABLE void favPressed();
+    Q_INVOKABLE void setPressed();
+    Q_INVOKABLE void handleGesture(Swipe swipe);
+
+    void applyTheme();
+    void composeReport();
+
+signals:
+    void reportChanged();
+    void plusEnabledChanged();
+    void pickerChanged();
+    // Only when the month's length changes, so the day wheel keeps its place.
+    void dayLabelsChanged();
+    void languageChanged();
+    void dimmedChanged();
+    void addDialogChanged();
+    // The add dialog is to open; its texts are in the addDialog properties.
+    void addFavoriteDialogRequested();
+    // The screen host is to present the screen registered under `identifier`.
+    void screenRequested(const QString &identifier);
+    // Reminders are to be checked and scheduled again.
+    void notificationPermissionCheckRequested();
+    // A rating request would be shown now, if the platform had one.
+
+private:
+    void dpChanged();
+    void showScreen(const QString &identifier);
+    void checkNotificationPermission();
+    QString todaysBirthdaysText();
+    void requestRating();
+    void setPicker(const QDateTime &date);
+    void setPlusEnabled(bool enabled);
+    void setReport(const QString &display, const QString &weekday);
+    void storePickedDate();
+    static std::optional<QDateTime> parseRecordDate(const QString &text);
+    void showFavorite(qint64 index);
+
+    Session &m_session;
+    ScreenTheme *m_theme;
+    QDateTime m_picker;
+    QString m_display;
+    QString m_weekday;
+    bool m_detailed = false;
+    QUrl m_starImage;
+    bool m_plusEnabled = true;
+    bool m_dimmed = false;
+
+    QString m_addDialogPlaceholder;
+
+    QString m_personName;
+    qint64 m_currentFavoriteIndex = 0;
+};

@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: MIT
+#include "session/Session.h"
+
+#include "core/DebugLog.h"
+#include "settings/SettingsStore.h"
+
+Session::Session(SettingsStore &settings, const Clock &clock, QStringList preferredLanguages,
+                 Appearance appearance)
+    : settings(settings), clock(clock), favorites(settings), themes(appearance),
+      preferredLanguages(std::move(preferredLanguages)), appearance(appearance),
+      calendar(settings, this->preferredLanguages, clock)
+{
+    settings.setFailureHandler([this](const WriteResult &failure) { saveNotice.report(failure); });
+    FavoritesStore::setChangeListener([this](const QList<Favorite> &list) {
+        if (const QString problem = calendar.update(list); !problem.isEmpty())
+            DebugLog::line(problem);
+    });
+}
+
+Session::~Session()
+{
+    settings.setFailureHandler({});
+    FavoritesStore::setChangeListener({});
+}
+
+void Session::decideLanguage()
+{
+    const LanguageDecision decision =
+        ::decideLanguage(preferredLanguages, settings.value(SettingsKeys::preferredLanguage));
+    m_language = decision.language;
+    strings.apply(m_language);
+}
+
+QDateTime Session::launchDate()
+{
+    if (!m_launchDate.isValid())
+        m_launchDate = clock.now();
+    return m_launchDate;
+}

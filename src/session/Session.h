@@ -1,0 +1,67 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "contacts/BirthdayCalendar.h"
+#include "contacts/PhoneContacts.h"
+#include "core/BirthDateResults.h"
+#include "core/Clock.h"
+#include "favorites/FavoritesStore.h"
+#include "session/SaveNotice.h"
+#include "texts/Language.h"
+#include "texts/UiStrings.h"
+#include "themes/Themes.h"
+
+#include <QDateTime>
+#include <QLocale>
+#include <QStringList>
+
+class ReminderScheduler;
+class SettingsStore;
+
+// What the screens share for the whole run: the stores, the clock, the
+// interface texts and language, the last birth-date results and the theme
+// table. No screen keeps a copy of a setting; each reads the store itself.
+class Session
+{
+public:
+    Session(SettingsStore &settings, const Clock &clock, QStringList preferredLanguages,
+            Appearance appearance);
+    ~Session();
+    Session(const Session &) = delete;
+    Session &operator=(const Session &) = delete;
+
+    SettingsStore &settings;
+    const Clock &clock;
+    FavoritesStore favorites;
+    UiStrings strings;
+    BirthDateResults results;
+    ThemeTable themes;
+    const QStringList preferredLanguages;
+    const Appearance appearance;
+    // Month and weekday names in the favorites list follow the device's
+    // formats, not the interface language.
+    QLocale formatLocale = QLocale::system();
+    // Checks the notification permission and schedules the birthday
+    // reminders; none where there is no notification centre (tests).
+    ReminderScheduler *reminders = nullptr;
+    // Tells the user of any change that could not be saved.
+    SaveNotice saveNotice{strings};
+    // The birthdays calendar, rewritten after every change of the favorites
+    // while "Show birthdays in the calendar" is on.
+    BirthdayCalendar calendar;
+    // The phone's address books, as the platform reads them; without one,
+    // only Plasma Mobile's folder of cards.
+    PhoneContactsReader phoneContacts;
+
+    Language language() const { return m_language; }
+    // Decides the language from the device and "preferredL" and fills the
+    // interface texts with it.
+    void decideLanguage();
+
+    // "Today" for the whole run: the moment of first use.
+    QDateTime launchDate();
+
+private:
+    Language m_language = Language::English;
+    QDateTime m_launchDate;
+};

@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: MIT
+#include "settings/StoreLinks.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+StoreLinks::Platform StoreLinks::current()
+{
+#if defined(Q_OS_IOS) || defined(Q_OS_MACOS)
+    return Platform::AppStore;
+#else
+    return Platform::SoftwareCentre;
+#endif
+}
+
+QUrl StoreLinks::developerPage()
+{
+    QUrl url;
+    url.setScheme(u"itms-apps"_s);
+    url.setHost(u"apps.apple.com"_s);
+    url.setPath(u"/at/developer/tavlo/id1600000000"_s);
+    url.setQuery(u"mt=8"_s);
+    return url;
+}
+
+QUrl StoreLinks::softwareCentrePage()
+{
+    return QUrl(u"appstream://io.github.tavlo.Tavlo"_s);
+}
+
+QUrl StoreLinks::projectPage()
+{
+    return QUrl(u"https://github.com/tavlo/tavlo"_s);
+}
+
+QUrl StoreLinks::ratePage(Platform platform)
+{
+    return platform == Platform::SoftwareCentre ? softwareCentrePage() : QUrl();
+}
+
+QUrl StoreLinks::moreAppsPage(Platform platform)
+{
+    return platform == Platform::SoftwareCentre ? projectPage() : developerPage();
+}

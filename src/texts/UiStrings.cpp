@@ -1,0 +1,190 @@
+// SPDX-License-Identifier: MIT
+#include "texts/UiStrings.h"
+
+#include "texts/RussianPlural.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+struct Row
+{
+    QString english;
+    QString german;
+    QString russian;
+};
+
+// Blanks, line feeds, symbols and U+FE0E after the zodiac symbols are part
+// of the texts. The leading blank of some German animals is intended.
+const std::array<Row, UiTextCount> &rows()
+{
+    static const std::array<Row, UiTextCount> table{{
+        {u"Rat – 鼠"_s, u"Ratte – 鼠"_s, u"Крыса – 鼠"_s},
+        {u"Ox – 牛"_s, u"Büffel – 牛"_s, u"Бык – 牛"_s},
+        {u"Tiger – 虎"_s, u"Tiger – 虎"_s, u"Тигр – 虎"_s},
+        {u"Rabbit – 兔"_s, u"Hase – 兔"_s, u"Кролик – 兔"_s},
+        {u"Dragon – 龍"_s, u"Drache – 龍"_s, u"Дракон – 龍"_s},
+        {u"Snake – 蛇"_s, u" Schlange – 蛇"_s, u"Змея – 蛇"_s},
+        {u"Horse – 馬"_s, u"Pferd – 馬"_s, u"Лошадь – 馬"_s},
+        {u"Goat – 羊"_s, u"Ziege – 羊"_s, u"Коза – 羊"_s},
+        {u"Monkey – 猴"_s, u" Affe – 猴"_s, u"Обезьяна – 猴"_s},
+        {u"Rooster – 雞"_s, u" Hahn – 雞"_s, u"Петух – 雞"_s},
+        {u"Dog – 狗"_s, u" Hund – 狗"_s, u"Собака – 狗"_s},
+        {u"Pig – 豬"_s, u"Schwein – 豬"_s, u"Свинья – 豬"_s},
+        {u"Metal - 金"_s, u"Metall - 金"_s, u"Металл - 金"_s},
+        {u"Water - 水"_s, u"Wasser - 水"_s, u"Вода - 水"_s},
+        {u"Wood - 木"_s, u"Holz - 木"_s, u"Дерево - 木"_s},
+        {u"Fire - 火"_s, u"Feuer - 火"_s, u"Огонь - 火"_s},
+        {u"Earth - 土"_s, u"Erde - 土"_s, u"Земля - 土"_s},
+        {u"Venus ♀"_s, u"Venus ♀"_s, u"Венера ♀"_s},
+        {u"Mercury ☿"_s, u"Merkur ☿"_s, u"Меркурий ☿"_s},
+        {u"Jupiter ♃"_s, u"Jupiter ♃"_s, u"Юпитер ♃"_s},
+        {u"Mars ♂"_s, u"Mars ♂"_s, u"Марс ♂"_s},
+        {u"Saturn ♄"_s, u"Saturn ♄"_s, u"Сатурн ♄"_s},
+        {u"Aquarius ♒︎"_s, u"Wassermann ♒︎"_s, u"Водолей ♒︎"_s},
+        {u"Pisces ♓︎"_s, u"Fische ♓︎"_s, u"Рыбы ♓︎"_s},
+        {u"Aries ♈︎"_s, u"Widder ♈︎"_s, u"Овен ♈︎"_s},
+        {u"Taurus ♉︎"_s, u"Stier ♉︎"_s, u"Телец ♉︎"_s},
+        {u"Gemini ♊︎"_s, u"Zwillinge ♊︎"_s, u"Близнецы ♊︎"_s},
+        {u"Cancer ♋︎"_s, u"Krebs ♋︎"_s, u"Рак ♋︎"_s},
+        {u"Leo ♌︎"_s, u"Löwe ♌︎"_s, u"Лев ♌︎"_s},
+        {u"Virgo ♍︎"_s, u"Jungfrau ♍︎"_s, u"Дева ♍︎"_s},
+        {u"Libra ♎︎"_s, u"Waage ♎︎"_s, u"Весы ♎︎"_s},
+        {u"Scorpio ♏︎"_s, u"Skorpion ♏︎"_s, u"Скорпион ♏︎"_s},
+        {u"Sagittarius ♐︎"_s, u"Schütze ♐︎"_s, u"Стрелец ♐︎"_s},
+        {u"Capricorn ♑︎"_s, u"Steinbock ♑︎"_s, u"Козерог ♑︎"_s},
+        {u"Enter a Name"_s, u"Geben Sie einen Namen ein"_s, u"Введите имя"_s},
+        {u"Add this birthday to favorites"_s, u"diesen Geburtstag hinzufügen"_s,
+         u"Добавить этот день рождения"_s},
+        {u"Cancel"_s, u"Abbrechen"_s, u"Отменить"_s},
+        {u"Name for this birthday:"_s, u"Name für: "_s, u"Имя: "_s},
+        {u"has a birthday today!"_s, u"hat heute Geburtstag!"_s,
+         u"отмечает сегодня день рождения!"_s},
+        {u"is now"_s, u"ist jetzt"_s, u"теперь"_s},
+        {u"weeks old!"_s, u"Wochen alt!"_s, u"недель!"_s},
+        {u"months old!"_s, u"Monate alt!"_s, u"месяцев!"_s},
+        {u"days old!"_s, u"Tage alt!"_s, u"дней!"_s},
+        {u"Days"_s, u"Tage"_s, u"дней"_s},
+        {u"Months"_s, u"Monate"_s, u"месяцев"_s},
+        {u"Years"_s, u"Jahre"_s, u"лет"_s},
+        {u"Your"_s, u"Dein"_s, u"Твой"_s},
+        {u"Done"_s, u"Zurück"_s, u"назад"_s},
+        {u"Favorites"_s, u"Favoriten"_s, u"Избранные"_s},
+        {u"Edit"_s, u"Bearbeiten"_s, u"Редактировать"_s},
+        {u"Name"_s, u"Name"_s, u"Имя"_s},
+        {u"Save"_s, u"Speichern"_s, u"Сохранить"_s},
+        {u"Sort"_s, u"Sortieren"_s, u"Сортировать"_s},
+        {u"Settings"_s, u"Einstellungen"_s, u"Настройки"_s},
+        {u"Show more details"_s, u"Zeige mehr Details"_s, u"Показать больше информации"_s},
+        {u"Rate App"_s, u"App bewerten"_s, u"Оценить приложение"_s},
+        {u"More Apps"_s, u"Andere Apps"_s, u"Другие приложения"_s},
+        {u"Background"_s, u"Hintergrund"_s, u"фон"_s},
+        {u"Birthday Reminder"_s, u"Geburtstagserinnerung"_s, u"День рождения"_s},
+        {u"Sort by name"_s, u"Nach Name sortieren"_s, u"Сортировать по имени"_s},
+        {u"Sort by age"_s, u"Nach Alter sortieren"_s, u"Сортировать по возрасту"_s},
+        {u"Sort by birthday"_s, u"Nach Geburtstag sortieren"_s, u"Сортировать по дню рождения"_s},
+        {u"Your"_s, u"Dein"_s, u"Твой"_s},
+        {u"Select your date of birth"_s, u"Wähle dein Geburtsdatum"_s, u"Выбери дату рождения"_s},
+        {u"age is:"_s, u"Alter ist:"_s, u"Возраст:"_s},
+        {u"in months:"_s, u"in Monaten:"_s, u"в месяцах:"_s},
+        {u"in weeks:"_s, u"in Wochen:"_s, u"в неделях:"_s},
+        {u"in days:"_s, u"in Tagen:"_s, u"в днях:"_s},
+        {u"Zodiac sign: "_s, u"Sternzeichen:"_s, u"Знак зодиака:"_s},
+        {u"\nChinese zodiac: "_s, u"\nTierkreiszeichen: "_s, u"\nВосточный зодиак: "_s},
+        {u"\nElement: "_s, u"\nElement: "_s, u"\nСтихия: "_s},
+        {u"Planet:"_s, u"Planet: "_s, u"Обитель:"_s},
+        {u"next birthday: in"_s, u"nächster Geburtstag: in"_s, u"день рождения через"_s},
+        {u"age"_s, u"Alter"_s, u"\nВозраст:"_s},
+        {u"In years: "_s, u"In Jahren: "_s, u"В годах: "_s},
+        {u"In months: "_s, u"In Monaten: "_s, u"В месяцах: "_s},
+        {u"In days: "_s, u"In Tagen: "_s, u"В днях: "_s},
+        {u"Show weekday in table view"_s, u"Wochentag in Tabellenansicht anzeigen"_s,
+         u"Показать день недели в таблице"_s},
+        {u"Entries:"_s, u"Einträge:"_s, u"Записи:"_s},
+        {u"Mark future birthdays ☆"_s, u"Zukünftige Geburtstage markieren ☆"_s,
+         u"Будущие дни рождения пометить ☆"_s},
+        {u"Undo"_s, u"Rückgängig"_s, u"Вернуть"_s},
+        {u"Deleted:"_s, u"Gelöscht:"_s, u"Удалено:"_s},
+        {u"Clear text"_s, u"Text löschen"_s, u"Очистить текст"_s},
+        {u"Your change could not be saved: %1"_s,
+         u"Ihre Änderung konnte nicht gespeichert werden: %1"_s,
+         u"Не удалось сохранить изменение: %1"_s},
+        {u"has a birthday tomorrow"_s, u"hat morgen Geburtstag"_s,
+         u"отмечает день рождения завтра"_s},
+        {u"has a birthday in %1 days"_s, u"hat in %1 Tagen Geburtstag"_s,
+         u"отмечает день рождения через %1 %2"_s},
+        {u"Reminders"_s, u"Erinnerungen"_s, u"Напоминания"_s},
+        {u"On the day"_s, u"Am Tag selbst"_s, u"В тот же день"_s},
+        {u"1 day before"_s, u"1 Tag vorher"_s, u"За 1 день"_s},
+        {u"3 days before"_s, u"3 Tage vorher"_s, u"За 3 дня"_s},
+        {u"1 week before"_s, u"1 Woche vorher"_s, u"За неделю"_s},
+        {u"Reminder time"_s, u"Uhrzeit der Erinnerung"_s, u"Время напоминания"_s},
+        {u"How early"_s, u"Wie früh"_s, u"Насколько заранее"_s},
+        {u"Earlier"_s, u"Früher"_s, u"Раньше"_s},
+        {u"Later"_s, u"Später"_s, u"Позже"_s},
+        {u"%1 added"_s, u"%1 hinzugefügt"_s, u"добавлено: %1"_s},
+        {u"%1 already there"_s, u"%1 schon vorhanden"_s, u"уже есть: %1"_s},
+        {u"%1 skipped"_s, u"%1 übersprungen"_s, u"пропущено: %1"_s},
+        {u"%1 no birthday"_s, u"%1 ohne Geburtstag"_s, u"без дня рождения: %1"_s},
+        {u"%1 no birth year"_s, u"%1 ohne Geburtsjahr"_s, u"без года рождения: %1"_s},
+        {u"%1 impossible date"_s, u"%1 unmögliches Datum"_s, u"несуществующая дата: %1"_s},
+        {u"%1 date in the future"_s, u"%1 Datum in der Zukunft"_s, u"дата в будущем: %1"_s},
+        {u"%1 unreadable date"_s, u"%1 unlesbares Datum"_s, u"нечитаемая дата: %1"_s},
+        {u"Import a vCard file…"_s, u"vCard-Datei importieren…"_s, u"Импорт из файла vCard…"_s},
+        {u"Import from contacts"_s, u"Aus Kontakten importieren"_s, u"Импорт из контактов"_s},
+        {u"vCard files"_s, u"vCard-Dateien"_s, u"Файлы vCard"_s},
+        {u"This file is not a vCard file."_s, u"Diese Datei ist keine vCard-Datei."_s,
+         u"Этот файл не является файлом vCard."_s},
+        {u"This file ends in the middle of a card."_s,
+         u"Diese Datei endet mitten in einer Karte."_s, u"Файл обрывается посреди карточки."_s},
+        {u"This file is too large."_s, u"Diese Datei ist zu groß."_s,
+         u"Этот файл слишком большой."_s},
+        {u"This file cannot be read."_s, u"Diese Datei kann nicht gelesen werden."_s,
+         u"Этот файл не удаётся прочитать."_s},
+        {u"Show birthdays in the calendar"_s, u"Geburtstage im Kalender zeigen"_s,
+         u"Показывать дни рождения в календаре"_s},
+        {u"%1's birthday"_s, u"Geburtstag von %1"_s, u"День рождения: %1"_s},
+        {u"born %1"_s, u"geboren %1"_s, u"год рождения: %1"_s},
+        {u"OK"_s, u"OK"_s, u"ОК"_s},
+    }};
+    return table;
+}
+
+} // namespace
+
+UiStrings::UiStrings()
+{
+    for (int i = 0; i < UiTextCount; ++i)
+        m_texts[i] = rows()[i].english;
+}
+
+void UiStrings::apply(Language language)
+{
+    if (language == Language::English)
+        return;
+    for (int i = 0; i < UiTextCount; ++i)
+        m_texts[i] = language == Language::German ? rows()[i].german : rows()[i].russian;
+}
+
+const QString &UiStrings::english(UiText id)
+{
+    return rows()[index(id)].english;
+}
+
+QString UiStrings::translated(const QString &englishText) const
+{
+    for (int i = 0; i < UiTextCount; ++i) {
+        if (rows()[i].english == englishText)
+            return m_texts[i];
+    }
+    return englishText;
+}
+
+QString UiStrings::birthdayInDays(const QString &name, int days) const
+{
+    if (days == 1)
+        return name + u' ' + text(UiText::HasABirthdayTomorrow);
+    QString body = text(UiText::HasABirthdayInDays);
+    body.replace(u"%1"_s, QString::number(days)).replace(u"%2"_s, russianDays(days));
+    return name + u' ' + body;
+}

@@ -1,0 +1,117 @@
+// SPDX-License-Identifier: MIT
+#include "themes/Themes.h"
+
+#include "core/FatalError.h"
+#include "themes/Contrast.h"
+
+#include <algorithm>
+
+namespace {
+
+using Table = std::array<Rgb, 9>;
+
+const Table darkTable = {{
+    {0.5875715, 0, 1},
+    {0, 0.7842817, 0},
+    {0.9586653, 0.30533227, 0},
+    {0, 0.5496425, 1},
+    {0.5491386, 0.0055863583, 0},
+    {0.22145256, 0.27209446, 0.0019903344},
+    {0.37183267, 0, 0.41554463},
+    {0.009912484, 0.1478197, 0.21379039},
+    {0.80784315, 0.02745098, 0.33333334},
+}};
+
+// Lighter or more saturated where the dark colour would sit too heavy on a
+// light screen; 0, 1 and 3 stay as they are.
+const Table lightTable = {{
+    {0.5875715, 0, 1},
+    {0, 0.7842817, 0},
+    {0.99685484, 0.50263304, 0},
+    {0, 0.5496425, 1},
+    {0.9665492, 0.0017098036, 0.39665306},
+    {0.46517736, 0.5723657, 0},
+    {0.59157747, 0.51231426, 0.95020324},
+    {0, 0.7254303, 0.67676395},
+    {1, 0.8740956, 0},
+}};
+
+Rgb shifted(Rgb c, double by)
+{
+    return {c.red + by, c.green + by, c.blue + by};
+}
+
+} // namespace
+
+SystemColors SystemColors::of(Appearance appearance)
+{
+    if (appearance == Appearance::Dark) {
+        return {{1, 1, 1},          {0.92, 0.92, 0.96}, {0, 0, 0},
+                {0.56, 0.56, 0.58}, {0.33, 0.33, 0.35}, {1, 0.27, 0.23},
+                {0.17, 0.17, 0.18}, {0.11, 0.11, 0.12}, {0.28, 0.28, 0.29},
+                {0.56, 0.56, 0.58}, {0.11, 0.11, 0.12}, {{0.47, 0.47, 0.5}, 0.32},
+                {{0, 0, 0}, 0.3}};
+    }
+    return {{0, 0, 0},          {0.24, 0.24, 0.26}, {1, 1, 1},          {0.56, 0.56, 0.58},
+            {0.33, 0.33, 0.35}, {1, 0.23, 0.19},    {0.95, 0.95, 0.97}, {1, 1, 1},
+            {0.78, 0.78, 0.8},  {0.42, 0.42, 0.44}, {0.95, 0.95, 0.97}, {{0.47, 0.47, 0.5}, 0.32},
+            {{1, 1, 1}, 0.6}};
+}
+
+Rgb ThemeTable::tableColor(int index) const
+{
+    if (index == 9)
+        return SystemColors::of(m_appearance).background;
+    return (m_light ? lightTable : darkTable).at(size_t(index));
+}
+
+Rgb ThemeTable::color(int index) const
+{
+    const Rgb color = tableColor(index);
+    if (index < 5 || index > 8)
+        return color;
+    const Rgb label = SystemColors::of(m_appearance).label;
+    return Contrast::nearestLightness(
+        color,
+        [&](Rgb candidate) {
+            const auto [top, bottom] = gradientOf(candidate);
+            return Contrast::lowestRatio(label, {top, bottom});
+        },
+        Contrast::text + Contrast::margin);
+}
+
+std::pair<Rgb, Rgb> ThemeTable::gradientOf(Rgb color)
+{
+    return {shifted(color, 0.07), shifted(color, -0.12)};
+}
+
+ThemeLook ThemeTable::look(qint64 index) const
+{
+    if (index < 0 || index >= count) {
+        fatalError(
+            QStringLiteral("the setting \"color\" is %1, but themes run from 0 to 9").arg(index));
+    }
+    const int c = int(index);
+    ThemeLook look;
+    look.accent = color(c);
+    if (c <= 4) {
+        look.backgroundImage = QStringLiteral("space") + QString::number(c);
+        look.blur = true;
+        return look;
+    }
+    if (c == 9) {
+        look.accent = SystemColors::of(m_appearance).darkGrey;
+        look.backgroundColor = color(9);
+        look.thinTitleBar = true;
+        return look;
+    }
+    look.gradient = gradientOf(color(c));
+    look.backgroundColor = color(c);
+    return look;
+}
+
+Rgb ThemeTable::lightened(Rgb c, double percent)
+{
+    const double by = percent / 100;
+    return {std::min(c.red + by, 1.0), std::min(c.green + by, 1.0), std::min(c.blue + by, 1.0)};
+}
