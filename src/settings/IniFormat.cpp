@@ -4,6 +4,8 @@
 #include <QHash>
 #include <QStringList>
 #include <algorithm>
+#include <charconv>
+#include <iterator>
 #include <optional>
 #include <vector>
 
@@ -370,9 +372,112 @@ std::optional<QVariantList> asList(const Tree &tree, qsizetype at)
 // The entries of one top-level group in file order, full keys.
 using Entries = QList<std::pair<QString, QVariant>>;
 
+// An index as QSettings writes one: digits without a leading zero, here at
+// most `limit`.
+std::optional<qsizetype> indexOf(QStringView text, qsizetype limit)
+{
+    if (text.isEmpty() || text.size() > 9 || text.front() == u'0')
+        return std::nullopt;
+    qsizetype number = 0;
+    for (const QChar c : text) {
+        if (c < u'0' || c > u'9')
+            return std::nullopt;
+        number = number * 10 + (c.unicode() - u'0');
+    }
+    return number <= limit ? std::optional(number) : std::nullopt;
+}
+
+// The size entry of a list of `children` entries in all, if it is one.
+std::optional<qsizetype> listSize(const std::optional<QVariant> &entry, qsizetype children)
+{
+    if (!entry || entry->typeId() != QMetaType::QString)
+        return std::nullopt;
+    bool ok = false;
+    const qint64 size = entry->toString().toLongLong(&ok);
+    if (!ok || size < 0 || size > children - 1)
+        return std::nullopt;
+    return size;
+}
+
+// The favorites' shape ("1/1", "1/2", "1/size" ... "size") read straight
+// into rows: the answer the tree gives, without the tree. Nothing when the
+// entries have another shape; then the tree decides.
+std::optional<std::optional<QVariantList>> asListOfRows(const Entries &entries)
+{
+    // Rows are short; a longer one goes the general way.
+    constexpr qsizetype longestRow = 64;
+    struct Row
+    {
+        bool seen = false;
+        std::optional<QVariant> size;
+        std::vector<std::optional<QVariant>> items;
+        qsizetype itemCount = 0;
+    };
+    std::vector<Row> rows;
+    std::optional<QVariant> size;
+    qsizetype rowCount = 0;
+    for (const auto &[key, value] : entries) {
+        const QStringView path = QStringView(key).sliced(key.indexOf(u'/') + 1);
+        if (path == u"size") {
+            size = value;
+            continue;
+        }
+        const qsizetype slash = path.indexOf(u'/');
+        const std::optional<qsizetype> row =
+            slash < 0 ? std::nullopt : indexOf(path.first(slash), entries.size());
+        if (!row)
+            return std::nullopt;
+        if (rows.size() <= size_t(*row))
+            rows.resize(size_t(*row) + 1);
+        Row &r = rows[size_t(*row)];
+        if (!r.seen) {
+            r.seen = true;
+            ++rowCount;
+        }
+        const QStringView rest = path.sliced(slash + 1);
+        if (rest == u"size") {
+            r.size = value;
+            continue;
+        }
+        const std::optional<qsizetype> item = indexOf(rest, longestRow);
+        if (!item)
+            return std::nullopt;
+        if (r.items.size() <= size_t(*item))
+            r.items.resize(size_t(*item) + 1);
+        if (!r.items[size_t(*item)])
+            ++r.itemCount;
+        r.items[size_t(*item)] = value;
+    }
+    const std::optional<qsizetype> count = listSize(size, rowCount + (size ? 1 : 0));
+    if (!count)
+        return std::optional<QVariantList>();
+    QVariantList list;
+    list.reserve(*count);
+    for (qsizetype i = 1; i <= *count; ++i) {
+        if (size_t(i) >= rows.size() || !rows[size_t(i)].seen)
+            return std::optional<QVariantList>();
+        const Row &r = rows[size_t(i)];
+        const std::optional<qsizetype> length = listSize(r.size, r.itemCount + (r.size ? 1 : 0));
+        if (!length)
+            return std::optional<QVariantList>();
+        QVariantList items;
+        items.reserve(*length);
+        for (qsizetype j = 1; j <= *length; ++j) {
+            if (size_t(j) >= r.items.size() || !r.items[size_t(j)] ||
+                !r.items[size_t(j)]->isValid())
+                return std::optional<QVariantList>();
+            items.append(*r.items[size_t(j)]);
+        }
+        list.append(QVariant(std::move(items)));
+    }
+    return list;
+}
+
 // The group as one list, if it is one.
 std::optional<QVariantList> asList(const Entries &entries)
 {
+    if (std::optional<std::optional<QVariantList>> rows = asListOfRows(entries))
+        return std::move(*rows);
     Tree tree(1);
     tree.reserve(size_t(entries.size()) * 2 + 1);
     for (const auto &[key, value] : entries) {
@@ -535,23 +640,34 @@ void appendEntry(QByteArray &out, QStringView key, const QVariant &value)
 // Entries 1 to n in order, then "size", as QSettings lays out an array.
 // `prefix` is the escaped key of the list inside its section, with its
 // trailing backslash, or empty for the section's own list.
-void appendList(QByteArray &out, const QByteArray &prefix, const QVariantList &list)
+void appendNumber(QByteArray &out, qsizetype number)
 {
+    char digits[24];
+    const auto end = std::to_chars(std::begin(digits), std::end(digits), number).ptr;
+    out.append(digits, end - digits);
+}
+
+void appendList(QByteArray &out, QByteArray &prefix, const QVariantList &list)
+{
+    const qsizetype prefixLength = prefix.size();
     for (qsizetype i = 0; i < list.size(); ++i) {
-        const QByteArray entry = prefix + QByteArray::number(i + 1);
+        prefix.truncate(prefixLength);
+        appendNumber(prefix, i + 1);
         const QVariant &item = list.at(i);
         if (item.typeId() == QMetaType::QVariantList) {
-            appendList(out, entry + '\\', item.toList());
+            prefix += '\\';
+            appendList(out, prefix, item.toList());
             continue;
         }
-        out += entry;
+        out += prefix;
         out += '=';
         appendValue(out, item);
         out += '\n';
     }
+    prefix.truncate(prefixLength);
     out += prefix;
     out += "size=";
-    out += QByteArray::number(list.size());
+    appendNumber(out, list.size());
     out += '\n';
 }
 
@@ -647,7 +763,8 @@ QByteArray serialize(const Values &values)
         appendSectionHeader(out, section.key());
         for (const Values::const_iterator &it : *section) {
             if (it.value().typeId() == QMetaType::QVariantList) {
-                appendList(out, QByteArray(), it.value().toList());
+                QByteArray prefix;
+                appendList(out, prefix, it.value().toList());
                 continue;
             }
             const QStringView key = section.key().isEmpty()
