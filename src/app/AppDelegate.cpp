@@ -73,6 +73,9 @@ int AppDelegate::run(QGuiApplication &app, const Options &options)
     loadBundledFonts();
 
     FileSettingsStore settings;
+    // A change shows at once; the checked write of the file follows on the
+    // store's own thread, so a long favorites list never holds up a frame.
+    settings.writeInBackground();
     SystemClock clock;
     Session session(settings, clock, QLocale::system().uiLanguages(), appearance());
     session.phoneContacts = EvolutionAddressBooks::readAll;
@@ -133,6 +136,9 @@ int AppDelegate::run(QGuiApplication &app, const Options &options)
     }
 
     const int status = app.exec();
+    // The last changes reach the disk before we go, and a failure among
+    // them is still told (in the debug log, the window being gone).
+    settings.waitForWrites();
     if (options.traceStartup)
         std::printf("peak-rss-kb %s\n", peakResidentKilobytes().constData());
     return status;

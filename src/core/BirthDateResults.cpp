@@ -13,6 +13,17 @@ void BirthDateResults::compute(const QDateTime &birth, const QDateTime &now)
     lookUpPlanet();
 }
 
+bool BirthDateResults::findsEverything(const QDateTime &birth)
+{
+    const std::optional<int> year = ChineseZodiac::yearOf(birth);
+    if (!year)
+        return false;
+    const QDate date = birth.toLocalTime().date();
+    return WesternZodiac::signIndex(date.day(), date.month()).has_value() &&
+           WesternZodiac::planetForElement(UiStrings::english(ChineseZodiac::element(*year)))
+               .has_value();
+}
+
 void BirthDateResults::lookUpChineseYear(const QDateTime &birth)
 {
     const std::optional<int> year = ChineseZodiac::yearOf(birth);

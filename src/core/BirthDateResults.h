@@ -15,6 +15,9 @@ class BirthDateResults
 public:
     // Age, Chinese year, Western sign, then the planet of the Chinese element.
     void compute(const QDateTime &birth, const QDateTime &now);
+    // Whether compute() finds every lookup for `birth`, so that nothing is
+    // carried over from the computation before it.
+    static bool findsEverything(const QDateTime &birth);
 
     const AgeFacts &age() const { return m_age; }
     const QString &zodiacSign() const { return m_zodiacSign; }

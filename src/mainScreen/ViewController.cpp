@@ -218,13 +218,19 @@ QString ViewController::todaysBirthdaysText()
     }
     // Each favorite is looked at in turn, in order, and the wheels, the
     // report and the stored date are left on the last one, as reporting on
-    // each in turn would. Only the last report needs its texts, and only its
-    // date needs to reach the disk. The dates are read as midnight in UTC,
-    // as the greeting always has.
+    // each in turn would. Only the last report needs its texts, only its
+    // date needs to reach the disk, and only favorites near a birthday or a
+    // round age need their ages worked out. The dates are read as midnight
+    // in UTC, as the greeting always has.
     QString greeting;
     const DatePattern &recordDate = DatePattern::stored();
     const QDateTime now = m_session.clock.now();
-    QDateTime last;
+    const QDate today = now.toLocalTime().date();
+    const auto birthOf = [](QDate date) {
+        return QDateTime(date, QTime(0, 0), Qt::UTC).toLocalTime();
+    };
+    QList<QDate> dates;
+    dates.reserve(favorites.count());
     for (qsizetype i = 0; i < favorites.count(); ++i) {
         const Favorite favorite = favorites.at(i);
         const std::optional<QDate> date = recordDate.parse(favorite.birthday);
@@ -232,13 +238,21 @@ QString ViewController::todaysBirthdaysText()
             fatalError(u"favorite %1 has the birthday \"%2\", which is not a date"_s.arg(i).arg(
                 favorite.birthday));
         }
-        last = QDateTime(*date, QTime(0, 0), Qt::UTC).toLocalTime();
-        // The results carry a lookup that finds nothing over from the one
-        // before, so each favorite's are worked out in order.
-        m_session.results.compute(last, now);
-        greeting += birthdayGreetingLine(favorite.name, m_session.results.age(), m_session.strings);
+        dates.append(*date);
+        if (birthdayGreetingMayApply(*date, today)) {
+            greeting += birthdayGreetingLine(favorite.name, computeAge(birthOf(*date), now),
+                                             m_session.strings);
+        }
     }
-    setPicker(last);
+    // The results carry a lookup that finds nothing over from the one
+    // before: they are worked out from the last favorite that leaves nothing
+    // to carry, on to the last one.
+    qsizetype first = dates.size() - 1;
+    while (first > 0 && !BirthDateResults::findsEverything(birthOf(dates.at(first))))
+        --first;
+    for (qsizetype i = first; i < dates.size(); ++i)
+        m_session.results.compute(birthOf(dates.at(i)), now);
+    setPicker(birthOf(dates.constLast()));
     composeReport();
     return greeting;
 }

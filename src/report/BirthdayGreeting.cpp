@@ -22,6 +22,32 @@ bool isMilestone(const std::array<qint64, N> &milestones, qint64 value)
 
 } // namespace
 
+bool birthdayGreetingMayApply(QDate birthDate, QDate today)
+{
+    // The facts count from the birth instant in local time, up to a day away
+    // from the record date, and to the time of day now; three days and
+    // three months either side cover both. The counts are read back from
+    // their text without a sign, so a date to come counts as well.
+    constexpr qint64 margin = 3;
+    const qint64 toBirthday = daysToNextBirthday(birthDate, today);
+    if (toBirthday <= margin || toBirthday >= 365 - margin)
+        return true;
+    const qint64 days = birthDate.daysTo(today);
+    for (qint64 d = days - margin; d <= days + margin; ++d) {
+        const qint64 count = d < 0 ? -d : d;
+        if (isMilestone(dayMilestones, count) ||
+            (count % 7 == 0 && isMilestone(weekMilestones, count / 7)))
+            return true;
+    }
+    const qint64 months =
+        (qint64(today.year()) - birthDate.year()) * 12 + today.month() - birthDate.month();
+    for (qint64 m = months - margin; m <= months + margin; ++m) {
+        if (isMilestone(monthMilestones, m < 0 ? -m : m))
+            return true;
+    }
+    return false;
+}
+
 QString birthdayGreetingLine(const QString &name, const AgeFacts &age, const UiStrings &strings)
 {
     const QString paragraphEnd = QStringLiteral("\n\n");

@@ -12,3 +12,9 @@ class UiStrings;
 // days old!"), each followed by an empty line. Empty when there is nothing
 // to say.
 QString birthdayGreetingLine(const QString &name, const AgeFacts &age, const UiStrings &strings);
+
+// Whether the greeting may have something to say today of someone whose
+// record date is `birthDate` (`today` in local time): a birthday or a round
+// age within a few days. Where it says no, the line is empty, so a long list
+// needs the full facts of only a few.
+bool birthdayGreetingMayApply(QDate birthDate, QDate today);

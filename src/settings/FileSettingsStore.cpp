@@ -5,6 +5,8 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QMetaObject>
+#include <QObject>
 #include <QStandardPaths>
 #include <QThread>
 #include <algorithm>
@@ -32,6 +34,15 @@ FileSettingsStore::FileSettingsStore(QString filePath, AtomicFileWriter writer)
 
 FileSettingsStore::~FileSettingsStore()
 {
+    if (m_thread.joinable()) {
+        waitForWrites();
+        {
+            const std::lock_guard lock(m_mutex);
+            m_stopping = true;
+        }
+        m_wake.notify_all();
+        m_thread.join();
+    }
     if (m_lockHandle >= 0)
         ::close(m_lockHandle);
 }
@@ -42,10 +53,46 @@ QString FileSettingsStore::defaultPath()
            QStringLiteral("/tavlo/tavlo.conf");
 }
 
+void FileSettingsStore::writeInBackground()
+{
+    if (m_thread.joinable())
+        return;
+    m_home = std::make_unique<QObject>();
+    m_thread = std::thread([this] { runWriter(); });
+}
+
+void FileSettingsStore::waitForWrites()
+{
+    {
+        std::unique_lock lock(m_mutex);
+        m_idle.wait(lock, [this] { return !m_pending && !m_writing; });
+    }
+    tellFailures();
+}
+
+void FileSettingsStore::tellFailures()
+{
+    QList<WriteResult> failures;
+    {
+        const std::lock_guard lock(m_mutex);
+        failures.swap(m_failures);
+    }
+    for (const WriteResult &failure : std::as_const(failures))
+        reportFailure(failure);
+}
+
 void FileSettingsStore::refresh()
 {
-    if (!batching())
-        reloadIfReplaced();
+    if (batching())
+        return;
+    {
+        // While our own write is under way the lock keeps every other
+        // process out: what we hold is the newest there is.
+        const std::lock_guard lock(m_mutex);
+        if (m_lockHolds > 0)
+            return;
+    }
+    reloadIfReplaced();
 }
 
 std::optional<FileSettingsStore::FileVersion> FileSettingsStore::currentVersion() const
@@ -60,6 +107,7 @@ std::optional<FileSettingsStore::FileVersion> FileSettingsStore::currentVersion(
 
 void FileSettingsStore::reloadIfReplaced()
 {
+    const std::lock_guard lock(m_mutex);
     const std::optional<FileVersion> version = currentVersion();
     if (m_loaded && version == m_seen)
         return;
@@ -70,8 +118,8 @@ void FileSettingsStore::reloadIfReplaced()
     m_values = IniFormat::parse(text);
     for (auto it = m_unsaved.cbegin(); it != m_unsaved.cend(); ++it) {
         removeGroup(it.key());
-        if (it.value())
-            m_values.insert(it.key(), *it.value());
+        if (it->value)
+            m_values.insert(it.key(), *it->value);
     }
     m_seen = version;
     if (m_loaded)
@@ -84,47 +132,118 @@ void FileSettingsStore::reloadIfReplaced()
 // nothing to wait out or to clean up.
 void FileSettingsStore::beginExclusive()
 {
+    {
+        const std::lock_guard lock(m_mutex);
+        if (m_lockHolds > 0) {
+            // Our writer holds it: no other process can have written since
+            // we last looked.
+            ++m_lockHolds;
+            return;
+        }
+    }
     const QString lockPath = lockFileName();
     QDir().mkpath(QFileInfo(lockPath).absolutePath());
-    m_lockHandle =
+    int handle =
         ::open(QFile::encodeName(lockPath).constData(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
     // A folder we cannot create files in cannot take the settings file
     // either; the write will say so.
-    if (m_lockHandle >= 0) {
+    if (handle >= 0) {
         const QDeadlineTimer deadline(lockPatience);
         unsigned long pause = 1;
-        while (::flock(m_lockHandle, LOCK_EX | LOCK_NB) != 0) {
+        while (::flock(handle, LOCK_EX | LOCK_NB) != 0) {
             if ((errno != EWOULDBLOCK && errno != EINTR) || deadline.hasExpired()) {
                 qWarning("tavlo: %s is still locked; going on without it", qPrintable(lockPath));
-                ::close(m_lockHandle);
-                m_lockHandle = -1;
+                ::close(handle);
+                handle = -1;
                 break;
             }
             QThread::msleep(pause);
             pause = std::min(pause * 2, 4ul);
         }
     }
+    {
+        const std::lock_guard lock(m_mutex);
+        m_lockHandle = handle;
+        m_lockHolds = 1;
+    }
     reloadIfReplaced();
 }
 
 void FileSettingsStore::endExclusive()
 {
-    if (m_lockHandle >= 0) {
+    const std::lock_guard lock(m_mutex);
+    releaseLock();
+}
+
+void FileSettingsStore::releaseLock()
+{
+    if (--m_lockHolds > 0)
+        return;
+    if (m_lockHandle >= 0)
         ::close(m_lockHandle);
-        m_lockHandle = -1;
-    }
+    m_lockHandle = -1;
 }
 
 WriteResult FileSettingsStore::flush()
 {
+    std::unique_lock lock(m_mutex);
     if (m_unsaved.isEmpty())
         return {};
+    if (m_thread.joinable()) {
+        // Already on its way, or about to be: nothing new to hand over.
+        if (m_handedOver == m_changeCount && (m_pending || m_writing))
+            return {};
+        // The values are shared, not copied: the writer reads its own
+        // snapshot while we go on changing ours.
+        m_pending = Write{m_values, m_changeCount};
+        m_handedOver = m_changeCount;
+        if (!m_writerHoldsLock) {
+            m_writerHoldsLock = true;
+            ++m_lockHolds;
+        }
+        lock.unlock();
+        m_wake.notify_one();
+        return {};
+    }
     const WriteResult result = m_writer.write(m_path, IniFormat::serialize(m_values));
     if (result) {
         m_unsaved.clear();
         m_seen = currentVersion();
     }
     return result;
+}
+
+void FileSettingsStore::runWriter()
+{
+    std::unique_lock lock(m_mutex);
+    for (;;) {
+        m_wake.wait(lock, [this] { return m_stopping || m_pending; });
+        if (!m_pending)
+            return;
+        Write write = std::move(*m_pending);
+        m_pending.reset();
+        m_writing = true;
+        lock.unlock();
+        const WriteResult result = m_writer.write(m_path, IniFormat::serialize(write.values));
+        write.values = {};
+        lock.lock();
+        m_writing = false;
+        if (result) {
+            // What changed after this state stays to be written.
+            for (auto it = m_unsaved.begin(); it != m_unsaved.end();)
+                it = it->change <= write.change ? m_unsaved.erase(it) : std::next(it);
+            m_seen = currentVersion();
+        } else {
+            m_failures.append(result);
+            QMetaObject::invokeMethod(
+                m_home.get(), [this] { tellFailures(); }, Qt::QueuedConnection);
+        }
+        if (!m_pending) {
+            m_writerHoldsLock = false;
+            releaseLock();
+            m_idle.notify_all();
+        }
+    }
 }
 
 QVariant FileSettingsStore::read(const QString &key) const
@@ -143,15 +262,51 @@ void FileSettingsStore::removeGroup(const QString &key)
         it = m_values.erase(it);
 }
 
+// Whether the file would say the same after writing `value` under `key`:
+// then there is nothing to write. Numbers and truth values read back as
+// their text.
+bool FileSettingsStore::holdsValue(const QString &key, const QVariant &value) const
+{
+    const auto found = m_values.constFind(key);
+    if (found == m_values.cend())
+        return false;
+    const auto next = std::next(found);
+    if (next != m_values.cend() && next.key().startsWith(key + u'/'))
+        return false;
+    const QVariant &held = *found;
+    if (held.typeId() == value.typeId())
+        return held == value;
+    const auto isText = [](const QVariant &v) { return v.typeId() == QMetaType::QString; };
+    const auto isScalar = [](const QVariant &v) {
+        switch (v.typeId()) {
+        case QMetaType::Bool:
+        case QMetaType::Int:
+        case QMetaType::LongLong:
+        case QMetaType::UInt:
+        case QMetaType::ULongLong:
+            return true;
+        default:
+            return false;
+        }
+    };
+    if ((isText(held) && isScalar(value)) || (isScalar(held) && isText(value)))
+        return held.toString() == value.toString();
+    return false;
+}
+
 void FileSettingsStore::write(const QString &key, const QVariant &value)
 {
+    if (holdsValue(key, value))
+        return;
     removeGroup(key);
     m_values.insert(key, value);
-    m_unsaved.insert(key, value);
+    const std::lock_guard lock(m_mutex);
+    m_unsaved.insert(key, {value, ++m_changeCount});
 }
 
 void FileSettingsStore::erase(const QString &key)
 {
     removeGroup(key);
-    m_unsaved.insert(key, std::nullopt);
+    const std::lock_guard lock(m_mutex);
+    m_unsaved.insert(key, {std::nullopt, ++m_changeCount});
 }

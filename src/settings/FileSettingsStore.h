@@ -6,7 +6,13 @@
 #include "settings/SettingsStore.h"
 
 #include <QMap>
+#include <condition_variable>
+#include <memory>
+#include <mutex>
 #include <optional>
+#include <thread>
+
+class QObject;
 
 // The settings store on disk: the INI file $XDG_CONFIG_HOME/tavlo/tavlo.conf,
 // in the dialect of Qt's QSettings (see IniFormat), with the favorites
@@ -29,6 +35,17 @@
 // lockFileName() while it runs and starts by reading the file again if
 // another process replaced it, so a read-modify-write inside a batch is one
 // step across processes.
+//
+// The app writes in the background (writeInBackground()): a change takes
+// effect in memory at once and a thread of the store's own writes the file,
+// with the same checks, while the screen goes on. The lock stays held from
+// the batch that made the change until its write is done, so no other
+// process comes between. Changes made while a write runs are written
+// together after it: the newest state is what reaches the disk. A write that
+// failed reaches the failure handler on the thread that chose to write in
+// the background, and its changes are written again with the next change.
+// The command line and the tests keep the plain way: a change returns only
+// once it is on the disk.
 class FileSettingsStore final : public SettingsStore
 {
 public:
@@ -42,6 +59,15 @@ public:
     QString lockFileName() const { return m_path + QStringLiteral(".update-lock"); }
 
     void refresh() override;
+
+    // From now on, batches hand their writes to the store's own thread and
+    // return at once (reporting success: a failure comes later, through the
+    // failure handler, on this thread's event loop).
+    void writeInBackground();
+    // Waits until every change handed over is on the disk or has failed,
+    // and tells the failure handler of failures not yet told. The app calls
+    // it before it quits; the destructor does too.
+    void waitForWrites();
 
 protected:
     QVariant read(const QString &key) const override;
@@ -66,15 +92,52 @@ private:
     // Reads the file again if it is not the one we read or wrote last.
     void reloadIfReplaced();
     void removeGroup(const QString &key);
+    bool holdsValue(const QString &key, const QVariant &value) const;
+    // Lets go of one hold on the update lock (a batch's, or the writer's
+    // while it has a write to do); the last one releases it. Under m_mutex.
+    void releaseLock();
+    void runWriter();
+    void tellFailures();
+
+    struct Unsaved
+    {
+        std::optional<QVariant> value;
+        // Which change made it: a write of a later state saves it.
+        quint64 change = 0;
+    };
 
     QString m_path;
     AtomicFileWriter m_writer;
+    // Read and changed only by the thread that uses the store.
     IniFormat::Values m_values;
+    bool m_loaded = false;
+    quint64 m_changeCount = 0;
+    quint64 m_handedOver = 0;
+
+    // What the writer thread shares, under m_mutex.
+    mutable std::mutex m_mutex;
     // Our changes since the last successful write: put back on top of what
     // another process wrote, and written with the next change.
-    QMap<QString, std::optional<QVariant>> m_unsaved;
+    QMap<QString, Unsaved> m_unsaved;
     std::optional<FileVersion> m_seen;
-    bool m_loaded = false;
-    // The open lock file while a batch holds it, else -1.
+    // The open lock file while held, else -1, and how many hold it: the
+    // open batch, and the writer thread while it has a write to do.
     int m_lockHandle = -1;
+    int m_lockHolds = 0;
+
+    struct Write
+    {
+        IniFormat::Values values;
+        quint64 change = 0;
+    };
+    std::optional<Write> m_pending;
+    bool m_writing = false;
+    bool m_writerHoldsLock = false;
+    bool m_stopping = false;
+    QList<WriteResult> m_failures;
+    std::condition_variable m_wake;
+    std::condition_variable m_idle;
+    std::thread m_thread;
+    // Lives on the thread that chose the background; failures are told there.
+    std::unique_ptr<QObject> m_home;
 };

@@ -1,8 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "settings/IniFormat.h"
 
+#include <QHash>
 #include <QStringList>
+#include <algorithm>
+#include <charconv>
+#include <iterator>
 #include <optional>
+#include <vector>
 
 namespace IniFormat {
 namespace {
@@ -77,8 +82,17 @@ std::optional<Line> nextLine(QByteArrayView data, qsizetype &pos)
     return line;
 }
 
+bool isPlainKeyChar(char c)
+{
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_' ||
+           c == '-' || c == '.' || c == '\\';
+}
+
 QString unescapedKey(QByteArrayView text)
 {
+    // Most keys ("1\\2", "color") have nothing to decode.
+    if (std::all_of(text.begin(), text.end(), isPlainKeyChar))
+        return QString::fromLatin1(text).replace(u'\\', u'/');
     const QString decoded = QString::fromUtf8(text);
     QString key;
     key.reserve(decoded.size());
@@ -118,6 +132,18 @@ void chopTrailingBlanks(QString &text, qsizetype limit)
 // The text after '=': quotes, escapes, and unquoted commas that make a list.
 QVariant unescapedValue(QByteArrayView text)
 {
+    // Most values ("Anna", "12 3 1985") are plain text between blanks.
+    if (std::none_of(text.begin(), text.end(),
+                     [](char c) { return c == '\\' || c == '"' || c == ','; })) {
+        const auto isBlank = [](char c) { return c == ' ' || c == '\t'; };
+        qsizetype begin = 0;
+        qsizetype end = text.size();
+        while (begin < end && isBlank(text[begin]))
+            ++begin;
+        while (end > begin && isBlank(text[end - 1]))
+            --end;
+        return QString::fromUtf8(text.sliced(begin, end - begin));
+    }
     QString current;
     QStringList items;
     bool isList = false;
@@ -269,37 +295,72 @@ QVariant typedValue(const QVariant &unescaped, QByteArrayView raw)
     return text;
 }
 
-// A group's entries as a tree, to find the lists among them.
+// A group's entries as a tree, to find the lists among them. The nodes live
+// in one array; a node's children are found by name, a view into the keys:
+// by looking through a few, by hash when there are many (a list's items).
 struct Node
 {
     QVariant value;
     bool hasValue = false;
-    QMap<QString, Node> children;
+    std::vector<std::pair<QStringView, qsizetype>> children;
+    QHash<QStringView, qsizetype> index;
+
+    static constexpr size_t fewChildren = 8;
+
+    std::optional<qsizetype> child(QStringView name) const
+    {
+        if (children.size() > fewChildren) {
+            const auto found = index.constFind(name);
+            return found == index.cend() ? std::nullopt : std::optional(*found);
+        }
+        for (const auto &[childName, at] : children) {
+            if (childName == name)
+                return at;
+        }
+        return std::nullopt;
+    }
+    void addChild(QStringView name, qsizetype at)
+    {
+        children.emplace_back(name, at);
+        if (children.size() == fewChildren + 1) {
+            index.reserve(qsizetype(children.size()) * 2);
+            for (const auto &[childName, childAt] : children)
+                index.insert(childName, childAt);
+        } else if (children.size() > fewChildren + 1) {
+            index.insert(name, at);
+        }
+    }
 };
+using Tree = std::vector<Node>;
 
 // A list as QSettings' array reading sees one: a "size" of n >= 0, at least
 // n other entries, and entries 1 to n, each a value or a list itself.
-std::optional<QVariantList> asList(const Node &group)
+std::optional<QVariantList> asList(const Tree &tree, qsizetype at)
 {
-    const auto sizeEntry = group.children.constFind(QStringLiteral("size"));
-    if (sizeEntry == group.children.cend() || !sizeEntry->hasValue ||
-        sizeEntry->value.typeId() != QMetaType::QString)
+    const Node &group = tree[size_t(at)];
+    const std::optional<qsizetype> sizeEntry = group.child(u"size");
+    if (!sizeEntry)
+        return std::nullopt;
+    const Node &sizeNode = tree[size_t(*sizeEntry)];
+    if (!sizeNode.hasValue || sizeNode.value.typeId() != QMetaType::QString)
         return std::nullopt;
     bool ok = false;
-    const qint64 size = sizeEntry->value.toString().toLongLong(&ok);
-    if (!ok || size < 0 || size > group.children.size() - 1)
+    const qint64 size = sizeNode.value.toString().toLongLong(&ok);
+    if (!ok || size < 0 || size > qint64(group.children.size()) - 1)
         return std::nullopt;
     QVariantList list;
     list.reserve(size);
     for (qint64 i = 1; i <= size; ++i) {
-        const auto entry = group.children.constFind(QString::number(i));
-        if (entry == group.children.cend())
+        const QString name = QString::number(i);
+        const std::optional<qsizetype> entry = group.child(name);
+        if (!entry)
             return std::nullopt;
-        if (entry->hasValue) {
-            if (!entry->value.isValid())
+        const Node &node = tree[size_t(*entry)];
+        if (node.hasValue) {
+            if (!node.value.isValid())
                 return std::nullopt;
-            list.append(entry->value);
-        } else if (std::optional<QVariantList> inner = asList(*entry)) {
+            list.append(node.value);
+        } else if (std::optional<QVariantList> inner = asList(tree, *entry)) {
             list.append(QVariant(std::move(*inner)));
         } else {
             return std::nullopt;
@@ -308,33 +369,132 @@ std::optional<QVariantList> asList(const Node &group)
     return list;
 }
 
-// Replaces each top-level group that is a list by one QVariantList value.
-void foldLists(Values &values)
+// The entries of one top-level group in file order, full keys.
+using Entries = QList<std::pair<QString, QVariant>>;
+
+// An index as QSettings writes one: digits without a leading zero, here at
+// most `limit`.
+std::optional<qsizetype> indexOf(QStringView text, qsizetype limit)
 {
-    QMap<QString, Node> groups;
-    for (auto it = values.cbegin(); it != values.cend(); ++it) {
-        const qsizetype slash = it.key().indexOf(u'/');
-        if (slash < 0)
-            continue;
-        Node *node = &groups[it.key().first(slash)];
-        for (const QStringView part : QStringView(it.key()).sliced(slash + 1).split(u'/'))
-            node = &node->children[part.toString()];
-        node->value = it.value();
-        node->hasValue = true;
+    if (text.isEmpty() || text.size() > 9 || text.front() == u'0')
+        return std::nullopt;
+    qsizetype number = 0;
+    for (const QChar c : text) {
+        if (c < u'0' || c > u'9')
+            return std::nullopt;
+        number = number * 10 + (c.unicode() - u'0');
     }
-    for (auto group = groups.cbegin(); group != groups.cend(); ++group) {
-        // A value under the group's own name is what a read of it finds.
-        if (values.contains(group.key()))
+    return number <= limit ? std::optional(number) : std::nullopt;
+}
+
+// The size entry of a list of `children` entries in all, if it is one.
+std::optional<qsizetype> listSize(const std::optional<QVariant> &entry, qsizetype children)
+{
+    if (!entry || entry->typeId() != QMetaType::QString)
+        return std::nullopt;
+    bool ok = false;
+    const qint64 size = entry->toString().toLongLong(&ok);
+    if (!ok || size < 0 || size > children - 1)
+        return std::nullopt;
+    return size;
+}
+
+// The favorites' shape ("1/1", "1/2", "1/size" ... "size") read straight
+// into rows: the answer the tree gives, without the tree. Nothing when the
+// entries have another shape; then the tree decides.
+std::optional<std::optional<QVariantList>> asListOfRows(const Entries &entries)
+{
+    // Rows are short; a longer one goes the general way.
+    constexpr qsizetype longestRow = 64;
+    struct Row
+    {
+        bool seen = false;
+        std::optional<QVariant> size;
+        std::vector<std::optional<QVariant>> items;
+        qsizetype itemCount = 0;
+    };
+    std::vector<Row> rows;
+    std::optional<QVariant> size;
+    qsizetype rowCount = 0;
+    for (const auto &[key, value] : entries) {
+        const QStringView path = QStringView(key).sliced(key.indexOf(u'/') + 1);
+        if (path == u"size") {
+            size = value;
             continue;
-        std::optional<QVariantList> list = asList(*group);
-        if (!list)
+        }
+        const qsizetype slash = path.indexOf(u'/');
+        const std::optional<qsizetype> row =
+            slash < 0 ? std::nullopt : indexOf(path.first(slash), entries.size());
+        if (!row)
+            return std::nullopt;
+        if (rows.size() <= size_t(*row))
+            rows.resize(size_t(*row) + 1);
+        Row &r = rows[size_t(*row)];
+        if (!r.seen) {
+            r.seen = true;
+            ++rowCount;
+        }
+        const QStringView rest = path.sliced(slash + 1);
+        if (rest == u"size") {
+            r.size = value;
             continue;
-        const QString prefix = group.key() + u'/';
-        auto it = values.lowerBound(prefix);
-        while (it != values.end() && it.key().startsWith(prefix))
-            it = values.erase(it);
-        values.insert(group.key(), QVariant(std::move(*list)));
+        }
+        const std::optional<qsizetype> item = indexOf(rest, longestRow);
+        if (!item)
+            return std::nullopt;
+        if (r.items.size() <= size_t(*item))
+            r.items.resize(size_t(*item) + 1);
+        if (!r.items[size_t(*item)])
+            ++r.itemCount;
+        r.items[size_t(*item)] = value;
     }
+    const std::optional<qsizetype> count = listSize(size, rowCount + (size ? 1 : 0));
+    if (!count)
+        return std::optional<QVariantList>();
+    QVariantList list;
+    list.reserve(*count);
+    for (qsizetype i = 1; i <= *count; ++i) {
+        if (size_t(i) >= rows.size() || !rows[size_t(i)].seen)
+            return std::optional<QVariantList>();
+        const Row &r = rows[size_t(i)];
+        const std::optional<qsizetype> length = listSize(r.size, r.itemCount + (r.size ? 1 : 0));
+        if (!length)
+            return std::optional<QVariantList>();
+        QVariantList items;
+        items.reserve(*length);
+        for (qsizetype j = 1; j <= *length; ++j) {
+            if (size_t(j) >= r.items.size() || !r.items[size_t(j)] ||
+                !r.items[size_t(j)]->isValid())
+                return std::optional<QVariantList>();
+            items.append(*r.items[size_t(j)]);
+        }
+        list.append(QVariant(std::move(items)));
+    }
+    return list;
+}
+
+// The group as one list, if it is one.
+std::optional<QVariantList> asList(const Entries &entries)
+{
+    if (std::optional<std::optional<QVariantList>> rows = asListOfRows(entries))
+        return std::move(*rows);
+    Tree tree(1);
+    tree.reserve(size_t(entries.size()) * 2 + 1);
+    for (const auto &[key, value] : entries) {
+        qsizetype node = 0;
+        for (const QStringView part : QStringView(key).sliced(key.indexOf(u'/') + 1).split(u'/')) {
+            if (const std::optional<qsizetype> found = tree[size_t(node)].child(part)) {
+                node = *found;
+                continue;
+            }
+            tree.emplace_back();
+            tree[size_t(node)].addChild(part, qsizetype(tree.size() - 1));
+            node = qsizetype(tree.size() - 1);
+        }
+        tree[size_t(node)].value = value;
+        tree[size_t(node)].hasValue = true;
+    }
+    return asList(tree, 0);
 }
 
 // ---- Writing --------------------------------------------------------------
@@ -480,23 +640,34 @@ void appendEntry(QByteArray &out, QStringView key, const QVariant &value)
 // Entries 1 to n in order, then "size", as QSettings lays out an array.
 // `prefix` is the escaped key of the list inside its section, with its
 // trailing backslash, or empty for the section's own list.
-void appendList(QByteArray &out, const QByteArray &prefix, const QVariantList &list)
+void appendNumber(QByteArray &out, qsizetype number)
 {
+    char digits[24];
+    const auto end = std::to_chars(std::begin(digits), std::end(digits), number).ptr;
+    out.append(digits, end - digits);
+}
+
+void appendList(QByteArray &out, QByteArray &prefix, const QVariantList &list)
+{
+    const qsizetype prefixLength = prefix.size();
     for (qsizetype i = 0; i < list.size(); ++i) {
-        const QByteArray entry = prefix + QByteArray::number(i + 1);
+        prefix.truncate(prefixLength);
+        appendNumber(prefix, i + 1);
         const QVariant &item = list.at(i);
         if (item.typeId() == QMetaType::QVariantList) {
-            appendList(out, entry + '\\', item.toList());
+            prefix += '\\';
+            appendList(out, prefix, item.toList());
             continue;
         }
-        out += entry;
+        out += prefix;
         out += '=';
         appendValue(out, item);
         out += '\n';
     }
+    prefix.truncate(prefixLength);
     out += prefix;
     out += "size=";
-    out += QByteArray::number(list.size());
+    appendNumber(out, list.size());
     out += '\n';
 }
 
@@ -521,6 +692,9 @@ Values parse(QByteArrayView text)
     if (text.startsWith("\xef\xbb\xbf"))
         text = text.sliced(3);
     Values values;
+    // Entries under a group ("person/1/1"), by group, to find the lists.
+    QHash<QString, qsizetype> groupIndex;
+    QList<std::pair<QString, Entries>> groups;
     QString section;
     qsizetype pos = 0;
     while (const std::optional<Line> line = nextLine(text, pos)) {
@@ -539,11 +713,33 @@ Values parse(QByteArrayView text)
         }
         if (line->equals < 0)
             continue;
-        const QString key = section + unescapedKey(line->text.first(line->equals).trimmed());
+        QString key = section + unescapedKey(line->text.first(line->equals).trimmed());
         const QByteArrayView raw = line->text.sliced(line->equals + 1);
-        values.insert(key, typedValue(unescapedValue(raw), raw.trimmed()));
+        QVariant value = typedValue(unescapedValue(raw), raw.trimmed());
+        const qsizetype slash = key.indexOf(u'/');
+        if (slash < 0) {
+            values.insert(key, value);
+            continue;
+        }
+        const QString group = key.first(slash);
+        auto found = groupIndex.constFind(group);
+        if (found == groupIndex.cend()) {
+            found = groupIndex.insert(group, groups.size());
+            groups.append({group, {}});
+        }
+        groups[*found].second.append({std::move(key), std::move(value)});
     }
-    foldLists(values);
+    for (const auto &[group, entries] : std::as_const(groups)) {
+        // A value under the group's own name is what a read of it finds.
+        if (!values.contains(group)) {
+            if (std::optional<QVariantList> list = asList(entries)) {
+                values.insert(group, QVariant(std::move(*list)));
+                continue;
+            }
+        }
+        for (const auto &[key, value] : entries)
+            values.insert(key, value);
+    }
     return values;
 }
 
@@ -567,7 +763,8 @@ QByteArray serialize(const Values &values)
         appendSectionHeader(out, section.key());
         for (const Values::const_iterator &it : *section) {
             if (it.value().typeId() == QMetaType::QVariantList) {
-                appendList(out, QByteArray(), it.value().toList());
+                QByteArray prefix;
+                appendList(out, prefix, it.value().toList());
                 continue;
             }
             const QStringView key = section.key().isEmpty()

@@ -50,8 +50,10 @@ std::optional<QStringList> toStringList(const QVariant &value)
         return value.toStringList();
     if (value.typeId() != QMetaType::QVariantList)
         return std::nullopt;
+    const QVariantList items = value.toList();
     QStringList result;
-    for (const QVariant &item : value.toList()) {
+    result.reserve(items.size());
+    for (const QVariant &item : items) {
         if (item.typeId() != QMetaType::QString)
             return std::nullopt;
         result.append(item.toString());
@@ -85,8 +87,8 @@ WriteResult SettingsStore::endBatch()
         return {};
     const WriteResult result = flush();
     endExclusive();
-    if (!result && m_failureHandler)
-        m_failureHandler(result);
+    if (!result)
+        reportFailure(result);
     return result;
 }
 
@@ -118,8 +120,10 @@ std::optional<QList<QStringList>> SettingsStore::value(const StringTableKey &key
     const QVariant stored = read(key.name);
     if (stored.typeId() != QMetaType::QVariantList)
         return std::nullopt;
+    const QVariantList rows = stored.toList();
     QList<QStringList> result;
-    for (const QVariant &row : stored.toList()) {
+    result.reserve(rows.size());
+    for (const QVariant &row : rows) {
         std::optional<QStringList> strings = toStringList(row);
         if (!strings)
             return std::nullopt;
@@ -146,6 +150,7 @@ WriteResult SettingsStore::set(const StringKey &key, const QString &value)
 WriteResult SettingsStore::set(const StringListKey &key, const QStringList &value)
 {
     QVariantList list;
+    list.reserve(value.size());
     for (const QString &item : value)
         list.append(item);
     return store(key.name, list);
@@ -154,8 +159,10 @@ WriteResult SettingsStore::set(const StringListKey &key, const QStringList &valu
 WriteResult SettingsStore::set(const StringTableKey &key, const QList<QStringList> &value)
 {
     QVariantList rows;
+    rows.reserve(value.size());
     for (const QStringList &row : value) {
         QVariantList strings;
+        strings.reserve(row.size());
         for (const QString &item : row)
             strings.append(item);
         rows.append(QVariant(strings));

@@ -60,6 +60,12 @@ public:
 
 protected:
     void noteChange() { ++m_changes; }
+    // Tells the failure handler of a write that failed after its batch ended.
+    void reportFailure(const WriteResult &failure)
+    {
+        if (m_failureHandler)
+            m_failureHandler(failure);
+    }
     bool batching() const { return m_batchDepth > 0; }
     // Makes the writes so far durable; stores that write at once need not.
     virtual WriteResult flush() { return {}; }

@@ -100,6 +100,47 @@ private slots:
         QTEST(greeting(Language::English, "Ben", computeAge(birth, at(2026, 11, 22, 12))),
               "expected");
     }
+
+    // The quick test at start must say yes wherever the full facts give a
+    // line, in zones far from UTC and around a change of the clocks, for
+    // dates past and to come; and no for nearly all the rest.
+    void mayApplyCoversEveryGreeting_data()
+    {
+        QTest::addColumn<QByteArray>("zone");
+        QTest::addColumn<QDateTime>("now");
+        const QDateTime noon = at(2026, 11, 22, 12);
+        const QDateTime clocksForward(QDate(2026, 3, 29), QTime(0, 30));
+        const QDateTime lateOnLeapDay(QDate(2024, 2, 29), QTime(23, 30));
+        QTest::newRow("Berlin, noon") << QByteArray("Europe/Berlin") << noon;
+        QTest::newRow("Berlin, clocks go forward") << QByteArray("Europe/Berlin") << clocksForward;
+        QTest::newRow("UTC+14, noon") << QByteArray("Pacific/Kiritimati") << noon;
+        QTest::newRow("UTC-11, late on 29 Feb") << QByteArray("Pacific/Pago_Pago") << lateOnLeapDay;
+    }
+    void mayApplyCoversEveryGreeting()
+    {
+        QFETCH(QByteArray, zone);
+        QFETCH(QDateTime, now);
+        TimeZoneScope scope(zone);
+        // The same wall-clock moment in this zone.
+        const QDateTime local(now.date(), now.time());
+        const QDate today = local.date();
+        UiStrings strings;
+        strings.apply(Language::English);
+        int checked = 0;
+        int passed = 0;
+        for (QDate date = today.addDays(-36600); date <= today.addDays(1100);
+             date = date.addDays(1)) {
+            const bool may = birthdayGreetingMayApply(date, today);
+            passed += may ? 1 : 0;
+            ++checked;
+            const QDateTime birth = QDateTime(date, QTime(0, 0), Qt::UTC).toLocalTime();
+            const QString line = birthdayGreetingLine("Ben", computeAge(birth, local), strings);
+            if (!line.isEmpty() && !may)
+                QFAIL(
+                    qPrintable(date.toString(Qt::ISODate) + QStringLiteral(": ") + line.trimmed()));
+        }
+        QVERIFY2(passed * 10 < checked, qPrintable(QString::number(passed)));
+    }
 };
 
 QTEST_GUILESS_MAIN(TestBirthdayGreeting)

@@ -4,6 +4,7 @@
 #include "settings/MemorySettingsStore.h"
 
 #include <QCoreApplication>
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QProcess>
@@ -11,6 +12,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 #include <QThread>
+#include <atomic>
 #include <cstdio>
 #include <memory>
 
@@ -44,6 +46,34 @@ int runChild(const QString &action, const QString &path, int number)
         QThread::sleep(60);
     }
     return 0;
+}
+
+// A disk for the background writer, which calls it from its own thread: it
+// can fail the flush with ENOSPC, and linger at the sync like a slow disk.
+struct TestDisk
+{
+    std::atomic<bool> full = false;
+    std::atomic<int> syncMilliseconds = 0;
+    std::atomic<int> renames = 0;
+
+    AtomicFileWriter writer()
+    {
+        return AtomicFileWriter([this](AtomicFileWriter::Step step) {
+            if (step == AtomicFileWriter::Step::Flush && full)
+                return ENOSPC;
+            if (step == AtomicFileWriter::Step::Sync)
+                QThread::msleep(syncMilliseconds);
+            if (step == AtomicFileWriter::Step::Rename)
+                ++renames;
+            return 0;
+        });
+    }
+};
+
+QByteArray contentsOf(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
 } // namespace
@@ -350,6 +380,153 @@ private slots:
         QCOMPARE(reader.value(day), 12);
         QCOMPARE(reader.value(year), 1985);
         QCOMPARE(reader.value(favorites)->size(), 2);
+    }
+
+    // Writing in the background: a full disk is told to the failure handler
+    // on our own thread, leaves the file as it was, and the change stays to
+    // go out with the next one.
+    void aBackgroundWriteOnAFullDiskIsToldAndKept()
+    {
+        const QString folder = m_dir.filePath(QStringLiteral("full"));
+        const auto mount = ScratchMount::tinyFilesystem(folder, 64 * 1024);
+        if (!mount->ok())
+            QSKIP(qPrintable(mount->why()));
+        const QString path = folder + QStringLiteral("/tavlo.conf");
+        FileSettingsStore(path).set(color, 1);
+        const QByteArray before = contentsOf(path);
+
+        FileSettingsStore store(path);
+        store.writeInBackground();
+        QList<WriteResult> told;
+        QList<QThread *> toldOn;
+        store.setFailureHandler([&](const WriteResult &failure) {
+            told.append(failure);
+            toldOn.append(QThread::currentThread());
+        });
+        QList<QStringList> many;
+        for (int i = 0; i < 4000; ++i)
+            many.append({QStringLiteral("Person %1").arg(i), QStringLiteral("1 2 1990")});
+        QVERIFY(store.set(favorites, many).ok());
+        QCOMPARE(store.value(favorites)->size(), 4000);
+        QTRY_COMPARE(told.size(), 1);
+        QCOMPARE(told.first().message(), "could not save " + path + ": No space left on device");
+        QCOMPARE(toldOn.first(), QThread::currentThread());
+        QCOMPARE(contentsOf(path), before);
+        // No half-written file is left beside it.
+        QCOMPARE(QDir(folder).entryList(QDir::Files),
+                 (QStringList{"tavlo.conf", "tavlo.conf.update-lock"}));
+
+        // Room again: the next change takes the kept one with it.
+        many.resize(10);
+        QVERIFY(store.set(favorites, many).ok());
+        store.set(day, 4);
+        store.waitForWrites();
+        QCOMPARE(told.size(), 1);
+        FileSettingsStore reader(copyOf(path));
+        QCOMPARE(reader.value(favorites)->size(), 10);
+        QCOMPARE(reader.value(day), 4);
+        QCOMPARE(reader.value(color), 1);
+    }
+
+    // A failed background write is kept and retried like a plain one, and
+    // waitForWrites() tells what failed before it returns.
+    void aFailedBackgroundWriteIsRetriedWithTheNextChange()
+    {
+        const QString path = freshIniPath();
+        FileSettingsStore(path).set(color, 1);
+        TestDisk disk;
+        disk.full = true;
+        FileSettingsStore store(path, disk.writer());
+        store.writeInBackground();
+        QList<WriteResult> told;
+        store.setFailureHandler([&](const WriteResult &failure) { told.append(failure); });
+        store.set(color, 5);
+        store.waitForWrites();
+        QCOMPARE(told.size(), 1);
+        QCOMPARE(store.value(color), 5);
+        QCOMPARE(FileSettingsStore(copyOf(path)).value(color), 1);
+
+        disk.full = false;
+        store.set(day, 9);
+        store.waitForWrites();
+        QCOMPARE(told.size(), 1);
+        FileSettingsStore reader(copyOf(path));
+        QCOMPARE(reader.value(color), 5);
+        QCOMPARE(reader.value(day), 9);
+    }
+
+    // Changes that come while a write runs are written together after it:
+    // the newest state is what the file ends with.
+    void aBurstEndsWithTheNewestStateOnDisk()
+    {
+        const QString path = freshIniPath();
+        TestDisk disk;
+        disk.syncMilliseconds = 20;
+        FileSettingsStore store(path, disk.writer());
+        store.writeInBackground();
+        for (int i = 1; i <= 50; ++i) {
+            SettingsBatch batch(store);
+            store.set(day, i % 28 + 1);
+            store.set(year, 1900 + i);
+            QVERIFY(batch.finish().ok());
+        }
+        store.waitForWrites();
+        QVERIFY2(disk.renames < 50, qPrintable(QString::number(disk.renames)));
+        FileSettingsStore reader(copyOf(path));
+        QCOMPARE(reader.value(day), 50 % 28 + 1);
+        QCOMPARE(reader.value(year), 1950);
+    }
+
+    void destructionWaitsForThePendingWrite()
+    {
+        const QString path = freshIniPath();
+        TestDisk disk;
+        disk.syncMilliseconds = 300;
+        {
+            FileSettingsStore store(path, disk.writer());
+            store.writeInBackground();
+            store.set(color, 6);
+        }
+        QCOMPARE(FileSettingsStore(copyOf(path)).value(color), 6);
+    }
+
+    // The update lock stays ours until the background write is done, so
+    // another process's change waits and lands on top of ours, not under it.
+    void aBackgroundWriteHoldsOtherProcessesBack()
+    {
+        const QString path = freshIniPath();
+        TestDisk disk;
+        disk.syncMilliseconds = 600;
+        FileSettingsStore store(path, disk.writer());
+        store.writeInBackground();
+        store.set(day, 12);
+        QProcess child;
+        child.start(QCoreApplication::applicationFilePath(), {childArgument, "color", path, "2"});
+        QVERIFY(child.waitForFinished(30000));
+        store.waitForWrites();
+        FileSettingsStore reader(copyOf(path));
+        QCOMPARE(reader.value(day), 12);
+        QCOMPARE(reader.value(color), 2);
+        // And we see theirs.
+        store.refresh();
+        QCOMPARE(store.value(color), 2);
+    }
+
+    // Setting what the file already says writes nothing.
+    void anUnchangedValueWritesNothing()
+    {
+        const QString path = freshIniPath();
+        TestDisk disk;
+        FileSettingsStore store(path, disk.writer());
+        store.set(color, 3);
+        store.set(moreDetails, true);
+        QCOMPARE(disk.renames, 2);
+        FileSettingsStore again(path, disk.writer());
+        QVERIFY(again.set(color, 3).ok());
+        QVERIFY(again.set(moreDetails, true).ok());
+        QCOMPARE(disk.renames, 2);
+        QVERIFY(again.set(color, 4).ok());
+        QCOMPARE(disk.renames, 3);
     }
 
     void wrongTypesReadAsDefaults_data()
