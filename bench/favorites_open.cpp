@@ -52,15 +52,11 @@ double median(QList<double> values)
     return values.at(values.size() / 2);
 }
 
-// From the press to the first frame: controller made and loaded (the list
-// read, sorted and written back), screen built, first frame rendered.
-double openOnce(const QString &settingsFile, qint64 sort)
+// From the press to the first frame: the screen's controller made and
+// loaded, its QML built, its first frame rendered.
+template <typename Controller>
+double firstFrameMs(Session &session, const char *qml)
 {
-    FileSettingsStore settings(settingsFile);
-    settings.set(SettingsKeys::sort, sort);
-    SystemClock clock;
-    Session session(settings, clock, {QStringLiteral("en-US")}, Appearance::Dark);
-    session.favorites.load();
     QQmlEngine engine;
     engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
     QQuickWindow window;
@@ -70,44 +66,9 @@ double openOnce(const QString &settingsFile, qint64 sort)
 
     QElapsedTimer timer;
     timer.start();
-    auto *controller = new FavViewController(session, &window);
+    auto *controller = new Controller(session, &window);
     controller->viewDidLoad();
-    QQmlComponent component(
-        &engine, QUrl(QStringLiteral("qrc:/qt/qml/Tavlo/favoritesScreen/FavoritesScreen.qml")));
-    auto *screen = qobject_cast<QQuickItem *>(component.createWithInitialProperties(
-        {{QStringLiteral("controller"), QVariant::fromValue(controller)}}));
-    screen->setParentItem(window.contentItem());
-    screen->setSize(window.size());
-    bool drawn = false;
-    QObject::connect(&window, &QQuickWindow::frameSwapped, &window, [&] { drawn = true; });
-    while (!drawn)
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 5);
-    const double ms = timer.nsecsElapsed() / 1e6;
-    delete screen;
-    return ms;
-}
-
-// Back from another screen: the main screen's controller loaded, the screen
-// built, its first frame drawn.
-double mainScreenOnce(const QString &settingsFile)
-{
-    FileSettingsStore settings(settingsFile);
-    settings.writeInBackground();
-    SystemClock clock;
-    Session session(settings, clock, {QStringLiteral("en-US")}, Appearance::Dark);
-    QQmlEngine engine;
-    engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
-    QQuickWindow window;
-    window.resize(390, 844);
-    window.show();
-    QCoreApplication::processEvents();
-
-    QElapsedTimer timer;
-    timer.start();
-    auto *controller = new ViewController(session, &window);
-    controller->viewDidLoad();
-    QQmlComponent component(&engine,
-                            QUrl(QStringLiteral("qrc:/qt/qml/Tavlo/mainScreen/MainScreen.qml")));
+    QQmlComponent component(&engine, QUrl(QLatin1String(qml)));
     auto *screen = qobject_cast<QQuickItem *>(component.createWithInitialProperties(
         {{QStringLiteral("controller"), QVariant::fromValue(controller)}}));
     if (!screen)
@@ -121,6 +82,29 @@ double mainScreenOnce(const QString &settingsFile)
     const double ms = timer.nsecsElapsed() / 1e6;
     delete screen;
     return ms;
+}
+
+// The favorites screen opened: the list read, sorted and written back.
+double openOnce(const QString &settingsFile, qint64 sort)
+{
+    FileSettingsStore settings(settingsFile);
+    settings.set(SettingsKeys::sort, sort);
+    SystemClock clock;
+    Session session(settings, clock, {QStringLiteral("en-US")}, Appearance::Dark);
+    session.favorites.load();
+    return firstFrameMs<FavViewController>(session,
+                                           "qrc:/qt/qml/Tavlo/favoritesScreen/FavoritesScreen.qml");
+}
+
+// Back from another screen: the main screen loaded (favorites read, greeting
+// worked out) and drawn.
+double mainScreenOnce(const QString &settingsFile)
+{
+    FileSettingsStore settings(settingsFile);
+    settings.writeInBackground();
+    SystemClock clock;
+    Session session(settings, clock, {QStringLiteral("en-US")}, Appearance::Dark);
+    return firstFrameMs<ViewController>(session, "qrc:/qt/qml/Tavlo/mainScreen/MainScreen.qml");
 }
 
 } // namespace
