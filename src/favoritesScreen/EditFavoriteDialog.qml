@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 import QtQuick
-import QtQuick.Controls
 import QtQuick.Layouts
 import Tavlo
 
@@ -10,21 +9,8 @@ Alert {
     id: dialog
 
     required property FavViewController controller
+    // The day the user chose; a shorter month shows the nearest day it has.
     property int day: 1
-
-    function wheel(field) {
-        return field === "day" ? dayWheel : (field === "month" ? monthWheel : yearWheel)
-    }
-
-    function xOf(field) {
-        let x = 0
-        for (const other of controller.wheelOrder) {
-            if (other === field)
-                return x
-            x += wheel(other).width + 4
-        }
-        return x
-    }
 
     objectName: "editDialog"
     theme: controller.theme
@@ -32,25 +18,17 @@ Alert {
     // centuries that an early "OK" could catch halfway.
     onAboutToShow: {
         nameField.text = controller.editName
-        yearWheel.currentIndex = controller.editYear - controller.firstYear
-        monthWheel.currentIndex = controller.editMonth - 1
         day = controller.editDay
-        dayWheel.currentIndex = day - 1
-        for (const wheel of [dayWheel, monthWheel, yearWheel])
-            wheel.positionViewAtIndex(wheel.currentIndex, Tumbler.Center)
+        wheels.jumpTo(controller.editDay, controller.editMonth, controller.editYear)
     }
     onOpened: {
         // On the first opening the wheels are laid out only now, and a wheel
         // set near its end before that stops short of it (December showed
         // as October): set them again.
-        yearWheel.currentIndex = controller.editYear - controller.firstYear
-        monthWheel.currentIndex = controller.editMonth - 1
-        dayWheel.currentIndex = day - 1
+        wheels.setDate(controller.editDay, controller.editMonth, controller.editYear)
         nameField.forceActiveFocus()
     }
-    onAccepted: controller.confirmEdit(nameField.text, dayWheel.currentIndex + 1,
-                                       monthWheel.currentIndex + 1,
-                                       yearWheel.currentIndex + controller.firstYear)
+    onAccepted: controller.confirmEdit(nameField.text, wheels.day, wheels.month, wheels.year)
 
     ColumnLayout {
         anchors.fill: parent
@@ -71,58 +49,25 @@ Alert {
             Layout.fillWidth: true
             implicitHeight: 170
 
-            Item {
+            DateWheelRow {
+                id: wheels
+
                 anchors.horizontalCenter: parent.horizontalCenter
-                width: dayWheel.width + monthWheel.width + yearWheel.width + 8
                 height: parent.height
-
-                DateWheel {
-                    id: dayWheel
-
-                    objectName: "editDayWheel"
-                    spokenLabel: dialog.controller.accessibleName("day")
-                    onStepRequested: index => {
-                        currentIndex = index
-                        dialog.day = index + 1
-                    }
-                    x: dialog.xOf("day")
-                    width: 44
-                    height: parent.height
-                    textColor: dialog.theme.labelColor
-                    fadedOpacity: dialog.theme.alertFadedTextOpacity
-                    model: dialog.controller.daysInMonth(monthWheel.currentIndex + 1,
-                                                         yearWheel.currentIndex
-                                                         + dialog.controller.firstYear)
-                    // A shorter month keeps the day as near as it can.
-                    onCountChanged: currentIndex = Math.min(dialog.day, count) - 1
-                    onMovingChanged: if (!moving) dialog.day = currentIndex + 1
-                }
-                DateWheel {
-                    id: monthWheel
-
-                    objectName: "editMonthWheel"
-                    spokenLabel: dialog.controller.accessibleName("month")
-                    onStepRequested: index => currentIndex = index
-                    x: dialog.xOf("month")
-                    width: 130
-                    height: parent.height
-                    textColor: dialog.theme.labelColor
-                    fadedOpacity: dialog.theme.alertFadedTextOpacity
-                    model: dialog.controller.monthNames
-                }
-                DateWheel {
-                    id: yearWheel
-
-                    objectName: "editYearWheel"
-                    spokenLabel: dialog.controller.accessibleName("year")
-                    firstValue: dialog.controller.firstYear
-                    onStepRequested: index => currentIndex = index
-                    x: dialog.xOf("year")
-                    width: 70
-                    height: parent.height
-                    textColor: dialog.theme.labelColor
-                    fadedOpacity: dialog.theme.alertFadedTextOpacity
-                    model: dialog.controller.yearLabels
+                controller: dialog.controller
+                fadedOpacity: dialog.theme.alertFadedTextOpacity
+                dayWidth: 44
+                monthWidth: 130
+                yearWidth: 70
+                wheelNames: ["editDayWheel", "editMonthWheel", "editYearWheel"]
+                onDayCountChanged: wheels.setDate(Math.min(dialog.day, wheels.dayCount), wheels.month,
+                                                  wheels.year)
+                onDayMovingChanged: if (!wheels.dayMoving) dialog.day = wheels.day
+                onDateRequested: (day, month, year) => {
+                    if (day !== wheels.day)
+                        dialog.day = day
+                    wheels.setDate(Math.min(dialog.day, dialog.controller.wheels.daysInMonth(month, year)),
+                                   month, year)
                 }
             }
         }

@@ -4,7 +4,6 @@
 #include "contacts/BirthdayImport.h"
 #include "contacts/PhoneContacts.h"
 #include "core/DatePattern.h"
-#include "core/DateWheels.h"
 #include "core/DebugLog.h"
 #include "core/FatalError.h"
 #include "favorites/FavoritesSorting.h"
@@ -55,31 +54,6 @@ QColor FavViewController::cardColor() const
 QColor FavViewController::cardBorderColor() const
 {
     return ScreenTheme::toColor(SystemColors::of(m_session.appearance).background);
-}
-
-QStringList FavViewController::monthNames() const
-{
-    return DateWheels::monthNames(localeFor(m_session.language()));
-}
-
-QStringList FavViewController::yearLabels() const
-{
-    return DateWheels::yearLabels();
-}
-
-QStringList FavViewController::wheelOrder() const
-{
-    return DateWheels::orderNames(localeFor(m_session.language()));
-}
-
-int FavViewController::firstYear() const
-{
-    return DateWheels::firstYear;
-}
-
-int FavViewController::daysInMonth(int month, int year) const
-{
-    return QDate(year, month, 1).daysInMonth();
 }
 
 void FavViewController::viewDidLoad()

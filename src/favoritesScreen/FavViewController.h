@@ -41,10 +41,6 @@ class FavViewController : public ScreenController
     Q_PROPERTY(int editDay READ editDay NOTIFY editChanged)
     Q_PROPERTY(int editMonth READ editMonth NOTIFY editChanged)
     Q_PROPERTY(int editYear READ editYear NOTIFY editChanged)
-    Q_PROPERTY(QStringList monthNames READ monthNames CONSTANT)
-    Q_PROPERTY(QStringList yearLabels READ yearLabels CONSTANT)
-    Q_PROPERTY(QStringList wheelOrder READ wheelOrder CONSTANT)
-    Q_PROPERTY(int firstYear READ firstYear CONSTANT)
     Q_PROPERTY(bool undoVisible READ undoVisible NOTIFY undoChanged)
     Q_PROPERTY(QString undoText READ undoText NOTIFY undoChanged)
     // The word on a row's edit button.
@@ -79,10 +75,6 @@ public:
     int editDay() const { return m_editDate.day(); }
     int editMonth() const { return m_editDate.month(); }
     int editYear() const { return m_editDate.year(); }
-    QStringList monthNames() const;
-    QStringList yearLabels() const;
-    QStringList wheelOrder() const;
-    int firstYear() const;
     bool undoVisible() const { return m_deleted.has_value(); }
     QString undoText() const;
     // The file dialog's filter: "vCard files (*.vcf *.vcard)".
@@ -106,8 +98,6 @@ public:
     // Puts the last deleted favorite back at its place.
     Q_INVOKABLE void undoDelete();
     Q_INVOKABLE SwipeOutcome swipeOutcome(qreal travel, qreal rowWidth, qreal buttonWidth) const;
-    // The number of days of a month, for the edit dialog's day wheel.
-    Q_INVOKABLE int daysInMonth(int month, int year) const;
     // "Import a vCard file…" with the file chosen in the dialog, and "Import
     // from contacts": the birthdays added in one write, the list shown
     // again, and importSummary says what happened.

@@ -2,7 +2,6 @@
 #include "mainScreen/ViewController.h"
 
 #include "core/DatePattern.h"
-#include "core/DateWheels.h"
 #include "core/DebugLog.h"
 #include "core/FatalError.h"
 #include "favorites/FavoriteHandOver.h"
@@ -56,35 +55,7 @@ ViewController::~ViewController() = default;
 
 QStringList ViewController::dayLabels() const
 {
-    QStringList labels;
-    for (int day = 1; day <= m_picker.date().daysInMonth(); ++day)
-        labels.append(QString::number(day));
-    return labels;
-}
-
-QStringList ViewController::yearLabels() const
-{
-    return DateWheels::yearLabels();
-}
-
-QStringList ViewController::monthNames() const
-{
-    return DateWheels::monthNames(localeFor(m_session.language()));
-}
-
-QStringList ViewController::wheelOrder() const
-{
-    return DateWheels::orderNames(localeFor(m_session.language()));
-}
-
-int ViewController::firstYear() const
-{
-    return DateWheels::firstYear;
-}
-
-int ViewController::lastYear() const
-{
-    return DateWheels::lastYear;
+    return m_wheels->dayLabels(m_picker.date().month(), m_picker.date().year());
 }
 
 void ViewController::viewDidLoad()

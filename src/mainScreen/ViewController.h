@@ -34,11 +34,6 @@ class ViewController : public ScreenController
     Q_PROPERTY(int pickerMonth READ pickerMonth NOTIFY pickerChanged)
     Q_PROPERTY(int pickerYear READ pickerYear NOTIFY pickerChanged)
     Q_PROPERTY(QStringList dayLabels READ dayLabels NOTIFY dayLabelsChanged)
-    Q_PROPERTY(QStringList monthNames READ monthNames NOTIFY languageChanged)
-    Q_PROPERTY(QStringList yearLabels READ yearLabels CONSTANT)
-    Q_PROPERTY(QStringList wheelOrder READ wheelOrder NOTIFY languageChanged)
-    Q_PROPERTY(int firstYear READ firstYear CONSTANT)
-    Q_PROPERTY(int lastYear READ lastYear CONSTANT)
 
     Q_PROPERTY(bool dimmed READ dimmed NOTIFY dimmedChanged)
 
@@ -61,11 +56,6 @@ public:
     int pickerYear() const { return m_picker.date().year(); }
     QDateTime pickerDate() const { return m_picker; }
     QStringList dayLabels() const;
-    QStringList monthNames() const;
-    QStringList yearLabels() const;
-    QStringList wheelOrder() const;
-    int firstYear() const;
-    int lastYear() const;
     bool dimmed() const { return m_dimmed; }
     QString addDialogPlaceholder() const { return m_addDialogPlaceholder; }
     qint64 currentFavoriteIndex() const { return m_currentFavoriteIndex; }

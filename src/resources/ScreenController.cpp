@@ -7,8 +7,11 @@
 #include <QMetaEnum>
 
 ScreenController::ScreenController(Session &session, QObject *parent)
-    : QObject(parent), m_session(session), m_theme(new ScreenTheme(session.appearance, this))
-{}
+    : QObject(parent), m_session(session), m_theme(new ScreenTheme(session.appearance, this)),
+      m_wheels(new DateWheelModel(session, this))
+{
+    connect(this, &ScreenController::languageChanged, m_wheels, &DateWheelModel::languageChanged);
+}
 
 QVariant ScreenController::texts() const
 {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "resources/DateWheelModel.h"
 #include "resources/ScreenTheme.h"
 #include "texts/UiStrings.h"
 
@@ -11,8 +12,9 @@
 class Session;
 
 // What every screen's controller offers its view besides the screen's own
-// state: the theme's colours, the interface texts in the run's language and
-// what a screen reader says for a symbol button or a wheel.
+// state: the theme's colours, the interface texts in the run's language,
+// what the date wheels offer and what a screen reader says for a symbol
+// button or a wheel.
 class ScreenController : public QObject
 {
     Q_OBJECT
@@ -22,10 +24,12 @@ class ScreenController : public QObject
     Q_PROPERTY(ScreenTheme *theme READ theme CONSTANT)
     // Every interface text by its name in UiText: texts.Cancel.
     Q_PROPERTY(QVariant texts READ texts NOTIFY languageChanged)
+    Q_PROPERTY(DateWheelModel *wheels READ wheels CONSTANT)
 
 public:
     ScreenTheme *theme() const { return m_theme; }
     QVariant texts() const;
+    DateWheelModel *wheels() const { return m_wheels; }
     // By the keys of accessibleNames(): "info", "day", "sort" and so on.
     Q_INVOKABLE QString accessibleName(const QString &key) const;
 
@@ -37,4 +41,5 @@ protected:
 
     Session &m_session;
     ScreenTheme *const m_theme;
+    DateWheelModel *const m_wheels;
 };

@@ -174,6 +174,24 @@ private slots:
         QTRY_COMPARE(name(0), "Unknown");
     }
 
+    // A shorter month shows its last day; the next longer one brings the
+    // chosen day back.
+    void editWheelsKeepTheChosenDay()
+    {
+        h->settings.set(favorites, Rows{{"Anna", "31 1 1985"}});
+        start();
+        QTest::mousePress(h->window, Qt::LeftButton, {}, h->centre(cell(0)));
+        QTRY_VERIFY(h->opened("editDialog"));
+        QTest::mouseRelease(h->window, Qt::LeftButton, {}, h->centre(cell(0)));
+        QObject *day = h->find("editDayWheel");
+        for (const auto &[month, shown] : {std::pair{3, 31}, {2, 28}, {4, 30}, {5, 31}}) {
+            h->find("editMonthWheel")->setProperty("currentIndex", month - 1);
+            QTRY_COMPARE(day->property("currentIndex").toInt() + 1, shown);
+        }
+        h->tap("editOkButton");
+        QTRY_COMPARE(stored(), (Rows{{"Anna", "31 5 1985"}}));
+    }
+
     // Only a swipe past two thirds of the row deletes; anything shorter, at
     // whatever speed, shows the delete button or closes again.
     void swipeOutcomes_data()

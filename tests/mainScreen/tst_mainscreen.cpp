@@ -82,7 +82,7 @@ private slots:
         QFETCH(QString, march);
         QFETCH(bool, dayFirst);
         start(preferred);
-        QCOMPARE(c->monthNames().at(2), march);
+        QCOMPARE(c->wheels()->monthNames().at(2), march);
         QCOMPARE(h->find("dayWheel")->x() < h->find("monthWheel")->x(), dayFirst);
         QVERIFY(h->find("monthWheel")->x() < h->find("yearWheel")->x());
         QCOMPARE(h->find("yearWheel")->property("count").toInt(), 2200 - 1800 + 1);
