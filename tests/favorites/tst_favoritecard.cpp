@@ -11,19 +11,6 @@ using namespace FavoriteCards;
 
 namespace {
 
-#define COMPARE_RGB(actual, expected)                                                              \
-    do {                                                                                           \
-        const Rgb a = (actual), e = (expected);                                                    \
-        QCOMPARE(a.red, e.red);                                                                    \
-        QCOMPARE(a.green, e.green);                                                                \
-        QCOMPARE(a.blue, e.blue);                                                                  \
-    } while (false)
-
-Rgb shifted(Rgb c, double by)
-{
-    return {std::min(c.red + by, 1.0), std::min(c.green + by, 1.0), std::min(c.blue + by, 1.0)};
-}
-
 // The slot card() hides the function inside the test class.
 FavoriteCard cardOf(const QString &name, const QString &birthday, const QDateTime &now,
                     Language language, const QString &device, bool weekday, bool markComing)
@@ -176,42 +163,6 @@ private slots:
         const FavoriteCard card{u"Ann"_qs, u"12 March"_qs, 41, sign, star, {}};
         QTEST(FavoriteCards::spokenRow(card, strings, accessibleNames(strings, language)),
               "spoken");
-    }
-
-    void colors_data()
-    {
-        QTest::addColumn<Appearance>("appearance");
-        QTest::addColumn<int>("theme");
-        QTest::addColumn<double>("circleBy");
-        QTest::addColumn<double>("starBy");
-        QTest::addColumn<Rgb>("birthday");
-        const Rgb grey{0.56, 0.56, 0.58}, darkerGrey{0.20, 0.20, 0.22};
-        const Appearance dark = Appearance::Dark, light = Appearance::Light;
-        QTest::newRow("dark 3") << dark << 3 << 0.0 << 0.0 << grey;
-        QTest::newRow("dark 7") << dark << 7 << 0.10 << 0.20 << grey;
-        QTest::newRow("dark 8 as it is") << dark << 8 << 0.0 << 0.0 << grey;
-        QTest::newRow("dark 9") << dark << 9 << 0.0 << 0.0 << grey;
-        QTest::newRow("light 3") << light << 3 << 0.0 << 0.0 << darkerGrey;
-        // Theme 4's green goes below 0: nothing clamps it.
-        QTest::newRow("light 4") << light << 4 << -0.10 << -0.10 << darkerGrey;
-        QTest::newRow("light 8 darkened") << light << 8 << -0.10 << -0.10 << darkerGrey;
-        QTest::newRow("light 9") << light << 9 << 0.0 << 0.0 << darkerGrey;
-    }
-    void colors()
-    {
-        QFETCH(Appearance, appearance);
-        QFETCH(int, theme);
-        QFETCH(double, circleBy);
-        QFETCH(double, starBy);
-        QFETCH(Rgb, birthday);
-        ThemeTable table(appearance);
-        if (appearance == Appearance::Light)
-            table.useLightColors();
-        const Rgb themeColor = theme == 9 ? Rgb{0.33, 0.33, 0.35} : table.color(theme);
-        const FavoriteCardColors c = FavoriteCards::colors(table, theme, appearance);
-        COMPARE_RGB(c.signCircle, shifted(themeColor, circleBy));
-        COMPARE_RGB(c.star, shifted(themeColor, starBy));
-        COMPARE_RGB(c.birthday, birthday);
     }
 };
 

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 #include "DiskFaults.h"
-#include "settings/AtomicFileWriter.h"
 
 #include <QDir>
 #include <QFile>
@@ -89,35 +88,6 @@ private slots:
         const WriteResult result = failingWriter(Step::SyncFolder, EIO).write(path, "new");
         QCOMPARE(result.reason(), reasonFor(EIO));
         QCOMPARE(contentsOf(path), "new");
-    }
-
-    void aRealFullDisk()
-    {
-        const QString folder = freshFolder();
-        const auto disk = ScratchMount::tinyFilesystem(folder, 16 * 1024);
-        if (!disk->ok())
-            QSKIP(qPrintable(disk->why()));
-        const QString path = folder + "/tavlo.conf";
-        const QByteArray old(6000, 'a');
-        QVERIFY(AtomicFileWriter().write(path, old).ok());
-        const WriteResult result = AtomicFileWriter().write(path, QByteArray(12000, 'b'));
-        QCOMPARE(result.reason(), reasonFor(ENOSPC));
-        QCOMPARE(contentsOf(path), old);
-        QCOMPARE(QDir(folder).entryList(QDir::Files), QStringList{"tavlo.conf"});
-    }
-
-    void aRealReadOnlyFolder()
-    {
-        const QString folder = freshFolder();
-        const QString path = folder + "/tavlo.conf";
-        QVERIFY(AtomicFileWriter().write(path, "old").ok());
-        const auto readOnly = ScratchMount::readOnly(folder);
-        if (!readOnly->ok())
-            QSKIP(qPrintable(readOnly->why()));
-        const WriteResult result = AtomicFileWriter().write(path, "new");
-        QVERIFY(!result.ok());
-        QVERIFY2(!result.reason().isEmpty(), qPrintable(result.message()));
-        QCOMPARE(contentsOf(path), "old");
     }
 };
 
