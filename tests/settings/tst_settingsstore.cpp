@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "DiskFaults.h"
+#include "core/DebugLog.h"
 #include "settings/FileSettingsStore.h"
+#include "settings/HiddenLanguageSwitch.h"
+#include "settings/IniFormat.h"
 #include "settings/MemorySettingsStore.h"
 
 #include <QCoreApplication>
@@ -8,15 +11,19 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QProcess>
+#include <QRandomGenerator>
 #include <QSettings>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QThread>
 #include <atomic>
+#include <cerrno>
 #include <cstdio>
+#include <cstring>
 #include <memory>
 
 using namespace SettingsKeys;
+using Step = AtomicFileWriter::Step;
 
 namespace {
 
@@ -66,6 +73,11 @@ QByteArray contentsOf(const QString &path)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
+QString reasonFor(int error)
+{
+    return QString::fromLocal8Bit(std::strerror(error));
+}
+
 } // namespace
 
 class TestSettingsStore : public QObject
@@ -76,6 +88,7 @@ class TestSettingsStore : public QObject
     int m_files = 0;
 
     QString freshIniPath() { return m_dir.filePath(QStringLiteral("s%1.conf").arg(++m_files)); }
+    QString freshFolder() { return m_dir.filePath(QString::number(++m_files)); }
 
     // The file as a fresh process reads it, under another name.
     QString copyOf(const QString &path)
@@ -102,15 +115,15 @@ class TestSettingsStore : public QObject
         return std::make_unique<FileSettingsStore>(freshIniPath());
     }
 
-    std::unique_ptr<FileSettingsStore> storeWithFile(const QByteArray &contents)
+    // A new file name each time: QSettings keeps what it read of a file for
+    // the rest of the process.
+    QString fileWith(const QByteArray &text)
     {
         const QString path = freshIniPath();
         QFile file(path);
-        if (!file.open(QIODevice::WriteOnly))
+        if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size())
             qFatal("cannot write %s", qPrintable(path));
-        file.write(contents);
-        file.close();
-        return std::make_unique<FileSettingsStore>(path);
+        return path;
     }
 
     static void addStoreKinds()
@@ -118,6 +131,55 @@ class TestSettingsStore : public QObject
         QTest::addColumn<QString>("kind");
         QTest::newRow("memory") << "memory";
         QTest::newRow("file") << "file";
+    }
+
+    static HiddenLanguageSwitch::Answer tapTimes(HiddenLanguageSwitch &secret, int taps,
+                                                 SettingsStore &settings)
+    {
+        HiddenLanguageSwitch::Answer answer;
+        for (int i = 0; i < taps; ++i)
+            answer = secret.tap(6, false, Language::English, 3, settings);
+        return answer;
+    }
+
+    // Qt's QSettings wrote the files of earlier versions and reads ours in
+    // any other Qt program: it judges the file's dialect.
+    // Ours written, QSettings reading, and the other way round, for a name
+    // as a plain value, inside the favorites list and in a key.
+    void checkBothWays(const QString &text)
+    {
+        // A slash in a key is a path separator for QSettings.
+        const QString key = "odd/k" + QString(text).replace(u'/', u'_');
+        const IniFormat::Values ours{
+            {"Name", text},
+            {"color", 7},
+            {"star", true},
+            {"person",
+             QVariantList{QVariantList{text, "12 3 1985"}, QVariantList{"B", "1 1 2000"}}},
+            {key, text},
+        };
+        QSettings theirsReading(fileWith(IniFormat::serialize(ours)), QSettings::IniFormat);
+        QCOMPARE(theirsReading.status(), QSettings::NoError);
+        QCOMPARE(theirsReading.value("Name").toString(), text);
+        QCOMPARE(theirsReading.value("color").toString(), "7");
+        QCOMPARE(theirsReading.value("star").toString(), "true");
+        QCOMPARE(theirsReading.value("person/size").toString(), "2");
+        QCOMPARE(theirsReading.value("person/1/1").toString(), text);
+        QCOMPARE(theirsReading.value("person/2/size").toString(), "2");
+        QCOMPARE(theirsReading.value(key).toString(), text);
+
+        const QString path = freshIniPath();
+        {
+            QSettings theirsWriting(path, QSettings::IniFormat);
+            // As earlier versions wrote the favorites.
+            theirsWriting.setValue("Name", text);
+            theirsWriting.setValue("person/1/1", text);
+            theirsWriting.setValue("person/1/size", 1);
+            theirsWriting.setValue("person/size", 1);
+        }
+        const IniFormat::Values read = IniFormat::parse(contentsOf(path));
+        QCOMPARE(read.value("Name"), QVariant(text));
+        QCOMPARE(read.value("person"), QVariant(QVariantList{QVariantList{text}}));
     }
 
 private slots:
@@ -517,7 +579,7 @@ private slots:
     void malformedFileContents()
     {
         QFETCH(QByteArray, contents);
-        const auto store = storeWithFile(contents);
+        const auto store = std::make_unique<FileSettingsStore>(fileWith(contents));
         QTEST(store->value(color), "color");
         QTEST(store->value(moreDetails), "details");
         QTEST(store->value(favorites).has_value(), "favoritesPresent");
@@ -525,6 +587,287 @@ private slots:
 
     // Earlier versions' spelling, kept so that their files still read.
     void scheduledReminderKeys() { QCOMPARE(scheduledReminder(5).name, "selectetDate5"); }
+
+    void writesAndReplaces()
+    {
+        const QString path = freshFolder() + "/deeper/file.conf";
+        QVERIFY(AtomicFileWriter().write(path, "first\n").ok());
+        QVERIFY(AtomicFileWriter().write(path, "second\n").ok());
+        QCOMPARE(contentsOf(path), "second\n");
+        QCOMPARE(QDir(QFileInfo(path).path()).entryList(QDir::Files), QStringList{"file.conf"});
+    }
+
+    void aFailedStepLeavesTheOldFile_data()
+    {
+        QTest::addColumn<Step>("step");
+        QTest::addColumn<int>("error");
+        QTest::newRow("open, no permission") << Step::Open << EACCES;
+        QTest::newRow("write, disk full") << Step::Write << ENOSPC;
+        QTest::newRow("flush, disk full") << Step::Flush << ENOSPC;
+        QTest::newRow("flush, quota") << Step::Flush << EDQUOT;
+        QTest::newRow("sync, i/o error") << Step::Sync << EIO;
+        QTest::newRow("rename, read-only") << Step::Rename << EROFS;
+    }
+    void aFailedStepLeavesTheOldFile()
+    {
+        QFETCH(Step, step);
+        QFETCH(int, error);
+        const QString folder = freshFolder();
+        const QString path = folder + "/tavlo.conf";
+        const QByteArray old = "[person]\n1\\1=Anna\n1\\2=12 3 1985\n1\\size=2\nsize=1\n";
+        QVERIFY(AtomicFileWriter().write(path, old).ok());
+
+        const WriteResult result = failingWriter(step, error).write(path, QByteArray(5000, 'x'));
+        QVERIFY(!result.ok());
+        QCOMPARE(result.path(), path);
+        QCOMPARE(result.reason(), reasonFor(error));
+        QCOMPARE(result.message(), "could not save " + path + ": " + reasonFor(error));
+        QCOMPARE(contentsOf(path), old);
+        // No temporary file stays behind.
+        QCOMPARE(QDir(folder).entryList(QDir::Files), QStringList{"tavlo.conf"});
+
+        // A new file that could not be written is not there at all.
+        const QString fresh = folder + "/new.conf";
+        QVERIFY(!failingWriter(step, error).write(fresh, "x").ok());
+        QVERIFY(!QFile::exists(fresh));
+    }
+
+    // After the rename there is nothing to go back to: the new file is in
+    // place, complete, and the caller still learns that it may not last.
+    void aFailedFolderSyncIsReported()
+    {
+        const QString path = freshFolder() + "/tavlo.conf";
+        QVERIFY(AtomicFileWriter().write(path, "old").ok());
+        const WriteResult result = failingWriter(Step::SyncFolder, EIO).write(path, "new");
+        QCOMPARE(result.reason(), reasonFor(EIO));
+        QCOMPARE(contentsOf(path), "new");
+    }
+
+    // The taps on the version number: counted only in theme 6 with details off.
+    void sequence_data()
+    {
+        QTest::addColumn<int>("taps");
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<qint64>("stored"); // -1: nothing stored
+        const auto next = [](const char *language, int clicks, const char *step) {
+            return QStringLiteral("language = en\nnext language = %1, in %2 clicks\n%3\n\n"
+                                  "saved birthdays: 3")
+                .arg(QLatin1StringView(language))
+                .arg(clicks)
+                .arg(QLatin1StringView(step));
+        };
+        const QString system = "language = en (default system)\n\nsaved birthdays: 3";
+        QTest::newRow("39: nothing yet") << 39 << "" << -1LL;
+        QTest::newRow("40: diagnostics")
+            << 40 << "language = en\nno events next time\n\nsaved birthdays: 3\n"
+            << -1LL;
+        QTest::newRow("43: German, 3 to go")
+            << 43 << next("ru", 3, "press done, to change to german") << 1LL;
+        QTest::newRow("45: German, 1 to go")
+            << 45 << next("ru", 1, "press done, to change to german") << 1LL;
+        QTest::newRow("46: Russian ends with a line feed")
+            << 46 << next("en", 3, "press done, to change to russian") + u'\n' << 2LL;
+        QTest::newRow("51: English")
+            << 51 << next("Default", 1, "kill the app, to change to english") << 3LL;
+        QTest::newRow("52: device language") << 52 << system << 0LL;
+        QTest::newRow("57: still device language") << 57 << system << 0LL;
+        QTest::newRow("58: quiet again") << 58 << "" << -1LL;
+    }
+    void sequence()
+    {
+        QFETCH(int, taps);
+        QFETCH(QString, text);
+        QFETCH(qint64, stored);
+        MemorySettingsStore settings;
+        settings.set(preferredLanguage, 9);
+        QStringList log;
+        const auto previous = DebugLog::setSink([&](const QString &line) { log << line; });
+        HiddenLanguageSwitch secret;
+        const HiddenLanguageSwitch::Answer answer = tapTimes(secret, taps, settings);
+        DebugLog::setSink(previous);
+        QCOMPARE(answer.text, text);
+        QCOMPARE(answer.reveal, taps >= 40 && taps <= 42);
+        if (stored >= 0)
+            QCOMPARE(settings.value(preferredLanguage), stored);
+        QCOMPARE(log.size(), taps);
+        QCOMPARE(log.last(), QString::number(taps));
+    }
+
+    void wrongStateResetsTheCount_data()
+    {
+        QTest::addColumn<qint64>("color");
+        QTest::addColumn<bool>("details");
+        QTest::newRow("another theme") << 5LL << false;
+        QTest::newRow("details on") << 6LL << true;
+    }
+    void wrongStateResetsTheCount()
+    {
+        QFETCH(qint64, color);
+        QFETCH(bool, details);
+        MemorySettingsStore settings;
+        DebugLog::Sink previous = DebugLog::setSink([](const QString &) {});
+        HiddenLanguageSwitch secret;
+        tapTimes(secret, 39, settings);
+        const HiddenLanguageSwitch::Answer answer =
+            secret.tap(color, details, Language::English, 3, settings);
+        QCOMPARE(secret.count(), 0);
+        QCOMPARE(answer.text, QString());
+        // Counting starts again from one.
+        QCOMPARE(tapTimes(secret, 40, settings).text.isEmpty(), false);
+        DebugLog::setSink(previous);
+    }
+
+    void diagnosticsListTheScheduledReminders()
+    {
+        MemorySettingsStore settings;
+        settings.set(scheduledReminder(1), QStringLiteral("Selected notification: A"));
+        settings.set(scheduledReminder(3), QStringLiteral("Selected notification: C"));
+        QCOMPARE(HiddenLanguageSwitch::diagnostics(Language::Russian, 2, settings),
+                 "language = ru\nSelected notification: A\nSelected notification: C\n"
+                 "\nsaved birthdays: 2\n");
+    }
+
+    void namesOfEveryKind_data()
+    {
+        QTest::addColumn<QString>("text");
+        const char16_t nul[] = {u'A', 0, u'7', u'b', 0};
+        QTest::newRow("plain") << "Anna";
+        QTest::newRow("empty") << "";
+        QTest::newRow("blanks around") << "  Anna  ";
+        QTest::newRow("blank only") << " ";
+        QTest::newRow("tab around") << "\tAnna\t";
+        QTest::newRow("comma") << "Doe, Jane";
+        QTest::newRow("only a comma") << ",";
+        QTest::newRow("semicolon") << "a; b";
+        QTest::newRow("equals") << "a=b";
+        QTest::newRow("quotes") << "\"Jr\" \"";
+        QTest::newRow("backslashes") << "C:\\new\\x41\\";
+        QTest::newRow("line breaks") << "one\ntwo\r\nthree";
+        QTest::newRow("control then hex digit") << "\x01"
+                                                   "abc\x1f"
+                                                   "9";
+        QTest::newRow("nul then digit") << QString::fromUtf16(nul, 4);
+        QTest::newRow("at sign") << "@home";
+        QTest::newRow("two at signs") << "@@x";
+        QTest::newRow("looks typed") << "@Variant(x)";
+        QTest::newRow("looks invalid") << "@Invalid()";
+        QTest::newRow("percent and brackets") << "%41 [General] %U0416";
+        QTest::newRow("cyrillic") << "Ольга Петровна";
+        QTest::newRow("german") << "Jürgen Groß";
+        QTest::newRow("emoji") << "Mama 🎂👩‍👧";
+        QTest::newRow("delete character") << "a\x7f"
+                                             "b";
+        QTest::newRow("markup") << "<i>Anna</i>";
+        QTest::newRow("general") << "General";
+    }
+    void namesOfEveryKind()
+    {
+        QFETCH(QString, text);
+        checkBothWays(text);
+    }
+
+    // Texts no one thought of: drawn from the characters that matter to the
+    // dialect, with a fixed seed so that a failure can be repeated.
+    void randomNames()
+    {
+        const QString alphabet = QString::fromUtf16(
+            u" \t\n\r\"\\,;=@%[]/#aZ09fF\x01\x1f\x7f\u00e4\u0416\u20ac\U0001F382");
+        QRandomGenerator random(20261123);
+        for (int round = 0; round < 200; ++round) {
+            QString text;
+            const int length = random.bounded(12);
+            for (int i = 0; i < length; ++i) {
+                qsizetype at = random.bounded(alphabet.size());
+                // Keep surrogate pairs whole.
+                if (alphabet.at(at).isLowSurrogate())
+                    --at;
+                text += alphabet.at(at);
+                if (alphabet.at(at).isHighSurrogate())
+                    text += alphabet.at(at + 1);
+            }
+            checkBothWays(text);
+            if (QTest::currentTestFailed())
+                qFatal("failed for the text \"%s\"", qPrintable(text.toUtf8().toPercentEncoding()));
+        }
+    }
+
+    // Files written by hand or by other programs: every key QSettings finds,
+    // we find with the same value; values QSettings does not give as text,
+    // we do not either.
+    void handWrittenFiles_data()
+    {
+        QTest::addColumn<QByteArray>("text");
+        QTest::newRow("comments and blank lines")
+            << QByteArray("; a comment\n\n[General]\ncolor=3 ; after\n  ;indented\nstar=true\n");
+        QTest::newRow("windows line ends and a byte order mark")
+            << QByteArray("\xef\xbb\xbf[General]\r\ncolor=4\r\nName=Anna\r\n");
+        QTest::newRow("quoted value over two lines") << QByteArray("Name=\"one\ntwo\"\nday=5\n");
+        QTest::newRow("continued line") << QByteArray("Name=one\\\ntwo\nday=5\n");
+        QTest::newRow("list of texts") << QByteArray("arrayName=a, \"b, c\" ,d\n");
+        QTest::newRow("empty list") << QByteArray("arrayName=@Invalid()\n");
+        QTest::newRow("typed values")
+            << QByteArray("a=@ByteArray(xyz)\nb=@Variant(\\0\\0\\0\\x7f)\nc=@String(s)\n");
+        QTest::newRow("escaped keys and sections")
+            << QByteArray("[%General]\nx=1\n[a%20b]\nk%U0416=2\nsub\\key=3\n");
+        QTest::newRow("octal and hex escapes") << QByteArray("Name=\\101\\x42\\x043 z\\?\\'\n");
+        QTest::newRow("blanks kept by quotes and escapes")
+            << QByteArray("a=  x  \nb=\"  x  \"\nc=x\\t  \n");
+        QTest::newRow("section without end") << QByteArray("[person\nsize=1\n");
+        QTest::newRow("line without equals") << QByteArray("garbage\ncolor=2\n");
+        QTest::newRow("key repeated") << QByteArray("color=1\ncolor=2\n");
+    }
+    void handWrittenFiles()
+    {
+        QFETCH(QByteArray, text);
+        const IniFormat::Values ours = IniFormat::parse(text);
+        QSettings theirs(fileWith(text), QSettings::IniFormat);
+        QCOMPARE(QStringList(ours.keys()), theirs.allKeys());
+        for (const QString &key : theirs.allKeys()) {
+            const QVariant expected = theirs.value(key);
+            const QVariant actual = ours.value(key);
+            const bool isText = expected.typeId() == QMetaType::QString ||
+                                expected.typeId() == QMetaType::QStringList;
+            if (isText)
+                QCOMPARE(actual, expected);
+            else
+                QVERIFY2(actual.typeId() != QMetaType::QString, qPrintable(key));
+        }
+        // And what we read we write back so that QSettings reads it alike.
+        QSettings again(fileWith(IniFormat::serialize(ours)), QSettings::IniFormat);
+        QCOMPARE(again.allKeys(), theirs.allKeys());
+        for (const QString &key : theirs.allKeys())
+            QCOMPARE(again.value(key), theirs.value(key));
+    }
+
+    // A group of the shape of a list is one value; anything else stays as
+    // its entries.
+    void lists_data()
+    {
+        QTest::addColumn<QByteArray>("text");
+        QTest::addColumn<QVariant>("person");
+        const QVariantList anna{QVariantList{"Anna", "12 3 1985"}};
+        QTest::newRow("favorites") << QByteArray("[person]\n1\\1=Anna\n1\\2=12 3 1985\n"
+                                                 "1\\size=2\nsize=1\n")
+                                   << QVariant(anna);
+        QTest::newRow("empty") << QByteArray("[person]\nsize=0\n") << QVariant(QVariantList());
+        QTest::newRow("size beyond the entries")
+            << QByteArray("[person]\n1\\1=A\n1\\size=1\nsize=2\n") << QVariant();
+        QTest::newRow("entry missing") << QByteArray("[person]\n2=A\nx=B\nsize=1\n") << QVariant();
+        QTest::newRow("size not a number") << QByteArray("[person]\n1=A\nsize=one\n") << QVariant();
+        QTest::newRow("negative size") << QByteArray("[person]\nsize=-1\n") << QVariant();
+        QTest::newRow("invalid entry")
+            << QByteArray("[person]\n1=@Invalid()\nsize=1\n") << QVariant();
+    }
+    void lists()
+    {
+        QFETCH(QByteArray, text);
+        QFETCH(QVariant, person);
+        const IniFormat::Values values = IniFormat::parse(text);
+        QCOMPARE(values.value("person"), person);
+        // Not folded: its entries stay, to be written back as they were.
+        if (!person.isValid())
+            QVERIFY(values.lastKey().startsWith("person/"));
+    }
 };
 
 int main(int argc, char *argv[])
