@@ -108,13 +108,6 @@ class TestSettingsStore : public QObject
             qFatal("the child %s failed", qPrintable(arguments.join(u' ')));
     }
 
-    std::unique_ptr<SettingsStore> makeStore(const QString &kind)
-    {
-        if (kind == u"memory")
-            return std::make_unique<MemorySettingsStore>();
-        return std::make_unique<FileSettingsStore>(freshIniPath());
-    }
-
     // A new file name each time: QSettings keeps what it read of a file for
     // the rest of the process.
     QString fileWith(const QByteArray &text)
@@ -124,13 +117,6 @@ class TestSettingsStore : public QObject
         if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size())
             qFatal("cannot write %s", qPrintable(path));
         return path;
-    }
-
-    static void addStoreKinds()
-    {
-        QTest::addColumn<QString>("kind");
-        QTest::newRow("memory") << "memory";
-        QTest::newRow("file") << "file";
     }
 
     static HiddenLanguageSwitch::Answer tapTimes(HiddenLanguageSwitch &secret, int taps,
@@ -183,19 +169,16 @@ class TestSettingsStore : public QObject
     }
 
 private slots:
-    void valuesRoundTrip_data() { addStoreKinds(); }
+    // What is set reads back from the file; a fresh store reads the
+    // defaults of the types.
     void valuesRoundTrip()
     {
-        QFETCH(QString, kind);
-        const auto store = makeStore(kind);
-        // A fresh store reads the defaults of the types.
-        for (const IntegerKey &key : {color, sort, preferredLanguage})
-            QCOMPARE(store->value(key), 0);
-        for (const BooleanKey &key : {moreDetails, weekday, star, firstStartDone})
-            QCOMPARE(store->value(key), false);
-        QVERIFY(!store->value(backgroundImage) && !store->value(reviewedVersion));
-        QVERIFY(!store->value(favorites) && !store->value(olderFavoriteNames));
-        QVERIFY(!store->value(scheduledReminder(1)));
+        const QString path = freshIniPath();
+        FileSettingsStore store(path);
+        QCOMPARE(store.value(color), 0);
+        QCOMPARE(store.value(moreDetails), false);
+        QVERIFY(!store.value(backgroundImage) && !store.value(favorites) &&
+                !store.value(olderFavoriteNames));
 
         const QList<QStringList> people = {
             {QStringLiteral(" Anna "), QStringLiteral("12 3 1985")},
@@ -203,33 +186,31 @@ private slots:
             {QStringLiteral("@Ольга\n😀"), QStringLiteral("")},
             {QStringLiteral("only one")},
         };
-        store->set(color, 9);
-        store->set(year, -44);
-        store->set(appStarts, 1LL << 40);
-        store->set(moreDetails, true);
-        store->set(backgroundImage, QStringLiteral("space3"));
-        store->set(handOverName, QStringLiteral("a, b"));
-        store->set(favorites, people);
-        store->set(olderFavoriteNames, {QStringLiteral("1. Ann"), QStringLiteral("Bob 2")});
-        store->set(olderFavoriteBirthdays, QStringList{});
+        const QStringList older{QStringLiteral("1. Ann"), QStringLiteral("Bob 2")};
+        store.set(color, 9);
+        store.set(year, -44);
+        store.set(appStarts, 1LL << 40);
+        store.set(moreDetails, true);
+        store.set(weekday, true);
+        store.set(backgroundImage, QStringLiteral("space3"));
+        store.set(handOverName, QStringLiteral("a, b"));
+        store.set(favorites, people);
+        store.set(olderFavoriteNames, older);
+        store.set(olderFavoriteBirthdays, QStringList{});
+        store.set(weekday, false);
+        store.remove(year.name);
 
-        QCOMPARE(store->value(color), 9);
-        QCOMPARE(store->value(year), -44);
-        QCOMPARE(store->value(appStarts), 1LL << 40);
-        QCOMPARE(store->value(moreDetails), true);
-        QCOMPARE(store->value(backgroundImage), QStringLiteral("space3"));
-        QCOMPARE(store->value(handOverName), QStringLiteral("a, b"));
-        QCOMPARE(store->value(favorites), people);
-        QCOMPARE(store->value(olderFavoriteNames),
-                 QStringList({QStringLiteral("1. Ann"), QStringLiteral("Bob 2")}));
-        QCOMPARE(store->value(olderFavoriteBirthdays), QStringList());
-
-        store->set(favorites, QList<QStringList>{});
-        QCOMPARE(store->value(favorites), QList<QStringList>{});
-        store->set(moreDetails, false);
-        QCOMPARE(store->value(moreDetails), false);
-        store->remove(color.name);
-        QCOMPARE(store->value(color), 0);
+        const FileSettingsStore read(copyOf(path));
+        QCOMPARE(read.value(color), 9);
+        QCOMPARE(read.value(year), 0);
+        QCOMPARE(read.value(appStarts), 1LL << 40);
+        QCOMPARE(read.value(moreDetails), true);
+        QCOMPARE(read.value(weekday), false);
+        QCOMPARE(read.value(backgroundImage), QStringLiteral("space3"));
+        QCOMPARE(read.value(handOverName), QStringLiteral("a, b"));
+        QCOMPARE(read.value(favorites), people);
+        QCOMPARE(read.value(olderFavoriteNames), older);
+        QCOMPARE(read.value(olderFavoriteBirthdays), QStringList());
     }
 
     void aBatchReachesTheFileWhenItCloses()
@@ -509,46 +490,37 @@ private slots:
         QTest::addColumn<bool>("asBoolean");
         QTest::addColumn<bool>("asStringPresent");
         QTest::addColumn<bool>("asListPresent");
-
-        QTest::newRow("integer") << QVariant(7) << 7LL << false << false << false;
-        QTest::newRow("integer as text")
-            << QVariant(QStringLiteral("7")) << 7LL << false << true << false;
-        QTest::newRow("negative text")
-            << QVariant(QStringLiteral("-3")) << -3LL << false << true << false;
-        QTest::newRow("word") << QVariant(QStringLiteral("abc")) << 0LL << false << true << false;
-        QTest::newRow("fraction") << QVariant(QStringLiteral("1.5")) << 0LL << false << true
-                                  << false;
-        QTest::newRow("beyond 64 bits")
-            << QVariant(QStringLiteral("99999999999999999999")) << 0LL << false << true << false;
-        QTest::newRow("boolean") << QVariant(true) << 0LL << true << false << false;
-        QTest::newRow("boolean as text")
-            << QVariant(QStringLiteral("true")) << 0LL << true << true << false;
-        QTest::newRow("double") << QVariant(2.5) << 0LL << false << false << false;
-        QTest::newRow("string list")
-            << QVariant(QVariantList{QStringLiteral("a")}) << 0LL << false << false << true;
-        QTest::newRow("list with a number")
-            << QVariant(QVariantList{QStringLiteral("a"), 5}) << 0LL << false << false << false;
+        QTest::addColumn<bool>("asTablePresent");
+        const auto row = [](const char *tag, const QVariant &stored, qint64 integer, bool boolean,
+                            bool string, bool list, bool table = false) {
+            QTest::newRow(tag) << stored << integer << boolean << string << list << table;
+        };
+        row("integer", 7, 7, false, false, false);
+        row("integer as text", "7", 7, false, true, false);
+        row("negative text", "-3", -3, false, true, false);
+        row("word", "abc", 0, false, true, false);
+        row("fraction", "1.5", 0, false, true, false);
+        row("beyond 64 bits", "99999999999999999999", 0, false, true, false);
+        row("boolean", true, 0, true, false, false);
+        row("boolean as text", "true", 0, true, true, false);
+        row("double", 2.5, 0, false, false, false);
+        row("string list", QVariantList{"a"}, 0, false, false, true);
+        row("list with a number", QVariantList{"a", 5}, 0, false, false, false);
+        row("table", QVariantList{QVariantList{"a"}}, 0, false, false, false, true);
+        row("table with a number row", QVariantList{QVariantList{"a"}, 3}, 0, false, false, false);
     }
     void wrongTypesReadAsDefaults()
     {
         QFETCH(QVariant, stored);
         MemorySettingsStore store;
-        for (const QString &key :
-             {color.name, moreDetails.name, backgroundImage.name, olderFavoriteNames.name})
+        for (const QString &key : {color.name, moreDetails.name, backgroundImage.name,
+                                   olderFavoriteNames.name, favorites.name})
             store.setRaw(key, stored);
         QTEST(store.value(color), "asInteger");
         QTEST(store.value(moreDetails), "asBoolean");
         QTEST(store.value(backgroundImage).has_value(), "asStringPresent");
         QTEST(store.value(olderFavoriteNames).has_value(), "asListPresent");
-    }
-
-    void tableNeedsListsOfStrings()
-    {
-        MemorySettingsStore store;
-        store.setRaw(favorites.name, QVariantList{QVariantList{QStringLiteral("a")}, 3});
-        QVERIFY(!store.value(favorites));
-        store.setRaw(favorites.name, QStringLiteral("Anna"));
-        QVERIFY(!store.value(favorites));
+        QTEST(store.value(favorites).has_value(), "asTablePresent");
     }
 
     void malformedFileContents_data()
@@ -557,24 +529,18 @@ private slots:
         QTest::addColumn<qint64>("color");
         QTest::addColumn<bool>("details");
         QTest::addColumn<bool>("favoritesPresent");
-
-        QTest::newRow("well formed") << QByteArray("[General]\ncolor=3\nmoreDetails=true\n"
-                                                   "[person]\nsize=1\n1\\size=2\n1\\1=A\n1\\2=B\n")
-                                     << 3LL << true << true;
-        QTest::newRow("garbage") << QByteArray("\x01\x02garbage\n=\n[[[\n") << 0LL << false
-                                 << false;
-        QTest::newRow("wrong types") << QByteArray("[General]\ncolor=blue\nmoreDetails=yes\n"
-                                                   "person=Anna\n")
-                                     << 0LL << false << false;
-        QTest::newRow("huge number")
-            << QByteArray("[General]\ncolor=123456789012345678901234\n") << 0LL << false << false;
-        QTest::newRow("list longer than its entries")
-            << QByteArray("[person]\nsize=1000000000\n1\\size=1\n1\\1=A\n") << 0LL << false
-            << false;
-        QTest::newRow("negative list size")
-            << QByteArray("[person]\nsize=-1\n") << 0LL << false << false;
-        QTest::newRow("truncated")
-            << QByteArray("[General]\ncolor=5\nmoreDet") << 5LL << false << false;
+        const auto row = [](const char *tag, const char *text, qint64 color, bool details,
+                            bool favorites) {
+            QTest::newRow(tag) << QByteArray(text) << color << details << favorites;
+        };
+        row("well formed",
+            "[General]\ncolor=3\nmoreDetails=true\n[person]\nsize=1\n1\\size=2\n1\\1=A\n1\\2=B\n",
+            3, true, true);
+        row("garbage", "\x01\x02garbage\n=\n[[[\n", 0, false, false);
+        row("wrong types", "[General]\ncolor=blue\nmoreDetails=yes\nperson=Anna\n", 0, false,
+            false);
+        row("huge number", "[General]\ncolor=123456789012345678901234\n", 0, false, false);
+        row("truncated", "[General]\ncolor=5\nmoreDet", 5, false, false);
     }
     void malformedFileContents()
     {
@@ -729,20 +695,13 @@ private slots:
 
     void namesOfEveryKind_data()
     {
+        // Single odd characters come in randomNames() below.
         QTest::addColumn<QString>("text");
         const char16_t nul[] = {u'A', 0, u'7', u'b', 0};
-        QTest::newRow("plain") << "Anna";
         QTest::newRow("empty") << "";
-        QTest::newRow("blanks around") << "  Anna  ";
         QTest::newRow("blank only") << " ";
-        QTest::newRow("tab around") << "\tAnna\t";
-        QTest::newRow("comma") << "Doe, Jane";
         QTest::newRow("only a comma") << ",";
-        QTest::newRow("semicolon") << "a; b";
-        QTest::newRow("equals") << "a=b";
-        QTest::newRow("quotes") << "\"Jr\" \"";
         QTest::newRow("backslashes") << "C:\\new\\x41\\";
-        QTest::newRow("line breaks") << "one\ntwo\r\nthree";
         QTest::newRow("control then hex digit") << "\x01"
                                                    "abc\x1f"
                                                    "9";
@@ -752,12 +711,7 @@ private slots:
         QTest::newRow("looks typed") << "@Variant(x)";
         QTest::newRow("looks invalid") << "@Invalid()";
         QTest::newRow("percent and brackets") << "%41 [General] %U0416";
-        QTest::newRow("cyrillic") << "Ольга Петровна";
-        QTest::newRow("german") << "Jürgen Groß";
         QTest::newRow("emoji") << "Mama 🎂👩‍👧";
-        QTest::newRow("delete character") << "a\x7f"
-                                             "b";
-        QTest::newRow("markup") << "<i>Anna</i>";
         QTest::newRow("general") << "General";
     }
     void namesOfEveryKind()
