@@ -8,9 +8,8 @@
 #include <QString>
 #include <memory>
 
-// Real disk faults for tests: a tiny filesystem that fills up, and a folder
-// mounted read-only. Mounting needs root; where the machine does not allow
-// it, ok() is false and why() says so, for the test to skip with.
+// Real disk faults: a tiny filesystem that fills up, and a folder mounted
+// read-only. Without root ok() is false and why() says why, to skip with.
 class ScratchMount
 {
 public:

@@ -1,28 +1,41 @@
 // SPDX-License-Identifier: MIT
+#include "favorites/FavoriteBrowsing.h"
 #include "favorites/FavoriteCard.h"
+#include "favorites/FavoritesSorting.h"
 
 #include "LocalTime.h"
 #include "core/WesternZodiac.h"
 #include "texts/AccessibleNames.h"
 
+#include <QCoreApplication>
+#include <QProcess>
 #include <QTest>
 
+// What the favorites list shows of each row, in which order, and where a swipe goes.
+
 using namespace FavoriteCards;
+using FavoriteBrowsing::Swipe;
+using Favorites = QList<Favorite>;
+
+// Readable failures: QCOMPARE prints favorites through this.
+char *toString(const Favorite &f)
+{
+    return QTest::toString(f.name + " / " + f.birthday);
+}
 
 namespace {
 
-#define COMPARE_RGB(actual, expected)                                                              \
-    do {                                                                                           \
-        const Rgb a = (actual), e = (expected);                                                    \
-        QCOMPARE(a.red, e.red);                                                                    \
-        QCOMPARE(a.green, e.green);                                                                \
-        QCOMPARE(a.blue, e.blue);                                                                  \
-    } while (false)
-
-Rgb shifted(Rgb c, double by)
+// Favorites named by position, so a row's expectation is a list of indexes.
+Favorites withBirthdays(const QStringList &birthdays)
 {
-    return {std::min(c.red + by, 1.0), std::min(c.green + by, 1.0), std::min(c.blue + by, 1.0)};
+    Favorites list;
+    for (qsizetype i = 0; i < birthdays.size(); ++i)
+        list.append({QStringLiteral("p%1").arg(i), birthdays[i]});
+    return list;
 }
+
+// Run as a child with "--by-age" and birthdays, the binary sorts them by age.
+const char byAgeArgument[] = "--by-age";
 
 // The slot card() hides the function inside the test class.
 FavoriteCard cardOf(const QString &name, const QString &birthday, const QDateTime &now,
@@ -56,15 +69,12 @@ private slots:
         QTest::addColumn<QString>("birthday");
         QTest::addColumn<QDate>("today");
         QTest::addColumn<std::optional<bool>>("expected");
-        const QDate nov22(2026, 11, 22);
-        QTest::newRow("today") << "22 11 1990" << nov22 << std::optional(true);
-        QTest::newRow("yesterday") << "21 11 1990" << nov22 << std::optional(false);
-        QTest::newRow("tomorrow") << "23 11 1990" << nov22 << std::optional(true);
+        // Today, yesterday and tomorrow show in card()'s star.
         QTest::newRow("29 Feb, common year")
             << "29 2 1996" << QDate(2026, 1, 10) << std::optional<bool>();
         QTest::newRow("29 Feb, leap year ahead")
             << "29 2 1996" << QDate(2028, 1, 10) << std::optional(true);
-        QTest::newRow("text") << "hello" << nov22 << std::optional<bool>();
+        QTest::newRow("text") << "hello" << QDate(2026, 11, 22) << std::optional<bool>();
     }
     void birthdayStillToCome()
     {
@@ -178,43 +188,170 @@ private slots:
               "spoken");
     }
 
-    void colors_data()
+    void afterSwipe_data()
     {
-        QTest::addColumn<Appearance>("appearance");
-        QTest::addColumn<int>("theme");
-        QTest::addColumn<double>("circleBy");
-        QTest::addColumn<double>("starBy");
-        QTest::addColumn<Rgb>("birthday");
-        const Rgb grey{0.56, 0.56, 0.58}, darkerGrey{0.20, 0.20, 0.22};
-        const Appearance dark = Appearance::Dark, light = Appearance::Light;
-        QTest::newRow("dark 3") << dark << 3 << 0.0 << 0.0 << grey;
-        QTest::newRow("dark 7") << dark << 7 << 0.10 << 0.20 << grey;
-        QTest::newRow("dark 8 as it is") << dark << 8 << 0.0 << 0.0 << grey;
-        QTest::newRow("dark 9") << dark << 9 << 0.0 << 0.0 << grey;
-        QTest::newRow("light 3") << light << 3 << 0.0 << 0.0 << darkerGrey;
-        // Theme 4's green goes below 0: nothing clamps it.
-        QTest::newRow("light 4") << light << 4 << -0.10 << -0.10 << darkerGrey;
-        QTest::newRow("light 8 darkened") << light << 8 << -0.10 << -0.10 << darkerGrey;
-        QTest::newRow("light 9") << light << 9 << 0.0 << 0.0 << darkerGrey;
+        // -1 stands for no favorite to show.
+        QTest::addColumn<qint64>("current");
+        QTest::addColumn<Swipe>("swipe");
+        QTest::addColumn<int>("count");
+        QTest::addColumn<qint64>("expected");
+
+        QTest::newRow("right from the middle") << 2LL << Swipe::Right << 5 << 1LL;
+        QTest::newRow("left from the middle") << 2LL << Swipe::Left << 5 << 3LL;
+        QTest::newRow("right at the first") << 0LL << Swipe::Right << 5 << 0LL;
+        QTest::newRow("left from the first") << 0LL << Swipe::Left << 5 << 1LL;
+        QTest::newRow("right from the last") << 4LL << Swipe::Right << 5 << 3LL;
+        QTest::newRow("left at the last") << 4LL << Swipe::Left << 5 << 4LL;
+        QTest::newRow("one favorite, right") << 0LL << Swipe::Right << 1 << 0LL;
+        QTest::newRow("not browsing, right") << 5000LL << Swipe::Right << 5 << -1LL;
+        // 5000 means not browsing even when the list is that long.
+        QTest::newRow("not browsing, long list") << 5000LL << Swipe::Right << 6000 << -1LL;
+        QTest::newRow("no favorites, right") << 0LL << Swipe::Right << 0 << -1LL;
+        // Beyond the list a left swipe hands the index back; the caller stops there.
+        QTest::newRow("beyond the list, left") << 7LL << Swipe::Left << 5 << 7LL;
+        QTest::newRow("beyond the list, right") << 7LL << Swipe::Right << 5 << 6LL;
     }
-    void colors()
+    void afterSwipe()
     {
-        QFETCH(Appearance, appearance);
-        QFETCH(int, theme);
-        QFETCH(double, circleBy);
-        QFETCH(double, starBy);
-        QFETCH(Rgb, birthday);
-        ThemeTable table(appearance);
-        if (appearance == Appearance::Light)
-            table.useLightColors();
-        const Rgb themeColor = theme == 9 ? Rgb{0.33, 0.33, 0.35} : table.color(theme);
-        const FavoriteCardColors c = FavoriteCards::colors(table, theme, appearance);
-        COMPARE_RGB(c.signCircle, shifted(themeColor, circleBy));
-        COMPARE_RGB(c.star, shifted(themeColor, starBy));
-        COMPARE_RGB(c.birthday, birthday);
+        QFETCH(qint64, current);
+        QFETCH(Swipe, swipe);
+        QFETCH(int, count);
+        QFETCH(qint64, expected);
+        const std::optional<qint64> next = FavoriteBrowsing::afterSwipe(current, swipe, count);
+        QCOMPARE(next.value_or(-1), expected);
+    }
+
+    // In the C locale, collation is code-point order too; under a language's
+    // locale a locale-aware sort would show.
+    void initTestCase() { QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedStates)); }
+
+    void sorted_data()
+    {
+        // The stored "sort" setting: 0 by name, 1 by age, anything else by birthday.
+        QTest::addColumn<qint64>("setting");
+        QTest::addColumn<Favorites>("input");
+        QTest::addColumn<QList<int>>("expected");
+        const qint64 name = 0, age = 1, birthday = 2;
+
+        for (const qint64 setting : {name, age, birthday})
+            QTest::addRow("empty %lld", setting) << setting << Favorites() << QList<int>();
+        for (const qint64 setting : {7LL, -1LL})
+            QTest::addRow("birthday, setting %lld", setting)
+                << setting << withBirthdays({"1 2 2000", "10 1 2000"}) << QList<int>{1, 0};
+
+        QTest::newRow("name: case-sensitive")
+            << name << Favorites{{"bob", "1 1 2000"}, {"Anna", "1 1 2000"}, {"Zoe", "1 1 2000"}}
+            << QList<int>{1, 2, 0};
+        QTest::newRow("name: accents after ASCII, not by locale")
+            << name << Favorites{{"Émile", "1 1 2000"}, {"zed", "1 1 2000"}, {"Zoe", "1 1 2000"}}
+            << QList<int>{2, 1, 0};
+        QTest::newRow("name: leading blank first")
+            << name << Favorites{{"Ann", "1 1 2000"}, {" Zed", "1 1 2000"}} << QList<int>{1, 0};
+        // U+FF21 is below U+1F600, though its UTF-16 unit is above a surrogate.
+        QTest::newRow("name: code points beyond U+FFFF last")
+            << name
+            << Favorites{{QStringLiteral("😀"), "1 1 2000"},
+                         {QStringLiteral("\uFF21"), "1 1 2000"},
+                         {"Z", "1 1 2000"}}
+            << QList<int>{2, 1, 0};
+        // "é" written as one letter or as "e" and an accent is one name.
+        QTest::newRow("name: composed and decomposed alike")
+            << name
+            << Favorites{{QStringLiteral("Ren\u00e9"), "1 1 2000"},
+                         {QStringLiteral("Rene\u0301"), "2 2 2002"},
+                         {"Renf", "3 3 1970"},
+                         {QStringLiteral("Ren\u00e9"), "4 4 1990"}}
+            << QList<int>{2, 0, 1, 3};
+        QTest::newRow("name: same name keeps order") << name
+                                                     << Favorites{{"Ann", "1 1 2000"},
+                                                                  {"Bob", "2 2 2002"},
+                                                                  {"Ann", "3 3 1970"},
+                                                                  {"Ann", "4 4 1990"}}
+                                                     << QList<int>{0, 2, 3, 1};
+
+        QTest::newRow("age: youngest first")
+            << age << withBirthdays({"12 3 1985", "1 1 2000", "31 12 1999", "5 3 1985"})
+            << QList<int>{1, 2, 0, 3};
+        QTest::newRow("age: same date keeps order, padded or not")
+            << age << withBirthdays({"7 7 1990", "1 1 2000", "07 07 1990", "7 7 1990"})
+            << QList<int>{1, 0, 2, 3};
+
+        QTest::newRow("birthday: year ignored, 29 February in its place")
+            << birthday
+            << withBirthdays({"31 12 1990", "1 3 1980", "29 2 1996", "1 1 2010", "28 2 2001"})
+            << QList<int>{3, 4, 2, 1, 0};
+        QTest::newRow("birthday: by date, not by text")
+            << birthday << withBirthdays({"1 2 2000", "10 1 2000", "2 1 2000", "9 1 2000"})
+            << QList<int>{2, 3, 1, 0};
+        QTest::newRow("birthday: unreadable first, in order")
+            << birthday << withBirthdays({"5 5 2000", "hello", "31 2 1999", "", "1 1 1990"})
+            << QList<int>{1, 2, 3, 4, 0};
+        QTest::newRow("birthday: same day keeps order")
+            << birthday << withBirthdays({"3 4 1990", "3 4 1970", "1 4 2000", "03 04 2001"})
+            << QList<int>{2, 0, 1, 3};
+
+        // Long enough that an unstable sort reorders equal keys: two keys
+        // alternate, the odd positions holding the one that comes first.
+        QStringList byDay, byYear;
+        Favorites names;
+        QList<int> oddThenEven;
+        for (int i = 0; i < 24; ++i) {
+            byDay.append(QStringLiteral("%1 1 %2").arg(i % 2 ? 1 : 2).arg(1950 + i));
+            byYear.append(i % 2 ? "1 1 2001" : "1 1 2000");
+            names.append({i % 2 ? "A" : "B", byDay.last()});
+            oddThenEven.append(i < 12 ? 2 * i + 1 : 2 * (i - 12));
+        }
+        QTest::newRow("name: stable in a long list") << name << names << oddThenEven;
+        QTest::newRow("age: stable in a long list") << age << withBirthdays(byYear) << oddThenEven;
+        QTest::newRow("birthday: stable in a long list")
+            << birthday << withBirthdays(byDay) << oddThenEven;
+    }
+    void sorted()
+    {
+        QFETCH(qint64, setting);
+        QFETCH(Favorites, input);
+        QFETCH(QList<int>, expected);
+        Favorites wanted;
+        for (const int i : expected)
+            wanted.append(input.at(i));
+        QCOMPARE(FavoritesSorting::sorted(input, FavoritesSorting::orderFor(setting)), wanted);
+    }
+
+    void unreadableAgeStops_data()
+    {
+        QTest::addColumn<QStringList>("birthdays");
+        QTest::addColumn<QString>("named");
+        QTest::newRow("text") << QStringList{"1 1 2000", "12 3 1985", "hello"} << "favorite 2 ";
+        QTest::newRow("31 February") << QStringList{"31 2 1999", "1 1 2000"} << "favorite 0 ";
+        QTest::newRow("no year") << QStringList{"1 1 2000", "12 3"} << "favorite 1 ";
+    }
+    void unreadableAgeStops()
+    {
+        QFETCH(QStringList, birthdays);
+        QFETCH(QString, named);
+        QProcess child;
+        child.start(QCoreApplication::applicationFilePath(),
+                    QStringList{byAgeArgument} + birthdays);
+        QVERIFY(child.waitForFinished(30000));
+        QCOMPARE(child.exitStatus(), QProcess::CrashExit);
+        const QString err = QString::fromUtf8(child.readAllStandardError());
+        QCOMPARE(err.count(u'\n'), 1);
+        QVERIFY2(err.endsWith(u'\n') && err.contains(named), qPrintable(err));
     }
 };
 
-QTEST_GUILESS_MAIN(TestFavoriteCard)
+int main(int argc, char *argv[])
+{
+    if (argc >= 2 && qstrcmp(argv[1], byAgeArgument) == 0) {
+        QStringList birthdays;
+        for (int i = 2; i < argc; ++i)
+            birthdays.append(QString::fromLocal8Bit(argv[i]));
+        FavoritesSorting::sorted(withBirthdays(birthdays), FavoritesSorting::Order::ByAge);
+        return 0;
+    }
+    QCoreApplication app(argc, argv);
+    TestFavoriteCard test;
+    return QTest::qExec(&test, argc, argv);
+}
 
 #include "tst_favoritecard.moc"

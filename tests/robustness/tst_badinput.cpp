@@ -152,36 +152,33 @@ private slots:
         QCOMPARE(readFile(settingsPath(home)), goodSettings);
     }
 
-    // What does not read counts as the key's default; reading never writes.
-    void unreadableSettingsGiveDefaults_data()
+    // What does not read counts as the key's default, and reading never
+    // writes; a write keeps every setting it can read and leaves a whole list.
+    void unreadableSettings_data()
     {
         QTest::addColumn<QByteArray>("contents");
         QTest::addColumn<QString>("firstLine");
-        QTest::addColumn<int>("favorites");
+        QTest::addColumn<QStringList>("namesAfterAdd");
         const QString english = u"Your age is: 41 Years,"_s, shortEnglish = u"Your age"_s;
-        QTest::newRow("garbage bytes")
-            << QByteArray("\xff\xfe\x00\x01[[[==\n\\\\\\\n;;\"", 15) << shortEnglish << 0;
+        QTest::newRow("garbage bytes") << QByteArray("\xff\xfe\x00\x01[[[==\n\\\\\\\n;;\"", 15)
+                                       << shortEnglish << QStringList{"Zoe"};
         QTest::newRow("truncated inside the list")
-            << goodSettings.first(goodSettings.size() - 30) << english << 0;
-        QTest::newRow("wrong types")
-            << QByteArray("[General]\nmoreDetails=yes\npreferredL=russian\nperson=Anna\n")
-            << shortEnglish << 0;
-        QTest::newRow("huge numbers")
-            << QByteArray("[General]\nmoreDetails=true\npreferredL=99999999999999999999999\n"
-                          "color=-9223372036854775809\n[person]\nsize=18446744073709551617\n")
-            << english << 0;
-        QTest::newRow("number out of range")
-            << QByteArray("[General]\npreferredL=-2\n") << shortEnglish << 0;
+            << goodSettings.first(goodSettings.size() - 30) << english << QStringList{"Zoe"};
         QTest::newRow("rows beyond the size are not read")
             << QByteArray("[General]\nmoreDetails=true\n") +
                    personSection({{"Anna", "1 1 2000"}, {"Bob", "2 2 2000"}})
                        .replace("\nsize=2\n", "\nsize=1\n")
-            << english << 1;
+            << english << QStringList{"Anna", "Zoe"};
+        // It counts as no list, as any value of the wrong type.
+        QTest::newRow("a list that claims more rows than it has")
+            << personSection({{"Anna", "1 1 2000"}}).replace("\nsize=1\n", "\nsize=3\n")
+            << shortEnglish << QStringList{"Zoe"};
     }
-    void unreadableSettingsGiveDefaults()
+    void unreadableSettings()
     {
         QFETCH(QByteArray, contents);
         QFETCH(QString, firstLine);
+        QFETCH(QStringList, namesAfterAdd);
         const QString home = homeWith(contents);
         const Run report = tavlo(home, {"report", "--now", "2026-11-22", "1985-03-12"});
         QCOMPARE(report.status, 0);
@@ -191,38 +188,16 @@ private slots:
         const Run list = tavlo(home, {"favorites", "list", "--json"});
         QCOMPARE(list.status, 0);
         QCOMPARE(list.err, QByteArray());
-        QTEST(int(list.out.count('\n')), "favorites");
+        QCOMPARE(list.out.count('\n'), namesAfterAdd.size() - 1);
         QCOMPARE(readFile(settingsPath(home)), contents);
-    }
 
-    // A write keeps every setting it can read and leaves a whole list.
-    void writingOverAnUnreadableFile_data()
-    {
-        QTest::addColumn<QByteArray>("contents");
-        QTest::addColumn<bool>("added");
-        QTest::newRow("garbage") << QByteArray("\x01\x02garbage\n=\n[[[\n") << true;
-        QTest::newRow("truncated inside the list")
-            << goodSettings.first(goodSettings.size() - 30) << true;
-        QTest::newRow("short row kept as it is") << personSection({{"Anna"}}) << false;
-        // It counts as no list, as any value of the wrong type.
-        QTest::newRow("a list that claims more rows than it has")
-            << personSection({{"Anna", "1 1 2000"}}).replace("\nsize=1\n", "\nsize=3\n") << true;
-    }
-    void writingOverAnUnreadableFile()
-    {
-        QFETCH(QByteArray, contents);
-        QFETCH(bool, added);
-        const QString home = homeWith(contents);
         const Run add = tavlo(home, {"favorites", "add", "Zoe", "2001-02-03"});
         QCOMPARE(add.status, 0);
         QCOMPARE(add.err, QByteArray());
-        if (added) {
-            QCOMPARE(storedFavorites(home), QList<Favorite>{(Favorite{u"Zoe"_s, u"3 2 2001"_s})});
-        } else { // the stored short row still stops the list, naming it
-            const Run list = tavlo(home, {"favorites", "list"});
-            QCOMPARE(list.status, 2);
-            QVERIFY2(list.err.contains("stored favorite 0"), list.err.constData());
-        }
+        QStringList names;
+        for (const Favorite &favorite : storedFavorites(home))
+            names.append(favorite.name);
+        QCOMPARE(names, namesAfterAdd);
     }
 
     // A stored favorite that does not read stops the command with one line
@@ -242,8 +217,6 @@ private slots:
         QTest::newRow("the first of two, as JSON")
             << QList<Texts>{{"Anna", "0 0 0"}, {"Bob", "1 1 2000"}}
             << QStringList{"favorites", "list", "--json"} << "favorite 0";
-        QTest::newRow("row of one text")
-            << QList<Texts>{anna, {"Bob"}} << list << "stored favorite 1";
         QTest::newRow("reminders schedule, row of one text")
             << QList<Texts>{anna, {"Bob"}} << QStringList{"reminders", "schedule"}
             << "stored favorite 1";
@@ -269,34 +242,29 @@ private slots:
     void namesRoundTripThroughTheCommandLine_data()
     {
         QTest::addColumn<QString>("name");
-        QTest::newRow("emoji, right to left")
-            << u"😀 👩‍👩‍👧 🇩🇪 \u200Fשרה\u202E"_s;
         QTest::newRow("controls") << u"\tAnn\nLee\r\n\x1b[31mred\x07 a\x7f\u0085b\u2028c"_s;
-        QTest::newRow("what QSettings treats specially")
-            << uR"(@Variant(\0\0\0\x02) "q", a; b = c \ d)"_s;
         QTest::newRow("100,000 characters") << u"Жx"_s.repeated(10000) + u"x"_s.repeated(80000);
     }
     void namesRoundTripThroughTheCommandLine()
     {
         QFETCH(QString, name);
-        const QString &stored = name;
         const QString home = homeWith(goodSettings);
         const Run add = tavlo(home, {"favorites", "add", name, "2000-01-02"});
         QCOMPARE(add.status, 0);
         QCOMPARE(add.err, QByteArray());
-        QCOMPARE(storedFavorites(home).constLast(), (Favorite{stored, u"2 1 2000"_s}));
+        QCOMPARE(storedFavorites(home).constLast(), (Favorite{name, u"2 1 2000"_s}));
 
         const QList<QByteArray> json = tavlo(home, {"favorites", "list", "--json"}).out.split('\n');
         QCOMPARE(json.size(), 4);
         const QJsonObject last = QJsonDocument::fromJson(json.at(2)).object();
-        QCOMPARE(last.value(u"name"_s).toString(), stored);
+        QCOMPARE(last.value(u"name"_s).toString(), name);
         QCOMPARE(last.value(u"birthday"_s).toString(), u"2 1 2000"_s);
 
         const QStringList text =
             QString::fromUtf8(tavlo(home, {"favorites", "list"}).out).split(u'\n');
         QCOMPARE(text.size(), 4);
         QCOMPARE(text.at(2).split(u'\t').mid(0, 3),
-                 (QStringList{u"2"_s, oneLine(stored), u"2 1 2000"_s}));
+                 (QStringList{u"2"_s, oneLine(name), u"2 1 2000"_s}));
     }
 };
 
