@@ -2,39 +2,22 @@
 #include "ScreenHarness.h"
 #include "themes/Contrast.h"
 
-#include <QHash>
-#include <QImageReader>
-#include <QJSValue>
-#include <QQmlListReference>
 #include <algorithm>
 
-// Every text and symbol that a screen or dialog draws, against what is drawn
-// behind it, in every theme and appearance. The colours are read from the
-// items as they stand (colour, opacity of the item and its ancestors) and
-// the background is composed from the rectangles, gradients and pictures
-// painted before it, in paint order, the way the scene graph draws them.
-// Pictures count with their darkest and lightest pixel at the size they are
-// decoded at; gradients with both ends.
+// Every text and symbol that a screen or dialog draws, against the pixels
+// drawn behind it, in every theme and appearance. The window is grabbed with
+// and without the texts and symbols: the pixels that differ are the glyphs,
+// and each one's colour (with the opacity of it and its parents) is composed
+// over what lies behind its glyphs.
 //
 // TAVLO_CONTRAST_REPORT=1 prints the lowest ratio of each screen instead of
 // failing, for a summary across themes.
 
 namespace {
 
-struct Paint
+Rgb rgbOf(QRgb c)
 {
-    Rgb color;
-    double alpha = 1;
-};
-
-Rgb rgbOf(const QColor &c)
-{
-    return {c.redF(), c.greenF(), c.blueF()};
-}
-
-bool darker(const Rgb &a, const Rgb &b)
-{
-    return Contrast::luminance(a) < Contrast::luminance(b);
+    return {qRed(c) / 255.0, qGreen(c) / 255.0, qBlue(c) / 255.0};
 }
 
 double opacityChain(const QQuickItem *item)
@@ -43,86 +26,6 @@ double opacityChain(const QQuickItem *item)
     for (; item; item = item->parentItem())
         opacity *= item->opacity();
     return opacity;
-}
-
-QRectF sceneRect(const QQuickItem *item)
-{
-    return item->mapRectToScene(QRectF(0, 0, item->width(), item->height()));
-}
-
-// The darkest and lightest pixel of a picture as decoded, with their alpha,
-// and a clear one when the picture lets what is behind show through.
-QList<Paint> pictureColors(const QQuickItem *image)
-{
-    static QHash<QString, QList<Paint>> known;
-    const QUrl source = image->property("source").toUrl();
-    const QSize size = image->property("sourceSize").toSize();
-    const QString key = source.toString() + QString::number(size.width() * 100000 + size.height());
-    if (const auto it = known.constFind(key); it != known.cend())
-        return *it;
-    QImageReader reader(source.scheme() == u"qrc" ? u':' + source.path() : source.toLocalFile());
-    if (size.width() > 0 && size.height() > 0)
-        reader.setScaledSize(size);
-    const QImage picture = reader.read().convertToFormat(QImage::Format_ARGB32);
-    QList<Paint> drawn;
-    bool clear = false;
-    for (int y = 0; y < picture.height(); ++y) {
-        for (int x = 0; x < picture.width(); ++x) {
-            const QColor pixel = picture.pixelColor(x, y);
-            clear = clear || pixel.alphaF() < 0.98;
-            if (pixel.alphaF() >= 0.02)
-                drawn.append({rgbOf(pixel), pixel.alphaF()});
-        }
-    }
-    QList<Paint> paints;
-    if (!drawn.isEmpty()) {
-        const auto [low, high] =
-            std::minmax_element(drawn.cbegin(), drawn.cend(), [](const Paint &a, const Paint &b) {
-                return darker(a.color, b.color);
-            });
-        paints << *low << *high;
-    }
-    if (clear)
-        paints << Paint{{0, 0, 0}, 0};
-    known.insert(key, paints);
-    return paints;
-}
-
-// What an item paints over the ones before it: nothing, or the colours it
-// can put at a point.
-QList<Paint> surfaceColors(const QQuickItem *item)
-{
-    QList<Paint> paints;
-    if (item->inherits("QQuickRectangle")) {
-        if (QObject *gradient = item->property("gradient").value<QJSValue>().toQObject()) {
-            const QQmlListReference stops(gradient, "stops");
-            for (qsizetype i = 0; i < stops.count(); ++i) {
-                const QColor c = stops.at(i)->property("color").value<QColor>();
-                paints.append({rgbOf(c), c.alphaF()});
-            }
-        }
-        const QColor c = item->property("color").value<QColor>();
-        if (paints.isEmpty() && c.alphaF() > 0)
-            paints.append({rgbOf(c), c.alphaF()});
-    } else if (item->inherits("QQuickImage") && !item->inherits("QQuickIconImage") &&
-               !item->property("source").toUrl().isEmpty()) {
-        paints = pictureColors(item);
-    }
-    return paints;
-}
-
-void inPaintOrder(QQuickItem *item, QList<QQuickItem *> &order)
-{
-    if (!item->isVisible() || item->opacity() <= 0)
-        return;
-    QList<QQuickItem *> children = item->childItems();
-    std::stable_sort(children.begin(), children.end(),
-                     [](QQuickItem *a, QQuickItem *b) { return a->z() < b->z(); });
-    const auto below = std::partition_point(children.begin(), children.end(),
-                                            [](QQuickItem *child) { return child->z() < 0; });
-    std::for_each(children.begin(), below, [&](QQuickItem *child) { inPaintOrder(child, order); });
-    order.append(item);
-    std::for_each(below, children.end(), [&](QQuickItem *child) { inPaintOrder(child, order); });
 }
 
 QString describe(const QQuickItem *item)
@@ -142,70 +45,71 @@ struct Finding
     double minimum = Contrast::text;
 };
 
-// The lowest contrast of every text and symbol in scope, worst first.
+// The lowest contrast of every enabled text and symbol in a popup or out of
+// one, worst first.
 QList<Finding> findings(QQuickWindow *window, bool popups)
 {
-    QList<QQuickItem *> order;
-    inPaintOrder(window->contentItem(), order);
-    const QRectF windowRect(QPointF(0, 0), window->size());
+    QList<QQuickItem *> marks;
+    for (QList<QQuickItem *> scene{window->contentItem()}; !scene.isEmpty();) {
+        QQuickItem *item = scene.takeLast();
+        if (!item->isVisible() || item->opacity() <= 0)
+            continue;
+        scene.append(item->childItems());
+        if (item->inherits("QQuickIconImage") ||
+            ((item->inherits("QQuickText") || item->inherits("QQuickTextInput")) &&
+             !item->property("text").toString().trimmed().isEmpty()))
+            marks.append(item);
+    }
+    const QImage shown = window->grabWindow();
+    // A source an effect hides is left out of drawing only: its place in the
+    // layout and its bindings stay as they are.
+    QQmlComponent hiding(qmlEngine(window));
+    hiding.setData("import QtQuick\nShaderEffectSource { hideSource: true }", {});
+    std::vector<std::unique_ptr<QObject>> hiders;
+    for (QQuickItem *mark : std::as_const(marks)) {
+        hiders.emplace_back(hiding.create());
+        hiders.back()->setProperty("sourceItem", QVariant::fromValue(mark));
+    }
+    const QImage behind = window->grabWindow();
+    hiders.clear();
 
     QList<Finding> found;
-    QList<QQuickItem *> before;
-    for (qsizetype drawnAt = 0; drawnAt < order.size(); ++drawnAt) {
-        QQuickItem *item = order.at(drawnAt);
-        // The part of the window the item is drawn in, after every clipping ancestor.
-        QRectF rect = item->mapRectToScene(item->boundingRect()) & windowRect;
-        bool inPopup = item->inherits("QQuickPopupItem");
-        for (const QQuickItem *up = item->parentItem(); up; up = up->parentItem()) {
+    for (const QQuickItem *mark : std::as_const(marks)) {
+        QRectF area = mark->mapRectToScene(mark->boundingRect() |
+                                           QRectF(0, 0, mark->width(), mark->height()));
+        bool inPopup = false;
+        for (const QQuickItem *up = mark; up; up = up->parentItem()) {
             if (up->clip())
-                rect &= up->mapRectToScene(up->boundingRect());
+                area &= up->mapRectToScene(up->boundingRect());
             inPopup = inPopup || up->inherits("QQuickPopupItem");
         }
-        if (rect.isEmpty())
+        const QRect rect = area.toAlignedRect() & behind.rect();
+        if (rect.isEmpty() || !mark->isEnabled() || inPopup != popups)
             continue;
-        if (!surfaceColors(item).isEmpty())
-            before.append(item);
-        const bool text = item->inherits("QQuickText") || item->inherits("QQuickTextInput");
-        const bool symbol = item->inherits("QQuickIconImage");
-        if (!(text || symbol) || !item->isEnabled() || inPopup != popups ||
-            (text && item->property("text").toString().trimmed().isEmpty()))
-            continue;
-        // What an opaque surface drawn later hides is not seen at all.
-        if (std::any_of(order.cbegin() + drawnAt + 1, order.cend(), [&](const QQuickItem *later) {
-                return later->inherits("QQuickRectangle") && opacityChain(later) > 0.999 &&
-                       later->property("color").value<QColor>().alphaF() > 0.999 &&
-                       sceneRect(later).contains(rect);
-            }))
-            continue;
-        // What lies behind: each surface before it that covers it is
-        // composed over every candidate; one that only partly covers it
-        // adds its composition beside the candidates without it.
-        QList<Rgb> behind{rgbOf(window->color())};
-        for (const QQuickItem *surface : std::as_const(before)) {
-            const QRectF covered = sceneRect(surface);
-            if (surface == item || !covered.intersects(rect))
-                continue;
-            QList<Rgb> next = covered.contains(rect) ? QList<Rgb>{} : behind;
-            for (const Paint &paint : surfaceColors(surface)) {
-                for (const Rgb &under : behind)
-                    next.append(
-                        Contrast::over(paint.color, paint.alpha * opacityChain(surface), under));
+        // Under its glyphs; where none differ from what is behind, all of it.
+        QList<QRgb> under;
+        for (int y = rect.top(); y <= rect.bottom(); ++y) {
+            for (int x = rect.left(); x <= rect.right(); ++x) {
+                if (shown.pixel(x, y) != behind.pixel(x, y))
+                    under.append(behind.pixel(x, y));
             }
-            if (next.size() > 64) {
-                // Only the darkest and lightest can be the worst.
-                const auto [low, high] = std::minmax_element(next.cbegin(), next.cend(), darker);
-                next = {*low, *high};
-            }
-            behind = next;
         }
-        const QColor c = item->property("color").value<QColor>();
-        const bool large = text && item->property("fontSizeMode").toInt() == 0 &&
-                           item->property("font").value<QFont>().pixelSize() >= 24;
-        Finding finding{describe(item), 21,
+        for (int y = rect.top(), none = under.isEmpty(); none && y <= rect.bottom(); ++y) {
+            for (int x = rect.left(); x <= rect.right(); ++x)
+                under.append(behind.pixel(x, y));
+        }
+        std::sort(under.begin(), under.end());
+        under.erase(std::unique(under.begin(), under.end()), under.end());
+        const QColor c = mark->property("color").value<QColor>();
+        const bool symbol = mark->inherits("QQuickIconImage");
+        const bool large = !symbol && mark->property("fontSizeMode").toInt() == 0 &&
+                           mark->property("font").value<QFont>().pixelSize() >= 24;
+        Finding finding{describe(mark), 21,
                         symbol ? Contrast::symbol : (large ? Contrast::largeText : Contrast::text)};
-        for (const Rgb &under : behind) {
-            const Rgb drawn = Contrast::over(rgbOf(c), c.alphaF() * opacityChain(item), under);
-            finding.ratio = std::min(finding.ratio, Contrast::ratio(drawn, under));
+        for (const QRgb pixel : std::as_const(under)) {
+            const Rgb drawn = Contrast::over({c.redF(), c.greenF(), c.blueF()},
+                                             c.alphaF() * opacityChain(mark), rgbOf(pixel));
+            finding.ratio = std::min(finding.ratio, Contrast::ratio(drawn, rgbOf(pixel)));
         }
         found.append(finding);
     }
@@ -216,7 +120,6 @@ QList<Finding> findings(QQuickWindow *window, bool popups)
 }
 
 } // namespace
-
 class TestLegibility : public QObject
 {
     Q_OBJECT

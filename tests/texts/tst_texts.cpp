@@ -1,14 +1,86 @@
 // SPDX-License-Identifier: MIT
+#include "texts/Language.h"
+#include "texts/RussianPlural.h"
 #include "texts/UiStrings.h"
 
 #include <QRegularExpression>
 #include <QTest>
 
-class TestUiStrings : public QObject
+class TestTexts : public QObject
 {
     Q_OBJECT
 
 private slots:
+    void decide_data()
+    {
+        QTest::addColumn<QStringList>("preferred");
+        QTest::addColumn<qint64>("override");
+        QTest::addColumn<QString>("language");
+
+        QTest::newRow("de-CH") << QStringList{"de-CH", "en"} << 0LL << "de";
+        QTest::newRow("fr-FR") << QStringList{"fr-FR", "de"} << 0LL << "en";
+        QTest::newRow("ru") << QStringList{"ru"} << 0LL << "ru";
+        QTest::newRow("ru-RU") << QStringList{"ru-RU"} << 0LL << "ru";
+        QTest::newRow("only the first entry counts") << QStringList{"en-US", "de"} << 0LL << "en";
+        QTest::newRow("ru, override 1") << QStringList{"ru"} << 1LL << "de";
+        QTest::newRow("en-US, override 2") << QStringList{"en-US"} << 2LL << "ru";
+        QTest::newRow("de-AT, override 3") << QStringList{"de-AT"} << 3LL << "en";
+        QTest::newRow("ru, override 4") << QStringList{"ru"} << 4LL << "ru";
+        QTest::newRow("de, override -1") << QStringList{"de"} << -1LL << "de";
+        QTest::newRow("script and region") << QStringList{"zh-Hans-CN"} << 0LL << "en";
+        QTest::newRow("underscore form") << QStringList{"de_DE"} << 0LL << "de";
+        QTest::newRow("nothing preferred") << QStringList{} << 0LL << "en";
+        QTest::newRow("nothing preferred, override 2") << QStringList{} << 2LL << "ru";
+        QTest::newRow("one letter") << QStringList{"d"} << 0LL << "en";
+    }
+    void decide()
+    {
+        QFETCH(QStringList, preferred);
+        QFETCH(qint64, override);
+        QFETCH(QString, language);
+        const LanguageDecision decision = decideLanguage(preferred, override);
+        QCOMPARE(languageCode(decision.language), language);
+        QCOMPARE(decision.override, override);
+    }
+
+    void localesFollowTheLanguage()
+    {
+        QCOMPARE(localeFor(Language::German).monthName(3), "März");
+        QCOMPARE(localeFor(Language::Russian).dayName(1), "понедельник");
+        QCOMPARE(localeFor(Language::English).dayName(7), "Sunday");
+    }
+
+    void codes()
+    {
+        for (const Language l : {Language::English, Language::German, Language::Russian})
+            QCOMPARE(languageFromCode(languageCode(l)), l);
+        QVERIFY(!languageFromCode(u"fr"));
+        QVERIFY(!languageFromCode(u"EN"));
+    }
+
+    void words_data()
+    {
+        QTest::addColumn<qint64>("number");
+        QTest::addColumn<QStringList>("words"); // years, months, days
+        const QList<std::pair<QList<qint64>, QStringList>> forms = {
+            {{1, 21, 31, 101, 121, 1001}, {"год", "месяц", "день"}},
+            {{2, 3, 4, 22, 23, 24, 102, 1004}, {"года", "месяца", "дня"}},
+            {{0, 5, 9, 10, 11, 12, 13, 14, 15, 19, 20, 25, 30, 100, 111, 112, 113, 114, 211, 1000},
+             {"лет", "месяцев", "дней"}}};
+        for (const auto &[numbers, words] : forms) {
+            for (const qint64 n : numbers)
+                QTest::addRow("%lld", n) << n << words;
+        }
+    }
+    void words()
+    {
+        QFETCH(qint64, number);
+        QFETCH(QStringList, words);
+        QCOMPARE(russianYears(number), words[0]);
+        QCOMPARE(russianMonths(number), words[1]);
+        QCOMPARE(russianDays(number), words[2]);
+    }
+
     // Texts whose blanks, line feeds and separators are part of them.
     void exactTexts_data()
     {
@@ -147,5 +219,5 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(TestUiStrings)
-#include "tst_uistrings.moc"
+QTEST_GUILESS_MAIN(TestTexts)
+#include "tst_texts.moc"
