@@ -55,18 +55,12 @@ private slots:
         QFETCH(QDateTime, birth);
         QFETCH(QDateTime, now);
         const AgeFacts facts = computeAge(birth, now);
-        QFETCH(qint64, years);
-        QFETCH(qint64, months);
-        QFETCH(qint64, days);
-        QFETCH(qint64, totalMonths);
-        QFETCH(qint64, totalWeeks);
-        QFETCH(qint64, totalDays);
-        QCOMPARE(facts.ageYears, years);
-        QCOMPARE(facts.ageMonths, months);
-        QCOMPARE(facts.ageDays, days);
-        QCOMPARE(facts.totalMonths, totalMonths);
-        QCOMPARE(facts.totalWeeks, totalWeeks);
-        QCOMPARE(facts.totalDays, totalDays);
+        QTEST(facts.ageYears, "years");
+        QTEST(facts.ageMonths, "months");
+        QTEST(facts.ageDays, "days");
+        QTEST(facts.totalMonths, "totalMonths");
+        QTEST(facts.totalWeeks, "totalWeeks");
+        QTEST(facts.totalDays, "totalDays");
         QCOMPARE(facts.birthDay, birth.date().day());
         QCOMPARE(facts.birthMonth, birth.date().month());
     }
@@ -128,8 +122,7 @@ private slots:
     {
         QFETCH(QDate, birth);
         QFETCH(QDate, today);
-        QFETCH(qint64, expected);
-        QCOMPARE(::daysToNextBirthday(birth, today), expected);
+        QTEST(::daysToNextBirthday(birth, today), "expected");
     }
 
     void nextBirthdayIsNeverToday()
@@ -161,20 +154,12 @@ private slots:
         QCOMPARE(CalendarDifference::count(QDateTime(), at(2026, 1, 1), CalendarUnit::Days), 0);
     }
 
-    void startsFromTheInitialTexts()
-    {
-        const BirthDateResults results;
-        QCOMPARE(results.zodiacSign(), "Aquarius");
-        QCOMPARE(results.planet(), "Venus");
-        QCOMPARE(results.animal(), "Dragon");
-        QCOMPARE(results.element(), "Fire");
-        QCOMPARE(results.yinYang(), "Yin");
-    }
-
     void failedLookupsKeepThePreviousTexts_data()
     {
         QTest::addColumn<QList<QDateTime>>("births");
         QTest::addColumn<QStringList>("texts"); // sign, animal, element, polarity, planet
+        QTest::newRow("the initial texts")
+            << QList<QDateTime>{} << QStringList{"Aquarius", "Dragon", "Fire", "Yin", "Venus"};
         QTest::newRow("one ordinary birth")
             << QList{at(1985, 3, 12)}
             << QStringList{"Pisces ♓︎", "Ox – 牛", "Wood - 木", "Yin", "Jupiter ♃"};
@@ -436,17 +421,16 @@ private slots:
                  (*index + WesternZodiac::signCount - 1) % WesternZodiac::signCount);
     }
 
+    // Every day of a leap year has a sign, each following the one before;
+    // a day or month that is no date has none.
     void everyDayHasExactlyOneSign()
     {
-        // The sign's own test must hold for the day, and no earlier sign's.
-        for (QDate d(2024, 1, 1); d.year() == 2024; d = d.addDays(1)) {
-            const std::optional<int> index = WesternZodiac::signIndex(d.day(), d.month());
-            QVERIFY2(index, qPrintable(d.toString()));
-        }
         int changes = 0;
-        int previous = *WesternZodiac::signIndex(31, 12);
+        int previous = WesternZodiac::signIndex(31, 12).value_or(-1);
         for (QDate d(2024, 1, 1); d.year() == 2024; d = d.addDays(1)) {
-            const int index = *WesternZodiac::signIndex(d.day(), d.month());
+            const std::optional<int> found = WesternZodiac::signIndex(d.day(), d.month());
+            QVERIFY2(found, qPrintable(d.toString()));
+            const int index = *found;
             if (index != previous) {
                 QCOMPARE(index, (previous + 1) % WesternZodiac::signCount);
                 ++changes;
@@ -454,21 +438,8 @@ private slots:
             previous = index;
         }
         QCOMPARE(changes, 12);
-    }
-
-    void unreadableDayOrMonthMatchesNoSign_data()
-    {
-        QTest::addColumn<int>("day");
-        QTest::addColumn<int>("month");
-        QTest::newRow("month 0") << 15 << 0;
-        QTest::newRow("month 13") << 15 << 13;
-        QTest::newRow("day and month 0") << 0 << 0;
-    }
-    void unreadableDayOrMonthMatchesNoSign()
-    {
-        QFETCH(int, day);
-        QFETCH(int, month);
-        QVERIFY(!WesternZodiac::signIndex(day, month));
+        for (const auto &[day, month] : {std::pair{15, 0}, {15, 13}, {0, 0}})
+            QVERIFY(!WesternZodiac::signIndex(day, month));
     }
 
     void signTextsNameTheirSigns()
