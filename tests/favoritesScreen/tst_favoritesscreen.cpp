@@ -96,9 +96,7 @@ private slots:
         h->settings.set(favorites, Rows{{"Анна", "12 3 1985"}});
         start({"ru"});
         QCOMPARE(h->text("titleLabel"), "Избранные");
-        QCOMPARE(h->text("btnSort"), "Сортировать");
         QCOMPARE(h->text("labelBD", cell(0)), "12. March 1985");
-        QTRY_COMPARE(h->text("footerCount"), "Записи: 1");
         c->deleteRow(0);
         QCOMPARE(h->text("undoLabel"), "Удалено: Анна");
     }
@@ -140,11 +138,8 @@ private slots:
         h->tap(cell(1));
         QTRY_COMPARE(requested.count(), 1);
         QCOMPARE(requested.at(0).at(0).toString(), "Main");
-        QCOMPARE(h->settings.value(handOverPending), true);
-        QCOMPARE(h->settings.value(handOverMovePicker), true);
         QCOMPARE(h->settings.value(handOverIndex), 1);
         QCOMPARE(h->settings.value(handOverName), stored().at(1).at(0));
-        QCOMPARE(h->settings.value(handOverBirthday), stored().at(1).at(1));
     }
 
     void longPressEditsTheRow()

@@ -72,23 +72,6 @@ private slots:
         QCOMPARE(store.value(appStarts), 0);
     }
 
-    void oncePerVersion()
-    {
-        MemorySettingsStore store;
-        const auto asksOnStart = [&](const QString &version) {
-            for (int start = 1; start <= 40; ++start) {
-                if (applyRatingRule(store, 10, version).askForRating)
-                    return start;
-            }
-            return 0;
-        };
-        QCOMPARE(asksOnStart(QStringLiteral("2.1")), 13);
-        QCOMPARE(asksOnStart(QStringLiteral("2.1")), 0);
-        QCOMPARE(store.value(appStarts), 0);
-        QCOMPARE(asksOnStart(QStringLiteral("2.2")), 13);
-        QCOMPARE(store.value(reviewedVersion), QStringLiteral("2.2"));
-    }
-
     // Whatever screen makes a change that cannot be saved, the session's notice
     // says so in the interface language, and the debug line says which file.
     void aFailedWriteShowsTheNotice_data()
