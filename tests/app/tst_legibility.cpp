@@ -2,6 +2,7 @@
 #include "ScreenHarness.h"
 #include "themes/Contrast.h"
 
+#include <QSet>
 #include <algorithm>
 
 // Every text and symbol that a screen or dialog draws, against the pixels
@@ -18,14 +19,6 @@ namespace {
 Rgb rgbOf(QRgb c)
 {
     return {qRed(c) / 255.0, qGreen(c) / 255.0, qBlue(c) / 255.0};
-}
-
-double opacityChain(const QQuickItem *item)
-{
-    double opacity = 1;
-    for (; item; item = item->parentItem())
-        opacity *= item->opacity();
-    return opacity;
 }
 
 QString describe(const QQuickItem *item)
@@ -78,7 +71,10 @@ QList<Finding> findings(QQuickWindow *window, bool popups)
         QRectF area = mark->mapRectToScene(mark->boundingRect() |
                                            QRectF(0, 0, mark->width(), mark->height()));
         bool inPopup = false;
+        const QColor c = mark->property("color").value<QColor>();
+        double alpha = c.alphaF();
         for (const QQuickItem *up = mark; up; up = up->parentItem()) {
+            alpha *= up->opacity();
             if (up->clip())
                 area &= up->mapRectToScene(up->boundingRect());
             inPopup = inPopup || up->inherits("QQuickPopupItem");
@@ -87,28 +83,23 @@ QList<Finding> findings(QQuickWindow *window, bool popups)
         if (rect.isEmpty() || !mark->isEnabled() || inPopup != popups)
             continue;
         // Under its glyphs; where none differ from what is behind, all of it.
-        QList<QRgb> under;
+        QSet<QRgb> under, all;
         for (int y = rect.top(); y <= rect.bottom(); ++y) {
             for (int x = rect.left(); x <= rect.right(); ++x) {
-                if (shown.pixel(x, y) != behind.pixel(x, y))
-                    under.append(behind.pixel(x, y));
+                const QRgb back = behind.pixel(x, y);
+                all.insert(back);
+                if (shown.pixel(x, y) != back)
+                    under.insert(back);
             }
         }
-        for (int y = rect.top(), none = under.isEmpty(); none && y <= rect.bottom(); ++y) {
-            for (int x = rect.left(); x <= rect.right(); ++x)
-                under.append(behind.pixel(x, y));
-        }
-        std::sort(under.begin(), under.end());
-        under.erase(std::unique(under.begin(), under.end()), under.end());
-        const QColor c = mark->property("color").value<QColor>();
         const bool symbol = mark->inherits("QQuickIconImage");
         const bool large = !symbol && mark->property("fontSizeMode").toInt() == 0 &&
                            mark->property("font").value<QFont>().pixelSize() >= 24;
         Finding finding{describe(mark), 21,
                         symbol ? Contrast::symbol : (large ? Contrast::largeText : Contrast::text)};
-        for (const QRgb pixel : std::as_const(under)) {
-            const Rgb drawn = Contrast::over({c.redF(), c.greenF(), c.blueF()},
-                                             c.alphaF() * opacityChain(mark), rgbOf(pixel));
+        for (const QRgb pixel : std::as_const(under.isEmpty() ? all : under)) {
+            const Rgb drawn =
+                Contrast::over({c.redF(), c.greenF(), c.blueF()}, alpha, rgbOf(pixel));
             finding.ratio = std::min(finding.ratio, Contrast::ratio(drawn, rgbOf(pixel)));
         }
         found.append(finding);
