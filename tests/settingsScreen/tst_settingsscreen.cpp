@@ -119,23 +119,18 @@ private slots:
                                      "1 Woche vorher  ›", "7", "Am Tag selbst  ›", "0"}));
     }
 
+    // From a plain colour to a picture, which comes back with its blur.
     void thirdColourButton()
     {
+        h->settings.set(color, 6);
         start();
         const QColor before = c->theme()->accentColor();
+        QCOMPARE(h->shows("blurredEffectView"), false);
         h->tap("colorButton3");
         QCOMPARE(h->settings.value(color), 2);
         QCOMPARE(h->log, QStringList{u"color = 3"_qs});
         QTRY_COMPARE(framed(), QList<int>{3});
         QVERIFY(c->theme()->accentColor() != before);
-    }
-
-    void picturesComeBackWithTheirBlur()
-    {
-        h->settings.set(color, 6);
-        start();
-        QCOMPARE(h->shows("blurredEffectView"), false);
-        h->tap("colorButton1");
         QTRY_COMPARE(h->shows("blurredEffectView"), true);
     }
 
