@@ -215,18 +215,15 @@ private slots:
         QTest::newRow("1910 starts") << at(1910, 2, 10) << 1910;
         QTest::newRow("1957 ends early") << at(1958, 1, 17, 23, 59) << 1957;
         QTest::newRow("gap starts 18 Jan 1958") << at(1958, 1, 18) << 0;
-        QTest::newRow("gap 1 Feb 1958") << at(1958, 2, 1, 12) << 0;
         QTest::newRow("gap ends 17 Feb 1958") << at(1958, 2, 17, 23, 59) << 0;
         QTest::newRow("1958 starts") << at(1958, 2, 18) << 1958;
         QTest::newRow("1 Feb 1984 is still 1983") << at(1984, 2, 1, 12) << 1983;
         QTest::newRow("2 Feb 1984 despite the full stop") << at(1984, 2, 2) << 1984;
-        QTest::newRow("10 Feb 1984") << at(1984, 2, 10) << 1984;
         QTest::newRow("2034 ends early") << at(2035, 2, 6, 23, 59) << 2034;
         QTest::newRow("gap 7 Feb 2035") << at(2035, 2, 7, 12) << 0;
         QTest::newRow("2035 starts") << at(2035, 2, 8) << 2035;
         QTest::newRow("2036 last minute") << at(2037, 2, 14, 23, 59) << 2036;
         QTest::newRow("empty 2037: 15 Feb") << at(2037, 2, 15) << 0;
-        QTest::newRow("empty 2037: summer") << at(2037, 7, 1) << 0;
         QTest::newRow("empty 2037: 3 Feb 2038") << at(2038, 2, 3, 23, 59) << 0;
         QTest::newRow("2038 starts") << at(2038, 2, 4) << 2038;
         QTest::newRow("last interval") << at(2044, 1, 29, 23, 59) << 2043;

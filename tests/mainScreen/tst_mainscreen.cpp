@@ -242,8 +242,6 @@ private slots:
         QTest::addColumn<QString>("greeting");
         const QDate today(2026, 11, 22);
         QTest::newRow("days") << today.addDays(-1000) << "Kim is now 1000 days old!\n\n";
-        QTest::newRow("months") << today.addMonths(-100) << "Kim is now 100 months old!\n\n";
-        QTest::newRow("weeks") << today.addDays(-3500) << "Kim is now 500 weeks old!\n\n";
         QTest::newRow("none") << today.addDays(-1001) << "Select your date of birth";
     }
     void greetingMilestones()
@@ -326,8 +324,6 @@ private slots:
                  "Name for this birthday: 12.03.1985");
         QCOMPARE(h->text("addCancelButton"), "Cancel");
         QCOMPARE(h->text("addOkButton"), "OK");
-        for (const char *button : {"addOkButton", "addCancelButton"})
-            QCOMPARE(h->find(button)->property("tint").value<QColor>(), c->theme()->labelColor());
         for (const QChar ch : typed)
             QTest::keyClick(h->window, ch.toLatin1());
         h->tap(confirm ? "addOkButton" : "addCancelButton");

@@ -80,14 +80,10 @@ private slots:
             << en << facts(200, 35000, 1149, 12, 5000) << "Anna is now 5000 weeks old!\n\n";
         QTest::newRow("1000 weeks and a day") << en << facts(199, 7001, 230, 0, 1000) << "";
         QTest::newRow("1500 weeks") << en << facts(100, 10500, 344, 28, 1500) << "";
-        QTest::newRow("de birthday")
-            << Language::German << facts(0, 9000, 295, 0, 1285) << "Anna hat heute Geburtstag!\n\n";
         QTest::newRow("de months")
             << Language::German << facts(61, 304, 10, 0, 43) << "Anna ist jetzt 10 Monate alt!\n\n";
         QTest::newRow("de weeks") << Language::German << facts(15, 350, 11, 15, 50)
                                   << "Anna ist jetzt 50 Wochen alt!\n\n";
-        QTest::newRow("ru birthday") << Language::Russian << facts(0, 9000, 295, 0, 1285)
-                                     << "Анна отмечает сегодня день рождения!\n\n";
         QTest::newRow("ru days") << Language::Russian << facts(230, 10000, 328, 18, 1428)
                                  << "Анна теперь 10000 дней!\n\n";
         QTest::newRow("ru weeks") << Language::Russian << facts(300, 14000, 459, 27, 2000)
@@ -227,7 +223,6 @@ private slots:
         QTest::newRow("de 1") << Language::German << at(1990, 11, 23) << "in 1 Tag";
         QTest::newRow("de 2") << Language::German << at(1990, 11, 24) << "in 2 Tagen";
         QTest::newRow("ru 2") << Language::Russian << at(1990, 11, 24) << "через 2 дня";
-        QTest::newRow("ru 5") << Language::Russian << at(1990, 11, 27) << "через 5 дней";
     }
     void nextBirthdayUnit()
     {

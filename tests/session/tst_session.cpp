@@ -80,9 +80,6 @@ private slots:
         QTest::addColumn<QString>("text");
         QTest::newRow("English") << "en-GB"
                                  << "Your change could not be saved: Read-only file system";
-        QTest::newRow("German") << "de-DE"
-                                << "Ihre Änderung konnte nicht gespeichert werden: Read-only "
-                                   "file system";
         QTest::newRow("Russian") << "ru-RU"
                                  << "Не удалось сохранить изменение: Read-only file system";
     }

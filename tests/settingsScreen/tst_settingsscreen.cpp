@@ -57,8 +57,6 @@ private slots:
         QTest::addColumn<QString>("title");
         QTest::newRow("en") << "en-US"
                             << "Settings";
-        QTest::newRow("de") << "de-DE"
-                            << "Einstellungen";
         QTest::newRow("ru") << "ru"
                             << "Настройки";
     }

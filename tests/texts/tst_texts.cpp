@@ -71,15 +71,8 @@ private slots:
     {
         QTest::addColumn<UiText>("id");
         QTest::addColumn<QStringList>("texts"); // English, German, Russian
-        QTest::newRow("first animal")
-            << UiText::Rat << QStringList{"Rat – 鼠", "Ratte – 鼠", "Крыса – 鼠"};
         QTest::newRow("leading blank in German")
             << UiText::Snake << QStringList{"Snake – 蛇", " Schlange – 蛇", "Змея – 蛇"};
-        QTest::newRow("element with a hyphen")
-            << UiText::Water << QStringList{"Water - 水", "Wasser - 水", "Вода - 水"};
-        QTest::newRow("last sign")
-            << UiText::Capricorn
-            << QStringList{"Capricorn ♑︎", "Steinbock ♑︎", "Козерог ♑︎"};
         QTest::newRow("trailing blanks differ")
             << UiText::NameForThisBirthday
             << QStringList{"Name for this birthday:", "Name für: ", "Имя: "};
@@ -134,31 +127,21 @@ private slots:
     // languages: name, blank, separator, blank, the same character or symbol.
     void resultTextsKeepTheirForm()
     {
-        const QRegularExpression animal(QStringLiteral("^ ?\\S+ – (\\S)$"));
-        const QRegularExpression element(QStringLiteral("^\\S+ - (\\S)$"));
-        const QRegularExpression planet(QStringLiteral("^\\S+ (\\S)$"));
-        const QRegularExpression sign(QStringLiteral("^\\S+ (\\S\\x{FE0E})$"));
-        struct Group
-        {
-            UiText first;
-            int count;
-            const QRegularExpression &form;
-        };
-        const Group groups[] = {{UiText::Rat, 12, animal},
-                                {UiText::Metal, 5, element},
-                                {UiText::Venus, 5, planet},
-                                {UiText::Aquarius, 12, sign}};
-        UiStrings german;
+        const std::tuple<UiText, int, QRegularExpression> groups[] = {
+            {UiText::Rat, 12, QRegularExpression(u"^ ?\\S+ – (\\S)$"_qs)},
+            {UiText::Metal, 5, QRegularExpression(u"^\\S+ - (\\S)$"_qs)},
+            {UiText::Venus, 5, QRegularExpression(u"^\\S+ (\\S)$"_qs)},
+            {UiText::Aquarius, 12, QRegularExpression(u"^\\S+ (\\S\\x{FE0E})$"_qs)}};
+        UiStrings german, russian;
         german.apply(Language::German);
-        UiStrings russian;
         russian.apply(Language::Russian);
-        for (const Group &g : groups) {
-            for (int i = 0; i < g.count; ++i) {
-                const auto id = static_cast<UiText>(static_cast<int>(g.first) + i);
-                const QRegularExpressionMatch en = g.form.match(UiStrings::english(id));
+        for (const auto &[first, count, form] : groups) {
+            for (int i = 0; i < count; ++i) {
+                const auto id = static_cast<UiText>(static_cast<int>(first) + i);
+                const QRegularExpressionMatch en = form.match(UiStrings::english(id));
                 QVERIFY2(en.hasMatch(), qPrintable(UiStrings::english(id)));
                 for (const QString &text : {german[id], russian[id]}) {
-                    const QRegularExpressionMatch m = g.form.match(text);
+                    const QRegularExpressionMatch m = form.match(text);
                     QVERIFY2(m.hasMatch(), qPrintable(text));
                     QCOMPARE(m.captured(1), en.captured(1));
                 }
