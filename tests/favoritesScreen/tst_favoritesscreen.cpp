@@ -26,7 +26,6 @@ QStringList names(const Rows &rows)
 
 } // namespace
 
-// The favorites screen as a user meets it, offscreen, through its items.
 class TestFavoritesScreen : public QObject
 {
     Q_OBJECT
@@ -54,7 +53,6 @@ class TestFavoritesScreen : public QObject
     QString name(int row) const { return h->text("labelName", cell(row)); }
     Rows stored() const { return h->settings.value(favorites).value_or(Rows{}); }
 
-    // Drags a card to the left by `distance`, in `steps` moves `ms` apart.
     void swipeLeft(int row, int distance, int steps, int ms)
     {
         h->drag(h->centre(cell(row)) + QPoint(150, 0), QPoint(-distance, 0), steps, ms);
@@ -226,12 +224,10 @@ private slots:
         swipeLeft(1, 60, 6, 30);
         QTest::qWait(1000);
         QVERIFY(deleteShown(1));
-        // A tap elsewhere only closes it.
         h->tap(cell(0));
         QTRY_VERIFY(!deleteShown(1));
         QCOMPARE(requested.count(), 0);
         QCOMPARE(stored(), before);
-        // Open again, and a tap on the button deletes.
         swipeLeft(1, 60, 6, 30);
         QTRY_COMPARE(h->find("deleteAction", cell(1))->width(), 80.0);
         h->tap(h->find("deleteAction", cell(1)));

@@ -9,7 +9,6 @@
 
 using namespace SettingsKeys;
 
-// The main screen as a user meets it: the real QML view over its controller.
 class TestMainScreen : public QObject
 {
     Q_OBJECT

@@ -5,7 +5,6 @@
 #include <QDesktopServices>
 #include <optional>
 
-// Stands in for the desktop's handler of a URL scheme.
 class UrlCatcher : public QObject
 {
     Q_OBJECT
@@ -19,7 +18,6 @@ public slots:
 
 using namespace SettingsKeys;
 
-// The settings screen as a user meets it, offscreen, through its items.
 class TestSettingsScreen : public QObject
 {
     Q_OBJECT
@@ -34,7 +32,6 @@ class TestSettingsScreen : public QObject
 
     bool checked(const QString &name) const { return h->find(name)->property("checked").toBool(); }
 
-    // The colour buttons shown as chosen, by tag.
     QList<int> framed() const
     {
         QList<int> tags;
