@@ -277,22 +277,19 @@ private slots:
         QCOMPARE(ChineseZodiac::polarity(year), texts[2]);
     }
 
+    // Midnight in Berlin starting the year of the Tiger is still the
+    // afternoon before in Los Angeles, the year of the Ox there; in every
+    // zone the year starts at its own local midnight.
     void followsTheTimeZoneOfEachLookup()
     {
-        // Midnight in Berlin starting the year of the Tiger is still the
-        // afternoon before in Los Angeles: the year of the Ox there.
         const QDateTime berlinNewYear = at(1902, 2, 8).toUTC();
-        QCOMPARE(ChineseZodiac::yearOf(berlinNewYear).value_or(0), 1902);
-        {
-            TimeZoneScope losAngeles("America/Los_Angeles");
-            QCOMPARE(ChineseZodiac::yearOf(berlinNewYear).value_or(0), 1901);
+        for (const auto &[zone, year] : {std::pair{"Europe/Berlin", 1902},
+                                         {"America/Los_Angeles", 1901},
+                                         {"Australia/Sydney", 1902}}) {
+            const TimeZoneScope scope(zone);
+            QCOMPARE(ChineseZodiac::yearOf(berlinNewYear).value_or(0), year);
             QCOMPARE(ChineseZodiac::yearOf(at(1902, 2, 8)).value_or(0), 1902);
-            QCOMPARE(ChineseZodiac::yearOf(at(1901, 2, 19)).value_or(0), 1900);
-        }
-        {
-            TimeZoneScope sydney("Australia/Sydney");
             QCOMPARE(ChineseZodiac::yearOf(at(1902, 2, 7, 23, 59)).value_or(0), 1901);
-            QCOMPARE(ChineseZodiac::yearOf(berlinNewYear).value_or(0), 1902);
         }
     }
 

@@ -109,7 +109,6 @@ private slots:
         QFETCH(QString, name);
         QFETCH(QString, startsWith);
         QFETCH(int, year);
-        h->settings.set(moreDetails, true);
         h->settings.set(handOverPending, true);
         h->settings.set(handOverMovePicker, move);
         h->settings.set(handOverName, name);

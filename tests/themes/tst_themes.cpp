@@ -4,6 +4,7 @@
 
 #include <QProcess>
 #include <QTest>
+#include <algorithm>
 
 namespace {
 // Run as a child with "--look N", the binary only asks for theme N.
@@ -211,11 +212,9 @@ private slots:
         const double alpha = Contrast::lowestOpacity(color, backgrounds, Contrast::text);
         QVERIFY(alpha > 0 && alpha < 1);
         const auto reads = [&](double a) {
-            for (const Rgb &under : backgrounds) {
-                if (Contrast::ratio(Contrast::over(color, a, under), under) < Contrast::text)
-                    return false;
-            }
-            return true;
+            return std::all_of(backgrounds.cbegin(), backgrounds.cend(), [&](Rgb under) {
+                return Contrast::ratio(Contrast::over(color, a, under), under) >= Contrast::text;
+            });
         };
         QVERIFY(reads(alpha));
         QVERIFY(!reads(alpha - 0.01));
