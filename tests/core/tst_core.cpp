@@ -83,9 +83,7 @@ private slots:
         QTest::newRow("grouped German") << "12.345 Tage" << 12345LL;
         QTest::newRow("Russian with a no-break space")
             << QString::fromUtf8("12\u00a0345 дней") << 12345LL;
-        QTest::newRow("one") << "1 day" << 1LL;
         QTest::newRow("no digits") << "days" << 0LL;
-        QTest::newRow("empty") << "" << 0LL;
         QTest::newRow("a minus sign is dropped") << "-5 days" << 5LL;
         QTest::newRow("Arabic-Indic digits") << QString::fromUtf8("١٢ يوم") << 12LL;
         QTest::newRow("too many digits") << "123456789012345678901234567890" << 0LL;
@@ -348,8 +346,6 @@ private slots:
         row("padded", "dd MM yyyy", "C", {2001, 1, 7}, "07 01 2001");
         row("small year padded", "yyyy", "C", {87, 5, 1}, "0087");
         row("weekday en", "EEEE", "en", birth, "Tuesday");
-        row("weekday de", "EEEE", "de", birth, "Dienstag");
-        row("weekday ru", "EEEE", "ru", birth, "вторник");
         row("month name en", "MMMM dd, yyyy", "en", birth, "March 12, 1985");
         row("month name ru takes the genitive", "dd. MMMM yyyy", "ru", birth, "12. марта 1985");
     }

@@ -36,8 +36,6 @@ private slots:
             << 12LL << none << 4 << "2.1" << true << 0LL << "2.1";
         QTest::newRow("three favorites count on")
             << 12LL << none << 3 << "2.1" << false << 13LL << none;
-        QTest::newRow("three favorites, 14th")
-            << 13LL << none << 3 << "2.1" << false << 14LL << none;
         QTest::newRow("asked for this version")
             << 40LL << "2.1" << 10 << "2.1" << false << 40LL << "2.1";
         QTest::newRow("asked for an older version")
