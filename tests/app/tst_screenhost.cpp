@@ -1,14 +1,203 @@
 // SPDX-License-Identifier: MIT
 #include "ScreenHarness.h"
+#include "themes/Contrast.h"
 
-// The window and its screen host: screens by identifier, each asked for
-// under a dim and presented over the one before, and a new main screen
-// every time "Main" is shown.
+#include <QQmlContext>
+#include <QQmlProperty>
+#include <QSet>
+#include <algorithm>
+
+namespace {
+
+struct Control
+{
+    QString name;
+    int role = 0;
+};
+
+QVariant attached(QObject *item, const char *property)
+{
+    return QQmlProperty(item, u"Accessible."_qs + QLatin1String(property), qmlContext(item)).read();
+}
+
+// Every control a screen reader can act on on each screen, by a stable key:
+// buttons, switches, fields, and the steppers that stand for the date wheels.
+QMap<QString, Control> controls(const QStringList &preferred)
+{
+    ScreenHarness h;
+    h.settings.set(SettingsKeys::favorites, {{u"Anna"_qs, u"12 3 1985"_qs}});
+    h.startApp(preferred);
+    QMap<QString, Control> found;
+    for (const auto &[button, screen] : {std::pair{QString(), u"mainView"_qs},
+                                         {u"btnFav"_qs, u"favView"_qs},
+                                         {u"btnBack"_qs, u"mainView"_qs},
+                                         {u"btnSet"_qs, u"setView"_qs}}) {
+        if (!button.isEmpty() && !h.go(button, screen))
+            qFatal("%s never showed", qPrintable(screen));
+        // The rows of the list fly in.
+        QTest::qWait(screen == u"favView" ? 1500 : 0);
+        for (QQuickItem *item : h.window->findChildren<QQuickItem *>()) {
+            if (item->inherits("QQuickAbstractButton") || item->inherits("QQuickTextField") ||
+                item->objectName().endsWith(u"Stepper"_qs)) {
+                const QString name = item->objectName();
+                found.insert(
+                    screen + u'/' +
+                        (name.isEmpty() ? QLatin1String(item->metaObject()->className()) : name),
+                    {attached(item, "name").toString(), attached(item, "role").toInt()});
+            }
+        }
+    }
+    return found;
+}
+
+// Every text and symbol that a screen or dialog draws, against the pixels
+// drawn behind it, in every theme and appearance. The window is grabbed with
+// and without the texts and symbols: the pixels that differ are the glyphs,
+// and each one's colour (with the opacity of it and its parents) is composed
+// over what lies behind its glyphs.
+//
+// TAVLO_CONTRAST_REPORT=1 prints the lowest ratio of each screen instead of
+// failing, for a summary across themes.
+
+Rgb rgbOf(QRgb c)
+{
+    return {qRed(c) / 255.0, qGreen(c) / 255.0, qBlue(c) / 255.0};
+}
+
+QString describe(const QQuickItem *item)
+{
+    QString name = item->objectName();
+    for (const QQuickItem *up = item->parentItem(); name.isEmpty() && up; up = up->parentItem())
+        name = up->objectName();
+    const QString text = item->property("text").toString().left(24).replace(u'\n', u' ');
+    return (name.isEmpty() ? QString::fromLatin1(item->metaObject()->className()) : name) +
+           (text.isEmpty() ? QString() : u" \""_qs + text + u'"');
+}
+
+struct Finding
+{
+    QString what;
+    double ratio = 21;
+    double minimum = Contrast::text;
+};
+
+// The lowest contrast of every enabled text and symbol in a popup or out of
+// one, worst first.
+QList<Finding> findings(QQuickWindow *window, bool popups)
+{
+    QList<QQuickItem *> marks;
+    for (QList<QQuickItem *> scene{window->contentItem()}; !scene.isEmpty();) {
+        QQuickItem *item = scene.takeLast();
+        if (!item->isVisible() || item->opacity() <= 0)
+            continue;
+        scene.append(item->childItems());
+        if (item->inherits("QQuickIconImage") ||
+            ((item->inherits("QQuickText") || item->inherits("QQuickTextInput")) &&
+             !item->property("text").toString().trimmed().isEmpty()))
+            marks.append(item);
+    }
+    const QImage shown = window->grabWindow();
+    // A source an effect hides is left out of drawing only: its place in the
+    // layout and its bindings stay as they are.
+    QQmlComponent hiding(qmlEngine(window));
+    hiding.setData("import QtQuick\nShaderEffectSource { hideSource: true }", {});
+    std::vector<std::unique_ptr<QObject>> hiders;
+    for (QQuickItem *mark : std::as_const(marks)) {
+        hiders.emplace_back(hiding.create());
+        hiders.back()->setProperty("sourceItem", QVariant::fromValue(mark));
+    }
+    const QImage behind = window->grabWindow();
+    hiders.clear();
+
+    QList<Finding> found;
+    for (const QQuickItem *mark : std::as_const(marks)) {
+        QRectF area = mark->mapRectToScene(mark->boundingRect() |
+                                           QRectF(0, 0, mark->width(), mark->height()));
+        bool inPopup = false;
+        const QColor c = mark->property("color").value<QColor>();
+        double alpha = c.alphaF();
+        for (const QQuickItem *up = mark; up; up = up->parentItem()) {
+            alpha *= up->opacity();
+            if (up->clip())
+                area &= up->mapRectToScene(up->boundingRect());
+            inPopup = inPopup || up->inherits("QQuickPopupItem");
+        }
+        const QRect rect = area.toAlignedRect() & behind.rect();
+        if (rect.isEmpty() || !mark->isEnabled() || inPopup != popups)
+            continue;
+        // Under its glyphs; where none differ from what is behind, all of it.
+        QSet<QRgb> under, all;
+        for (int y = rect.top(); y <= rect.bottom(); ++y) {
+            for (int x = rect.left(); x <= rect.right(); ++x) {
+                const QRgb back = behind.pixel(x, y);
+                all.insert(back);
+                if (shown.pixel(x, y) != back)
+                    under.insert(back);
+            }
+        }
+        const bool symbol = mark->inherits("QQuickIconImage");
+        const bool large = !symbol && mark->property("fontSizeMode").toInt() == 0 &&
+                           mark->property("font").value<QFont>().pixelSize() >= 24;
+        Finding finding{describe(mark), 21,
+                        symbol ? Contrast::symbol : (large ? Contrast::largeText : Contrast::text)};
+        for (const QRgb pixel : std::as_const(under.isEmpty() ? all : under)) {
+            const Rgb drawn =
+                Contrast::over({c.redF(), c.greenF(), c.blueF()}, alpha, rgbOf(pixel));
+            finding.ratio = std::min(finding.ratio, Contrast::ratio(drawn, rgbOf(pixel)));
+        }
+        found.append(finding);
+    }
+    std::sort(found.begin(), found.end(), [](const Finding &a, const Finding &b) {
+        return a.ratio / a.minimum < b.ratio / b.minimum;
+    });
+    return found;
+}
+
+} // namespace
+
 class TestScreenHost : public QObject
 {
     Q_OBJECT
 
+    bool m_report = qEnvironmentVariableIsSet("TAVLO_CONTRAST_REPORT");
+    ScreenHarness *h = nullptr;
+    QStringList m_failures;
+
+    void look(const QString &screen, bool popup = false)
+    {
+        const QList<Finding> found = findings(h->window, popup);
+        QVERIFY2(!found.isEmpty(), qPrintable(screen + u": nothing drawn"_qs));
+        if (m_report)
+            qInfo("%s\t%s\t%.2f\t%s", QTest::currentDataTag(), qPrintable(screen),
+                  found.first().ratio, qPrintable(found.first().what));
+        for (const Finding &finding : found) {
+            if (finding.ratio < finding.minimum - 1e-9 && !m_report)
+                m_failures.append(u"%1: %2 has %3:1, needs %4:1"_qs.arg(screen, finding.what)
+                                      .arg(finding.ratio, 0, 'f', 2)
+                                      .arg(finding.minimum));
+        }
+    }
+
+    QObject *controller(const QString &screen) const
+    {
+        return h->find(screen)->property("controller").value<QObject *>();
+    }
+
+    // A dialog or menu the screen's controller opens, looked at, then closed.
+    void lookAtPopup(const QString &popup, QObject *controller, const char *open,
+                     QGenericArgument argument = {})
+    {
+        QVERIFY(QMetaObject::invokeMethod(controller, open, argument));
+        QTRY_VERIFY(h->opened(popup));
+        look(popup, true);
+        QMetaObject::invokeMethod(h->window->findChild<QObject *>(popup), "close");
+        QTRY_VERIFY(!h->opened(popup));
+    }
+
 private slots:
+    // The window and its screen host: screens by identifier, each asked for
+    // under a dim and presented over the one before, and a new main screen
+    // every time "Main" is shown.
     void presentsScreensAndComesBackToANewMain_data()
     {
         QTest::addColumn<QString>("button");
@@ -40,6 +229,83 @@ private slots:
         // A new main screen ran its load: the start counter counted it.
         QCOMPARE(h.settings.value(SettingsKeys::appStarts), 2);
         QVERIFY(!h.shows(u"dimOverlay"_qs));
+    }
+
+    void everyControlIsNamedInTheLanguage()
+    {
+        const QMap<QString, Control> english = controls({u"en-US"_qs});
+        const QMap<QString, Control> russian = controls({u"ru"_qs});
+        QVERIFY(english.size() > 25);
+        QCOMPARE(russian.keys(), english.keys());
+        // Words that are the same in every language.
+        const QStringList universal = {u"OK"_qs, u"v"_qs + QStringLiteral(TAVLO_VERSION)};
+        for (auto it = russian.cbegin(); it != russian.cend(); ++it) {
+            QVERIFY2(!it->name.trimmed().isEmpty(), qPrintable(it.key() + u" has no name"_qs));
+            QVERIFY2(it->role != 0, qPrintable(it.key() + u" has no role"_qs));
+            const QString inEnglish = english.value(it.key()).name;
+            QVERIFY2(it->name != inEnglish || universal.contains(inEnglish),
+                     qPrintable(it.key() + u" is not translated: "_qs + inEnglish));
+        }
+    }
+
+    void everyTextReads_data()
+    {
+        QTest::addColumn<int>("theme");
+        QTest::addColumn<Appearance>("appearance");
+        for (int theme = 0; theme < ThemeTable::count; ++theme) {
+            QTest::addRow("%d dark", theme) << theme << Appearance::Dark;
+            QTest::addRow("%d light", theme) << theme << Appearance::Light;
+        }
+    }
+    void everyTextReads()
+    {
+        QFETCH(int, theme);
+        QFETCH(Appearance, appearance);
+        using namespace SettingsKeys;
+        ScreenHarness harness;
+        h = &harness;
+        m_failures.clear();
+        MemorySettingsStore &settings = harness.settings;
+        settings.set(favorites, {{u"Anna"_qs, u"12 3 1985"_qs},
+                                 {u"<i>Zoë</i> 🎂"_qs, u"29 2 1996"_qs},
+                                 {u"Max Mustermann"_qs, u"24 12 1970"_qs},
+                                 {u"Bob"_qs, u"1 1 2000"_qs}});
+        settings.set(color, theme);
+        for (const BooleanKey &key :
+             {firstStartDone, moreDetails, star, handOverPending, handOverMovePicker})
+            settings.set(key, true);
+        settings.set(handOverName, u"Anna"_qs);
+        settings.set(handOverBirthday, u"12 3 1985"_qs);
+        harness.startApp({u"en-US"_qs}, appearance);
+
+        look(u"main"_qs);
+        lookAtPopup(u"addDialog"_qs, controller(u"mainView"_qs), "plusPressed");
+
+        QVERIFY(harness.go(u"btnFav"_qs, u"favView"_qs));
+        // The rows fly in one after another.
+        QTest::qWait(1700);
+        look(u"favorites"_qs);
+        QObject *favView = controller(u"favView"_qs);
+        QQuickItem *list = harness.find(u"tableView"_qs);
+        QVERIFY(list->setProperty("openRow", 0));
+        QTest::qWait(400);
+        look(u"favorites, delete shown"_qs);
+        list->setProperty("openRow", -1);
+        lookAtPopup(u"editDialog"_qs, favView, "longPressed", Q_ARG(int, 0));
+        lookAtPopup(u"sortMenu"_qs, favView, "sortPressed");
+        QVERIFY(QMetaObject::invokeMethod(favView, "deleteRow", Q_ARG(int, 3)));
+        QTRY_VERIFY(harness.shows(u"undoBar"_qs) && harness.find(u"undoBar"_qs)->opacity() == 1);
+        // The deleted row fades out first.
+        QTest::qWait(400);
+        look(u"favorites, undo"_qs);
+
+        QVERIFY(harness.go(u"btnBack"_qs, u"mainView"_qs));
+        QVERIFY(harness.go(u"btnSet"_qs, u"setView"_qs));
+        look(u"settings"_qs);
+        QVERIFY(QMetaObject::invokeMethod(controller(u"setView"_qs), "infoPressed"));
+        QTRY_VERIFY(harness.shows(u"scrollViewInfo"_qs));
+        look(u"info"_qs);
+        QVERIFY2(m_failures.isEmpty(), qPrintable(m_failures.join(u'\n')));
     }
 };
 

@@ -16,6 +16,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 #include <QtQml/qqmlextensionplugin.h>
+#include <algorithm>
+#include <functional>
 #include <memory>
 #include <type_traits>
 
@@ -82,7 +84,6 @@ public:
         return controller;
     }
 
-    // The whole app as it starts: its window, with the main screen shown.
     void startApp(const QStringList &preferred = {u"en-US"_qs},
                   Appearance appearance = Appearance::Dark)
     {
@@ -110,18 +111,12 @@ public:
                 all.append(item);
             scene.append(item->childItems());
         }
-        for (QQuickItem *item : all) {
-            if (item->isVisible())
-                return item;
-        }
-        return all.value(0);
+        const auto shown =
+            std::find_if(all.cbegin(), all.cend(), std::mem_fn(&QQuickItem::isVisible));
+        return shown != all.cend() ? *shown : all.value(0);
     }
 
-    bool shows(const QString &name) const
-    {
-        const QQuickItem *item = find(name);
-        return item && item->isVisible();
-    }
+    bool shows(const QString &name) const { return find(name) && find(name)->isVisible(); }
 
     QString text(const QString &name, QQuickItem *in = nullptr) const
     {
@@ -147,7 +142,6 @@ public:
     }
     void tap(const QString &name) const { tap(find(name)); }
 
-    // A finger put down at `from` and moved by `by` in `steps` moves `ms` apart.
     void drag(QPoint from, QPoint by, int steps = 10, int ms = 10) const
     {
         QTest::mousePress(window, Qt::LeftButton, {}, from);
@@ -165,7 +159,6 @@ public:
         return shown == 1 && shows(screen);
     }
 
-    // Taps `button` and waits until `screen` is the one screen shown.
     bool go(const QString &button, const QString &screen) const
     {
         tap(button);

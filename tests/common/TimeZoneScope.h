@@ -4,29 +4,25 @@
 #include <QByteArray>
 #include <QtGlobal>
 #include <ctime>
+#include <optional>
 
 // Sets the process's time zone (TZ) for a scope and restores it afterwards.
 class TimeZoneScope
 {
 public:
     explicit TimeZoneScope(const QByteArray &zone)
-        : m_previous(qgetenv("TZ")), m_hadPrevious(qEnvironmentVariableIsSet("TZ"))
     {
         qputenv("TZ", zone);
         tzset();
     }
     ~TimeZoneScope()
     {
-        if (m_hadPrevious)
-            qputenv("TZ", m_previous);
-        else
-            qunsetenv("TZ");
+        m_previous ? qputenv("TZ", *m_previous) : qunsetenv("TZ");
         tzset();
     }
-    TimeZoneScope(const TimeZoneScope &) = delete;
-    TimeZoneScope &operator=(const TimeZoneScope &) = delete;
+    Q_DISABLE_COPY(TimeZoneScope)
 
 private:
-    QByteArray m_previous;
-    bool m_hadPrevious;
+    const std::optional<QByteArray> m_previous =
+        qEnvironmentVariableIsSet("TZ") ? std::optional(qgetenv("TZ")) : std::nullopt;
 };

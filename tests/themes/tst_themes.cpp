@@ -4,6 +4,7 @@
 
 #include <QProcess>
 #include <QTest>
+#include <algorithm>
 
 namespace {
 // Run as a child with "--look N", the binary only asks for theme N.
@@ -16,6 +17,26 @@ ThemeTable table(Appearance appearance, bool lightColors)
         table.useLightColors();
     return table;
 }
+
+constexpr Rgb black{0, 0, 0}, white{1, 1, 1};
+
+// Hue is meaningless without saturation, and at the ends of lightness.
+void compareHue(Rgb a, Rgb b)
+{
+    const Contrast::Hsl x = Contrast::toHsl(a), y = Contrast::toHsl(b);
+    if (x.saturation < 1e-6 || y.lightness <= 1e-6 || y.lightness >= 1 - 1e-6)
+        return;
+    QVERIFY2(std::abs(x.hue - y.hue) < 1e-6 || std::abs(std::abs(x.hue - y.hue) - 1) < 1e-6,
+             qPrintable(QStringLiteral("hue %1 became %2").arg(x.hue).arg(y.hue)));
+    QVERIFY(std::abs(x.saturation - y.saturation) < 1e-6);
+}
+
+Rgb withLightness(Rgb color, double lightness)
+{
+    Contrast::Hsl hsl = Contrast::toHsl(color);
+    hsl.lightness = lightness;
+    return Contrast::fromHsl(hsl);
+}
 } // namespace
 
 class TestThemes : public QObject
@@ -23,47 +44,28 @@ class TestThemes : public QObject
     Q_OBJECT
 
 private slots:
-    void everyTheme_data()
+    // What the screens do not show: theme 9's accent and thin title bar,
+    // and gradients that run from lighter to darker.
+    void looks()
     {
-        QTest::addColumn<bool>("lightColors");
-        QTest::addColumn<int>("index");
-        for (const bool isLight : {false, true}) {
-            for (int c = 0; c < ThemeTable::count; ++c)
-                QTest::addRow("%s %d", isLight ? "light" : "dark", c) << isLight << c;
-        }
-    }
-    void everyTheme()
-    {
-        QFETCH(bool, lightColors);
-        QFETCH(int, index);
-        const Appearance appearance = lightColors ? Appearance::Light : Appearance::Dark;
-        const ThemeTable themes = table(appearance, lightColors);
-        const ThemeLook look = themes.look(index);
-        const SystemColors system = SystemColors::of(appearance);
-        const Rgb entry = themes.color(index);
-
-        QCOMPARE(look.accent, index == 9 ? system.darkGrey : entry);
-        QCOMPARE(look.backgroundImage, index <= 4 ? QStringLiteral("space%1").arg(index) : "");
-        QCOMPARE(look.blur, index <= 4);
-        QCOMPARE(look.thinTitleBar, index == 9);
-        QCOMPARE(look.backgroundColor.has_value(), index > 4);
-        QCOMPARE(look.gradient.has_value(), index > 4 && index < 9);
-        if (index == 9)
-            QCOMPARE(*look.backgroundColor, system.background);
-        if (index <= 4 || index == 9)
-            return;
-        QCOMPARE(*look.backgroundColor, entry);
-        // 0.07 lighter to 0.12 darker, to the rounding of a double.
-        const auto [top, bottom] = *look.gradient;
-        for (const auto &[end, by] : {std::pair{top, 0.07}, std::pair{bottom, -0.12}}) {
-            QCOMPARE(end.red, entry.red + by);
-            QCOMPARE(end.green, entry.green + by);
-            QCOMPARE(end.blue, entry.blue + by);
+        for (const Appearance appearance : {Appearance::Dark, Appearance::Light}) {
+            const ThemeTable themes = table(appearance, appearance == Appearance::Light);
+            for (int index = 0; index < ThemeTable::count; ++index) {
+                const ThemeLook look = themes.look(index);
+                const Rgb entry = themes.color(index);
+                QCOMPARE(look.accent, index == 9 ? SystemColors::of(appearance).darkGrey : entry);
+                QCOMPARE(look.thinTitleBar, index == 9);
+                if (look.gradient) {
+                    const double l = Contrast::luminance(entry);
+                    QVERIFY(Contrast::luminance(look.gradient->first) > l);
+                    QVERIFY(Contrast::luminance(look.gradient->second) < l);
+                }
+            }
         }
     }
 
-    // Nine distinct colours in each table; the light table is lighter where
-    // it differs, and keeps 0, 1 and 3.
+    // Nine distinct colours in each table, chosen by useLightColors() alone;
+    // the light table is lighter where it differs, and keeps 0, 1 and 3.
     void tables()
     {
         const ThemeTable dark = table(Appearance::Dark, false);
@@ -76,6 +78,7 @@ private slots:
                 for (int j = 0; j < i; ++j)
                     QVERIFY(t->tableColor(j) != c);
             }
+            QCOMPARE(table(Appearance::Light, false).tableColor(i), dark.tableColor(i));
             const bool kept = i == 0 || i == 1 || i == 3;
             QCOMPARE(light.tableColor(i) == dark.tableColor(i), kept);
             if (!kept)
@@ -84,37 +87,13 @@ private slots:
         }
     }
 
-    // The table is chosen by useLightColors(), theme 9 by the appearance.
-    void tableAndAppearanceAreIndependent()
-    {
-        for (const bool lightColors : {false, true}) {
-            const ThemeTable onDark = table(Appearance::Dark, lightColors);
-            const ThemeTable onLight = table(Appearance::Light, lightColors);
-            QCOMPARE(onLight.lightColors(), lightColors);
-            for (int i = 0; i < 9; ++i)
-                QCOMPARE(onLight.tableColor(i), onDark.tableColor(i));
-            QCOMPARE(*onDark.look(9).backgroundColor, (Rgb{0, 0, 0}));
-            QCOMPARE(*onLight.look(9).backgroundColor, (Rgb{1, 1, 1}));
-        }
-    }
-
-    void lightened_data()
-    {
-        QTest::addColumn<Rgb>("color");
-        QTest::addColumn<double>("percent");
-        QTest::addColumn<Rgb>("expected");
-        QTest::newRow("plain") << Rgb{0.2, 0.4, 0.6} << 10.0 << Rgb{0.3, 0.5, 0.7};
-        QTest::newRow("clamped per channel") << Rgb{0.5, 0.95, 1} << 10.0 << Rgb{0.6, 1, 1};
-    }
+    // Per channel, and never past full strength.
     void lightened()
     {
-        QFETCH(Rgb, color);
-        QFETCH(double, percent);
-        QFETCH(Rgb, expected);
-        const Rgb result = ThemeTable::lightened(color, percent);
-        QCOMPARE(result.red, expected.red);
-        QCOMPARE(result.green, expected.green);
-        QCOMPARE(result.blue, expected.blue);
+        const Rgb result = ThemeTable::lightened({0.5, 0.95, 1}, 10);
+        QCOMPARE(result.red, 0.6);
+        QCOMPARE(result.green, 1.0);
+        QCOMPARE(result.blue, 1.0);
     }
 
     void indexOutsideTheTableStops_data()
@@ -142,6 +121,139 @@ private slots:
         } else {
             QCOMPARE(child.exitCode(), 0);
         }
+    }
+
+    // Fixed points of the WCAG formula.
+    void ratio_data()
+    {
+        QTest::addColumn<Rgb>("a");
+        QTest::addColumn<Rgb>("b");
+        QTest::addColumn<double>("ratio");
+        QTest::newRow("black on white") << black << white << 21.0;
+        QTest::newRow("the same") << Rgb{0.3, 0.6, 0.9} << Rgb{0.3, 0.6, 0.9} << 1.0;
+        QTest::newRow("#777777 on white, just short of 4.5")
+            << Rgb{0x77 / 255.0, 0x77 / 255.0, 0x77 / 255.0} << white << 4.48;
+        QTest::newRow("pure red on black") << Rgb{1, 0, 0} << black << 5.25;
+        QTest::newRow("out of range clamps") << Rgb{1.2, 1.3, 1.1} << Rgb{-0.1, 0, 0} << 21.0;
+    }
+    void ratio()
+    {
+        QFETCH(Rgb, a);
+        QFETCH(Rgb, b);
+        QFETCH(double, ratio);
+        QCOMPARE(std::round(Contrast::ratio(a, b) * 100) / 100, ratio);
+        QCOMPARE(Contrast::ratio(a, b), Contrast::ratio(b, a));
+    }
+
+    void hslRoundTrip()
+    {
+        for (int i = 0; i < 125; ++i) {
+            const Rgb c{i / 25 / 4.0, i / 5 % 5 / 4.0, i % 5 / 4.0};
+            const Rgb back = Contrast::fromHsl(Contrast::toHsl(c));
+            QVERIFY(std::abs(back.red - c.red) < 1e-9 && std::abs(back.green - c.green) < 1e-9 &&
+                    std::abs(back.blue - c.blue) < 1e-9);
+        }
+    }
+
+    // The designed colours that come out too faint, against the
+    // backgrounds they meet: the result reads, keeps its hue and saturation,
+    // and moves no further than it must.
+    void legible_data()
+    {
+        QTest::addColumn<Rgb>("color");
+        QTest::addColumn<QList<Rgb>>("backgrounds");
+        QTest::addColumn<double>("minimum");
+        const Rgb alert{0.17, 0.17, 0.18};
+        QTest::newRow("navy accent on a dark alert")
+            << Rgb{0.009912484, 0.1478197, 0.21379039} << QList<Rgb>{alert} << 4.5;
+        QTest::newRow("olive accent on a dark alert")
+            << Rgb{0.22145256, 0.27209446, 0.0019903344} << QList<Rgb>{alert} << 4.5;
+        QTest::newRow("yellow star on a yellow card")
+            << Rgb{0.9, 0.7740956, 0} << QList<Rgb>{{1, 0.9, 0.2}, {0.9, 0.77, 0}} << 4.5;
+        QTest::newRow("white age on a pale card") << white << QList<Rgb>{{0.95, 0.9, 0.6}} << 4.5;
+        QTest::newRow("grey birthday on a dark red card")
+            << Rgb{0.56, 0.56, 0.58} << QList<Rgb>{{0.5, 0.02, 0.2}, {0.2, 0, 0.05}} << 4.5;
+        QTest::newRow("already enough: unchanged") << white << QList<Rgb>{black} << 4.5;
+        QTest::newRow("a swatch on its own colour")
+            << Rgb{0.46, 0.57, 0} << QList<Rgb>{{0.46, 0.57, 0}} << 3.0;
+    }
+    void legible()
+    {
+        QFETCH(Rgb, color);
+        QFETCH(QList<Rgb>, backgrounds);
+        QFETCH(double, minimum);
+        const Rgb result = Contrast::legible(color, backgrounds, minimum);
+        QVERIFY2(Contrast::lowestRatio(result, backgrounds) >= minimum,
+                 qPrintable(QString::number(Contrast::lowestRatio(result, backgrounds))));
+        compareHue(color, result);
+        if (Contrast::lowestRatio(color, backgrounds) >= minimum) {
+            QCOMPARE(result, color);
+            return;
+        }
+        // One step less of the change would not be enough.
+        const double from = Contrast::toHsl(color).lightness;
+        const double to = Contrast::toHsl(result).lightness;
+        const double back = to + (from > to ? 0.001 : -0.001);
+        QVERIFY(Contrast::lowestRatio(withLightness(color, back), backgrounds) < minimum);
+    }
+
+    void lowestOpacityIsTheLowest_data()
+    {
+        QTest::addColumn<Rgb>("color");
+        QTest::addColumn<QList<Rgb>>("backgrounds");
+        QTest::newRow("white on navy") << white << QList<Rgb>{{0.03, 0.2, 0.27}, {0, 0.03, 0.09}};
+        QTest::newRow("black on pale yellow") << black << QList<Rgb>{{1, 0.94, 0.07}};
+        QTest::newRow("white on a dark alert") << white << QList<Rgb>{{0.17, 0.17, 0.18}};
+    }
+    void lowestOpacityIsTheLowest()
+    {
+        QFETCH(Rgb, color);
+        QFETCH(QList<Rgb>, backgrounds);
+        const double alpha = Contrast::lowestOpacity(color, backgrounds, Contrast::text);
+        QVERIFY(alpha > 0 && alpha < 1);
+        const auto reads = [&](double a) {
+            return std::all_of(backgrounds.cbegin(), backgrounds.cend(), [&](Rgb under) {
+                return Contrast::ratio(Contrast::over(color, a, under), under) >= Contrast::text;
+            });
+        };
+        QVERIFY(reads(alpha));
+        QVERIFY(!reads(alpha - 0.01));
+    }
+
+    // The plain colours are the screens' backgrounds: the label reads over
+    // both ends of their gradient, in the table's hue, changed only where the
+    // table's own colour did not read.
+    void plainThemesCarryTheirLabel_data()
+    {
+        QTest::addColumn<Appearance>("appearance");
+        QTest::addColumn<int>("theme");
+        for (const Appearance appearance : {Appearance::Dark, Appearance::Light}) {
+            for (int theme = 5; theme <= 8; ++theme) {
+                QTest::addRow("%s %d", appearance == Appearance::Dark ? "dark" : "light", theme)
+                    << appearance << theme;
+            }
+        }
+    }
+    void plainThemesCarryTheirLabel()
+    {
+        QFETCH(Appearance, appearance);
+        QFETCH(int, theme);
+        ThemeTable table(appearance);
+        if (appearance == Appearance::Light)
+            table.useLightColors();
+        const Rgb label = SystemColors::of(appearance).label;
+        const auto worst = [&](Rgb color) {
+            const auto [top, bottom] = ThemeTable::gradientOf(color);
+            return Contrast::lowestRatio(label, {top, bottom});
+        };
+        const Rgb original = table.tableColor(theme);
+        const Rgb shown = table.color(theme);
+        QVERIFY(worst(shown) >= Contrast::text);
+        compareHue(original, shown);
+        if (worst(original) >= Contrast::text + Contrast::margin)
+            QCOMPARE(shown, original);
+        const ThemeLook look = table.look(theme);
+        QCOMPARE(look.backgroundColor, std::optional<Rgb>(shown));
     }
 };
 

@@ -1,12 +1,19 @@
 // SPDX-License-Identifier: MIT
+#include "DiskFaults.h"
+#include "core/Clock.h"
+#include "core/DebugLog.h"
 #include "session/RatingRule.h"
+#include "session/Session.h"
+#include "settings/FileSettingsStore.h"
 #include "settings/MemorySettingsStore.h"
 
+#include <QSignalSpy>
+#include <QTemporaryDir>
 #include <QTest>
 
 using namespace SettingsKeys;
 
-class TestRatingRule : public QObject
+class TestSession : public QObject
 {
     Q_OBJECT
 
@@ -29,8 +36,6 @@ private slots:
             << 12LL << none << 4 << "2.1" << true << 0LL << "2.1";
         QTest::newRow("three favorites count on")
             << 12LL << none << 3 << "2.1" << false << 13LL << none;
-        QTest::newRow("three favorites, 14th")
-            << 13LL << none << 3 << "2.1" << false << 14LL << none;
         QTest::newRow("asked for this version")
             << 40LL << "2.1" << 10 << "2.1" << false << 40LL << "2.1";
         QTest::newRow("asked for an older version")
@@ -65,23 +70,44 @@ private slots:
         QCOMPARE(store.value(appStarts), 0);
     }
 
-    void oncePerVersion()
+    // Whatever screen makes a change that cannot be saved, the session's notice
+    // says so in the interface language, and the debug line says which file.
+    void aFailedWriteShowsTheNotice_data()
     {
-        MemorySettingsStore store;
-        const auto asksOnStart = [&](const QString &version) {
-            for (int start = 1; start <= 40; ++start) {
-                if (applyRatingRule(store, 10, version).askForRating)
-                    return start;
-            }
-            return 0;
-        };
-        QCOMPARE(asksOnStart(QStringLiteral("2.1")), 13);
-        QCOMPARE(asksOnStart(QStringLiteral("2.1")), 0);
-        QCOMPARE(store.value(appStarts), 0);
-        QCOMPARE(asksOnStart(QStringLiteral("2.2")), 13);
-        QCOMPARE(store.value(reviewedVersion), QStringLiteral("2.2"));
+        QTest::addColumn<QString>("language");
+        QTest::addColumn<QString>("text");
+        QTest::newRow("English") << "en-GB"
+                                 << "Your change could not be saved: Read-only file system";
+        QTest::newRow("Russian") << "ru-RU"
+                                 << "Не удалось сохранить изменение: Read-only file system";
+    }
+    void aFailedWriteShowsTheNotice()
+    {
+        QFETCH(QString, language);
+        QFETCH(QString, text);
+        QTemporaryDir dir;
+        const QString path = dir.filePath("tavlo.conf");
+        FileSettingsStore settings(path, failingWriter(AtomicFileWriter::Step::Open, EROFS));
+        FixedClock clock(QDateTime(QDate(2026, 11, 23), QTime(9, 0)));
+        Session session(settings, clock, {language}, Appearance::Dark);
+        session.decideLanguage();
+        QStringList lines;
+        const DebugLog::Sink previous =
+            DebugLog::setSink([&](const QString &line) { lines.append(line); });
+        QSignalSpy changed(&session.saveNotice, &SaveNotice::changed);
+
+        QVERIFY(!session.saveNotice.shown());
+        QVERIFY(!session.favorites.append("Anna", 12, 3, 1985).ok());
+        DebugLog::setSink(previous);
+
+        QVERIFY(session.saveNotice.shown());
+        QCOMPARE(session.saveNotice.text(), text);
+        QCOMPARE(changed.size(), 1);
+        QCOMPARE(lines, QStringList{"could not save " + path + ": Read-only file system"});
+        // The list stays as the user left it.
+        QCOMPARE(session.favorites.count(), 1);
     }
 };
 
-QTEST_GUILESS_MAIN(TestRatingRule)
-#include "tst_ratingrule.moc"
+QTEST_GUILESS_MAIN(TestSession)
+#include "tst_session.moc"
