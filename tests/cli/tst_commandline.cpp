@@ -214,13 +214,13 @@ private slots:
         QTest::newRow("details stored") << true << en << 0LL << QStringList{} << "Your age is: ";
         QTest::newRow("details stored, --short")
             << true << en << 0LL << QStringList{"--short"} << "Your age\n\n";
-        QTest::newRow("--details") << false << en << 0LL << QStringList{"--details"}
-                                   << "Your age is: ";
+        QTest::newRow("--details")
+            << false << en << 0LL << QStringList{"--details"} << "Your age is: ";
         QTest::newRow("device German")
             << false << QStringList{"de-CH"} << 0LL << QStringList{} << "Dein Alter";
         QTest::newRow("stored Russian") << false << en << 2LL << QStringList{} << "Твой \n";
-        QTest::newRow("--lang wins") << false << QStringList{"de-CH"} << 2LL
-                                     << QStringList{"--lang", "en"} << "Your age";
+        QTest::newRow("--lang wins")
+            << false << QStringList{"de-CH"} << 2LL << QStringList{"--lang", "en"} << "Your age";
     }
     void reportFollowsTheSettingsUnlessChosen()
     {
@@ -244,9 +244,8 @@ private slots:
     // the prompt alone.
     void reportJson()
     {
-        const CommandRun run =
-            tavlo({"report", "--json", "--lang", "de", "--now", "2026-11-22T12:00",
-                   "1902-02-08T10:00", "2026-11-22T12:00"});
+        const CommandRun run = tavlo({"report", "--json", "--lang", "de", "--now",
+                                      "2026-11-22T12:00", "1902-02-08T10:00", "2026-11-22T12:00"});
         QCOMPARE(run.status, 0);
         const QStringList lines = run.out.split(u'\n');
         QCOMPARE(lines.size(), 3);
@@ -326,9 +325,9 @@ private slots:
     void importsFilesOnce()
     {
         m_settings.set(SettingsKeys::favorites, twoFavorites);
-        const QString first = file("first.vcf", card("FN:Cleo\r\nBDAY:19900101\r\n") +
-                                                    card("FN:No Birthday\r\n") +
-                                                    card("FN:Leap\r\nBDAY:1985-02-29\r\n"));
+        const QString first =
+            file("first.vcf", card("FN:Cleo\r\nBDAY:19900101\r\n") + card("FN:No Birthday\r\n") +
+                                  card("FN:Leap\r\nBDAY:1985-02-29\r\n"));
         const QString second =
             file("own/second.vcard", card("FN: Anna \r\nBDAY;VALUE=date:1985-11-22\r\n") +
                                          card("FN:Dan\r\nBDAY:--0312\r\n") +
@@ -414,8 +413,8 @@ private slots:
     {
         QFETCH(QStringList, arguments);
         beforeReminders();
-        m_center.addError = NotificationError{"WakeUpNotWritten",
-                                              "could not save /u/reminder.timer: Disk full"};
+        m_center.addError =
+            NotificationError{"WakeUpNotWritten", "could not save /u/reminder.timer: Disk full"};
         const CommandRun run = tavlo(arguments);
         QCOMPARE(run.status, 1);
         QCOMPARE(run.out, QString());
@@ -435,8 +434,9 @@ private slots:
         QTest::newRow("list") << QStringList{"reminders"} << true << twoReminders << 0;
         QTest::newRow("schedule") << QStringList{"reminders", "schedule"} << true << twoReminders
                                   << 2;
-        QTest::newRow("schedule, not allowed") << QStringList{"reminders", "schedule"} << false
-                                               << "No reminders scheduled.\n" << 0;
+        QTest::newRow("schedule, not allowed")
+            << QStringList{"reminders", "schedule"} << false << "No reminders scheduled.\n"
+            << 0;
     }
     void reminders()
     {
