@@ -139,32 +139,6 @@ private slots:
         QCOMPARE(plan.summary.alreadyThere, 2);
     }
 
-    void summaryInEachLanguage_data()
-    {
-        QTest::addColumn<Language>("language");
-        QTest::addColumn<QString>("text");
-        QTest::newRow("en") << Language::English
-                            << "8 added, 1 already there, 4 skipped (1 no birthday, 2 no birth "
-                               "year, 1 impossible date)";
-        QTest::newRow("de") << Language::German
-                            << u"8 hinzugefügt, 1 schon vorhanden, 4 übersprungen (1 ohne "
-                               u"Geburtstag, 2 ohne Geburtsjahr, 1 unmögliches Datum)"_s;
-        QTest::newRow("ru") << Language::Russian
-                            << u"добавлено: 8, уже есть: 1, пропущено: 4 (без дня рождения: 1, "
-                               u"без года рождения: 2, несуществующая дата: 1)"_s;
-    }
-    void summaryInEachLanguage()
-    {
-        QFETCH(Language, language);
-        QFETCH(QString, text);
-        UiStrings strings;
-        strings.apply(language);
-        ImportSummary summary{8, 1, 1, 2, 1, 0, 0};
-        QCOMPARE(BirthdayImport::summaryText(summary, strings), text);
-        QCOMPARE(BirthdayImport::summaryText(ImportSummary{}, UiStrings()),
-                 "0 added, 0 already there, 0 skipped");
-    }
-
     void refusesWhatIsNoAddressBook_data()
     {
         QTest::addColumn<QByteArray>("file");
