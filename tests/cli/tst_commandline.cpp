@@ -43,7 +43,6 @@ class TestCommandLine : public QObject
     MemorySettingsStore m_settings;
     FixedClock m_clock{at(2026, 11, 22, 12)};
     QStringList m_preferred;
-    PhoneContactsReader m_phoneContacts;
     RecordingNotificationCenter m_center;
     QTemporaryDir m_files;
 
@@ -53,7 +52,6 @@ class TestCommandLine : public QObject
         QTextStream out(&run.out), err(&run.err);
         CommandContext context{m_settings, m_preferred, m_clock, out, err};
         context.notifications = [this] { return &m_center; };
-        context.phoneContacts = m_phoneContacts;
         run.status = runCommandLine(QStringList{"tavlo"} + arguments, context);
         return run;
     }
@@ -99,7 +97,6 @@ private slots:
         m_settings = MemorySettingsStore();
         m_clock.set(at(2026, 11, 22, 12));
         m_preferred = {"en-US"};
-        m_phoneContacts = {};
         m_center = RecordingNotificationCenter();
     }
 
@@ -347,8 +344,8 @@ private slots:
         QCOMPARE(m_settings.writeCount(), writes);
     }
 
-    // The phone's address books: the reader the platform gives, or else
-    // Plasma Mobile's folder with its files one level down.
+    // Without a reader of the phone's address books, Plasma Mobile's folder
+    // with its files one level down.
     void importsThePhonesContacts()
     {
         const QByteArray xdgData = qgetenv("XDG_DATA_HOME");
@@ -358,17 +355,10 @@ private slots:
         file("data/kpeoplevcard/own/deeper/c.vcf", card("FN:Too Deep\r\nBDAY:1972-05-06\r\n"));
         file("data/kpeoplevcard/notes.txt", card("FN:Not a vCard file\r\nBDAY:1973-05-06\r\n"));
         file("data/kpeoplevcard/broken.vcf", "garbage");
-        CommandRun run = tavlo({"favorites", "import", "--contacts"});
+        const CommandRun run = tavlo({"favorites", "import", "--contacts"});
         qputenv("XDG_DATA_HOME", xdgData);
         QCOMPARE(run.out, "tavlo: 2 added, 0 already there, 0 skipped\n");
         QCOMPARE(stored(), (Rows{{"Folder Top", "6 5 1970"}, {"Folder Own", "6 5 1971"}}));
-
-        m_phoneContacts = [] {
-            return PhoneContactsRead{{{"Folder Top", "1970-05-06"}, {"Service", "1999-09-09"}}, {}};
-        };
-        run = tavlo({"favorites", "import", "--contacts"});
-        QCOMPARE(run.out, "tavlo: 1 added, 1 already there, 0 skipped\n");
-        QCOMPARE(stored().last(), (QStringList{"Service", "9 9 1999"}));
     }
 
     // Exported cards read back as the same favorites; "-" is standard output.
@@ -473,7 +463,7 @@ private slots:
         QCOMPARE(p->exitCode(), 0);
         const QByteArray out = p->readAllStandardOutput();
         QVERIFY2(out.startsWith("{\"display\":\"Your age\\n\\nIn years: 41\\n"), out.constData());
-        QVERIFY(out.contains("\"zodiacSign\":\"Pisces ♓︎\"") && out.endsWith("}\n"));
+        QVERIFY(out.endsWith("}\n"));
         QVERIFY(!QDir(m_files.filePath("config")).exists());
 
         p = start({"report", "--now", "2026-11-22", "1985-03-12"}, "ru_RU.UTF-8");
