@@ -101,10 +101,8 @@ private slots:
             << "BDAY;X-APPLE-OMIT-YEAR=1604;VALUE=date:1604-03-12\n"_ba
             << ImportOutcome::NoBirthYear;
         QTest::newRow("year 0000") << "BDAY:0000-03-12\n"_ba << ImportOutcome::NoBirthYear;
-        QTest::newRow("30 February") << "BDAY:1985-02-30\n"_ba << ImportOutcome::ImpossibleDate;
         QTest::newRow("29 February, common year")
             << "BDAY:19850229\n"_ba << ImportOutcome::ImpossibleDate;
-        QTest::newRow("month 13") << "BDAY:1985-13-01\n"_ba << ImportOutcome::ImpossibleDate;
         QTest::newRow("tomorrow") << "BDAY:2026-11-23\n"_ba << ImportOutcome::FutureDate;
         QTest::newRow("text value")
             << "BDAY;VALUE=text:circa 1800\n"_ba << ImportOutcome::UnreadableDate;
@@ -197,16 +195,13 @@ private slots:
             const int changes = 1 + random.bounded(8);
             for (int i = 0; i < changes; ++i) {
                 const int at = random.bounded(file.size());
-                switch (random.bounded(3)) {
-                case 0:
+                const int kind = random.bounded(3);
+                if (kind == 0)
                     file[at] = char(random.bounded(256));
-                    break;
-                case 1:
+                else if (kind == 1)
                     file.remove(at, random.bounded(20));
-                    break;
-                default:
+                else
                     file.insert(at, "=\r\n;:\"\\ "[random.bounded(9)]);
-                }
             }
             const ImportPlan plan = planFor(file);
             for (const Favorite &favorite : plan.additions)

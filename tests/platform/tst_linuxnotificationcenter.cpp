@@ -448,9 +448,7 @@ private slots:
                     .contains("OnCalendar=2026-03-09 06:30:00 UTC"));
 
         // Nothing pending: nothing of Tavlo's left; other units untouched.
-        QFile other(QDir(units()).filePath(u"other.timer"_s));
-        QVERIFY(other.open(QIODevice::WriteOnly));
-        other.close();
+        QVERIFY(QFile(QDir(units()).filePath(u"other.timer"_s)).open(QIODevice::WriteOnly));
         QVERIFY(!t.apply({}));
         QCOMPARE(snapshot(units()).keys(), QStringList{u"other.timer"_s});
     }
