@@ -199,7 +199,6 @@ private slots:
         QTEST(int(shown.size()), "shown");
         if (shown.isEmpty())
             return;
-        qInfo() << "received:" << shown[0].hints;
         QCOMPARE((QStringList{shown[0].app, shown[0].icon, shown[0].summary, shown[0].body}),
                  (QStringList{"Tavlo", "/icons/tavlo.svg", "Birthday Reminder", body}));
         checkHints(shown[0], !active);

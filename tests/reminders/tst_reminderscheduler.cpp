@@ -134,39 +134,22 @@ private slots:
         QTEST(described, "expected");
     }
 
-    void timeStepsRoundTheClock_data()
+    void timeRoundTheClockAndAcrossClockChanges()
     {
-        QTest::addColumn<QTime>("from");
-        QTest::addColumn<int>("steps");
-        QTest::addColumn<QTime>("to");
-        QTest::newRow("past midnight") << QTime(23, 45) << 1 << QTime(0, 0);
-        QTest::newRow("before midnight") << QTime(0, 0) << -1 << QTime(23, 45);
-    }
-    void timeStepsRoundTheClock()
-    {
-        QFETCH(QTime, from);
-        QFETCH(int, steps);
         ReminderTiming timing;
-        timing.timeOfDay = from;
-        QTEST(timing.steppedTime(steps), "to");
-    }
-
-    // In a zone whose clocks change at 7:00 and 8:00.
-    void timeTheClocksSkipOrRepeat_data()
-    {
-        QTest::addColumn<QDate>("day");
-        QTest::addColumn<QString>("moment");
-        QTest::newRow("skipped: where they jump to")
-            << QDate(2026, 3, 29) << "2026-03-29T08:00:00+02:00";
-        QTest::newRow("repeated: the first") << QDate(2026, 10, 25) << "2026-10-25T07:30:00+02:00";
-    }
-    void timeTheClocksSkipOrRepeat()
-    {
-        QFETCH(QDate, day);
+        timing.timeOfDay = QTime(23, 45);
+        QCOMPARE(timing.steppedTime(1), QTime(0, 0));
+        timing.timeOfDay = QTime(0, 0);
+        QCOMPARE(timing.steppedTime(-1), QTime(23, 45));
+        // Clocks that change at 7:00 and 8:00: a skipped 7:30 is where they
+        // jump to, a repeated one the first.
         const TimeZoneScope zone("XST-1XDT,M3.5.0/7,M10.5.0/8");
-        const QDateTime moment =
-            CalendarTrigger::momentIn(QTimeZone::systemTimeZone(), day, QTime(7, 30));
-        QTEST(Reminders::isoDate(moment), "moment");
+        const auto moment = [](QDate day) {
+            return Reminders::isoDate(
+                CalendarTrigger::momentIn(QTimeZone::systemTimeZone(), day, QTime(7, 30)));
+        };
+        QCOMPARE(moment(QDate(2026, 3, 29)), "2026-03-29T08:00:00+02:00");
+        QCOMPARE(moment(QDate(2026, 10, 25)), "2026-10-25T07:30:00+02:00");
     }
 
     void authorization_data()
