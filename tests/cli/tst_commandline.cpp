@@ -436,7 +436,7 @@ private slots:
         QCOMPARE(m_settings.writeCount() > writes, added > 0);
     }
 
-    // In the app's language, at the given moment, names as typed.
+    // In the app's language, at the given moment.
     void remindersJson()
     {
         beforeReminders();
@@ -456,12 +456,6 @@ private slots:
         QCOMPARE(p->exitCode(), 0);
         QVERIFY(p->readAllStandardOutput().startsWith("Твой \n"));
         QVERIFY(!QDir(m_files.filePath("config")).exists());
-
-        p = start({"report", "1985-02-30"});
-        QCOMPARE(p->exitCode(), 2);
-        QCOMPARE(p->readAllStandardOutput(), QByteArray());
-        const QByteArray err = p->readAllStandardError();
-        QVERIFY(err.count('\n') == 1 && err.contains("1985-02-30"));
 
         // Without a notification service nothing is scheduled.
         file("config/tavlo/tavlo.conf", "[person]\n1\\1=Anna\n1\\2=2 3 1985\n1\\size=2\nsize=1\n");
