@@ -206,6 +206,7 @@ private slots:
         // A tap on it opens Tavlo; a tap on another app's notification does not.
         int opened = 0;
         center.setOnActivated([&] { ++opened; });
+        QTest::qWait(50); // lets the centre take in the id the server gave
         m_server.invoke(shown[0].id + 100, u"default"_s);
         m_server.invoke(shown[0].id, u"default"_s);
         QTRY_COMPARE_WITH_TIMEOUT(opened, 1, busPatience);
