@@ -42,9 +42,6 @@ private slots:
             QTest::newRow(tag) << (whole ? text : "BEGIN:VCARD\n" + text + "END:VCARD\n") << name;
         };
         row("4.0 basic date", "VERSION:4.0\nFN:Jane Doe\nBDAY:19850312\n", "Jane Doe");
-        row("3.0 extended date, CRLF",
-            crlf("BEGIN:VCARD\nVERSION:3.0\nFN:Jane Doe\nBDAY:1985-03-12\nEND:VCARD\n"),
-            "Jane Doe");
         row("VALUE=date", "FN:Jane\nBDAY;VALUE=date:1985-03-12\n", "Jane");
         row("date-time, date part", "FN:Jane\nBDAY:1985-03-12T00:00:00Z\n", "Jane");
         row("basic date-time", "FN:Jane\nBDAY:19850312T101500\n", "Jane");
