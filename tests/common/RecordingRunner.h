@@ -23,10 +23,9 @@ public:
         detached.append(QStringList{program} + arguments);
         return true;
     }
-    void finishNext(int exitCode = 0) { waiting.takeFirst()({true, exitCode, {}, {}}); }
     void finishAll()
     {
         while (!waiting.isEmpty())
-            finishNext();
+            waiting.takeFirst()({true, 0, {}, {}});
     }
 };

@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: MIT
+#include "contacts/BirthdayCalendar.h"
 #include "contacts/BirthdayExport.h"
 #include "contacts/BirthdayImport.h"
 #include "core/AgeCalculator.h"
+#include "core/Clock.h"
+#include "settings/MemorySettingsStore.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -56,6 +59,12 @@ QList<Event> readCalendar(const QByteArray &ics, const QList<QDate> &after)
                            o["next"].toVariant().toStringList()});
     }
     return events;
+}
+
+QByteArray contents(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 } // namespace
 
@@ -115,20 +124,13 @@ private slots:
     void calendarAsAParserReadsIt_data()
     {
         QTest::addColumn<Language>("language");
-        QTest::addColumn<QString>("summary");
-        QTest::addColumn<QString>("description");
-        QTest::newRow("en") << Language::English << "Leap's birthday"
-                            << "born 1984";
-        QTest::newRow("de") << Language::German << "Geburtstag von Leap"
-                            << "geboren 1984";
-        QTest::newRow("ru") << Language::Russian << u"День рождения: Leap"_s
-                            << u"год рождения: 1984"_s;
+        QTest::newRow("en") << Language::English;
+        QTest::newRow("de") << Language::German;
+        QTest::newRow("ru") << Language::Russian;
     }
     void calendarAsAParserReadsIt()
     {
         QFETCH(Language, language);
-        QFETCH(QString, summary);
-        QFETCH(QString, description);
         UiStrings strings;
         strings.apply(language);
         const BirthdayExport::Output output =
@@ -152,8 +154,8 @@ private slots:
         QCOMPARE(leap.start, "1984-02-29");
         QCOMPARE(leap.next, (QStringList{"2027-03-01", "2027-03-01", "2028-02-29", "2029-03-01",
                                          "2100-03-01"}));
-        QCOMPARE(leap.summary, summary);
-        QCOMPARE(leap.description, description);
+        QCOMPARE(leap.summary, strings[UiText::CalendarBirthdayOf].arg("Leap"));
+        QCOMPARE(leap.description, strings[UiText::CalendarBornIn].arg(1984));
         QCOMPARE(events.at(1).summary,
                  strings[UiText::CalendarBirthdayOf].arg("Doe, Jane; Jr. \\ II"));
         QCOMPARE(events.at(3).summary,
@@ -182,6 +184,53 @@ private slots:
         QCOMPARE(QSet<QString>(after.begin(), after.end()).size(), 4);
         QVERIFY(BirthdayExport::vCards({{"Anna", "12 3 1985"}})
                     .text.contains(("UID:urn:uuid:" + before.at(0)).toUtf8()));
+    }
+
+    // Off: changes of the favorites write nothing. On: the calendar of the
+    // stored favorites and its source; each change rewrites the calendar in
+    // the interface language; off again removes both.
+    void calendarFollowsTheSwitchAndTheFavorites()
+    {
+        QTemporaryDir dir;
+        MemorySettingsStore settings;
+        const FixedClock clock(QDateTime(QDate(2026, 11, 22), QTime(12, 0)));
+        const BirthdayCalendar::Paths paths{
+            dir.filePath("data/tavlo/birthdays.ics"),
+            dir.filePath("config/evolution/sources/tavlo-birthdays.source")};
+        settings.set(SettingsKeys::favorites, QList<QStringList>{{"Anna", "12 3 1985"}});
+        settings.set(SettingsKeys::preferredLanguage, 1);
+        BirthdayCalendar calendar(settings, {"en-US"}, clock, paths);
+        FavoritesStore favorites(settings);
+        FavoritesStore::setChangeListener(
+            [&](const QList<Favorite> &list) { QCOMPARE(calendar.update(list), QString()); });
+
+        favorites.load();
+        favorites.append("Bob", 1, 1, 2000);
+        QVERIFY(!QFile::exists(paths.calendarFile));
+
+        QCOMPARE(calendar.setEnabled(true), QString());
+        QVERIFY(calendar.enabled());
+        QVERIFY(contents(paths.calendarFile).contains("SUMMARY:Geburtstag von Bob\r\n"));
+        const QByteArray source = contents(paths.sourceFile);
+        QVERIFY(source.contains("[Calendar]\nBackendName=local\n"));
+        QVERIFY(source.contains("Parent=local-stub\n"));
+        QVERIFY(source.contains("CustomFile=file://" + paths.calendarFile.toUtf8() + "\n"));
+
+        favorites.append("Cleo", 29, 2, 1984);
+        QCOMPARE(contents(paths.calendarFile).count("BEGIN:VEVENT"), 3);
+        QVERIFY(contents(paths.calendarFile).contains("RRULE:FREQ=YEARLY;BYYEARDAY=60\r\n"));
+        QCOMPARE(contents(paths.sourceFile), source);
+
+        QCOMPARE(calendar.setEnabled(false), QString());
+        QVERIFY(!QFile::exists(paths.calendarFile));
+        QVERIFY(!QFile::exists(paths.sourceFile));
+        favorites.remove(0);
+        QVERIFY(!QFile::exists(paths.calendarFile));
+        FavoritesStore::setChangeListener({});
+
+        BirthdayCalendar unsaved(settings, {"en-US"}, clock,
+                                 {"/dev/null/birthdays.ics", paths.sourceFile});
+        QVERIFY(unsaved.setEnabled(true).startsWith("could not save /dev/null/birthdays.ics: "));
     }
 };
 
