@@ -6,11 +6,14 @@
 #include "core/CalendarDifference.h"
 #include "core/ChineseZodiac.h"
 #include "core/DatePattern.h"
+#include "core/DateWheels.h"
 #include "core/DebugLog.h"
 #include "core/NumberText.h"
 #include "core/WesternZodiac.h"
 
 #include <QTest>
+
+using DateWheels::Field;
 
 namespace {
 const QDateTime now = at(2026, 11, 22, 12);
@@ -438,6 +441,42 @@ private slots:
         QFETCH(QString, planet);
         const std::optional<UiText> found = WesternZodiac::planetForElement(element);
         QCOMPARE(found ? UiStrings::english(*found) : QString(), planet);
+    }
+
+    void order_data()
+    {
+        QTest::addColumn<QString>("locale");
+        QTest::addColumn<QList<Field>>("expected");
+        const QList<Field> dayFirst = {Field::Day, Field::Month, Field::Year};
+        const QList<Field> yearFirst = {Field::Year, Field::Month, Field::Day};
+        QTest::newRow("en_US") << "en_US" << QList<Field>{Field::Month, Field::Day, Field::Year};
+        QTest::newRow("en_GB") << "en_GB" << dayFirst;
+        QTest::newRow("de_DE") << "de_DE" << dayFirst;
+        QTest::newRow("ru_RU") << "ru_RU" << dayFirst;
+        QTest::newRow("ja_JP") << "ja_JP" << yearFirst;
+        QTest::newRow("sv_SE") << "sv_SE" << yearFirst;
+    }
+    void order()
+    {
+        QFETCH(QString, locale);
+        QTEST(DateWheels::order(QLocale(locale)), "expected");
+    }
+
+    void monthNames_data()
+    {
+        QTest::addColumn<QString>("locale");
+        QTest::addColumn<QStringList>("expected"); // January, March, December
+        QTest::newRow("en_US") << "en_US" << QStringList{"January", "March", "December"};
+        QTest::newRow("de_DE") << "de_DE" << QStringList{"Januar", "März", "Dezember"};
+        // Inside a date Russian months take the genitive: "12 марта", not "март".
+        QTest::newRow("ru_RU") << "ru_RU" << QStringList{"января", "марта", "декабря"};
+    }
+    void monthNames()
+    {
+        QFETCH(QString, locale);
+        const QStringList names = DateWheels::monthNames(QLocale(locale));
+        QCOMPARE(names.size(), 12);
+        QTEST((QStringList{names.at(0), names.at(2), names.at(11)}), "expected");
     }
 };
 
