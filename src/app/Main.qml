@@ -36,7 +36,7 @@ Window {
         width: Math.min(parent.width - 32, noticeText.implicitWidth + 32)
         height: noticeText.implicitHeight + 20
         radius: 12
-        color: "#e6303030"
+        color: window.screens.saveNoticeColor
         opacity: window.screens.saveNoticeShown ? 1 : 0
         visible: opacity > 0
 

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "app/ScreenFactory.h"
 
+#include "resources/ScreenTheme.h"
 #include "session/Session.h"
+#include "themes/Themes.h"
 
 ViewController *ScreenFactory::makeMainController(QObject *owner) const
 {
@@ -32,4 +34,9 @@ QString ScreenFactory::saveNoticeText() const
 bool ScreenFactory::saveNoticeShown() const
 {
     return m_session.saveNotice.shown();
+}
+
+QColor ScreenFactory::saveNoticeColor() const
+{
+    return ScreenTheme::toColor(SystemColors::of(m_session.appearance).notice);
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QColor>
 #include <QObject>
 #include <QtQml/qqmlregistration.h>
 
@@ -23,6 +24,7 @@ class ScreenFactory : public QObject
     // saved.
     Q_PROPERTY(QString saveNoticeText READ saveNoticeText NOTIFY saveNoticeChanged)
     Q_PROPERTY(bool saveNoticeShown READ saveNoticeShown NOTIFY saveNoticeChanged)
+    Q_PROPERTY(QColor saveNoticeColor READ saveNoticeColor CONSTANT)
 
 public:
     explicit ScreenFactory(Session &session, QObject *parent = nullptr);
@@ -35,6 +37,7 @@ public:
 
     QString saveNoticeText() const;
     bool saveNoticeShown() const;
+    QColor saveNoticeColor() const;
 
 signals:
     void saveNoticeChanged();

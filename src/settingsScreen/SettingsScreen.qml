@@ -184,7 +184,7 @@ Item {
                 objectName: "lblLine3"
                 Layout.fillWidth: true
                 implicitHeight: 1
-                color: "#8e8e93"
+                color: root.controller.theme.greyColor
             }
 
             RowLayout {

@@ -47,6 +47,8 @@ struct SystemColors
     Translucent switchOff;
     // The veil over a blurred picture that keeps the text on it readable.
     Translucent veil;
+    // The card of a notice shown over any screen.
+    Translucent notice;
 
     static SystemColors of(Appearance appearance);
 };
