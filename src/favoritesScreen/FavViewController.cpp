@@ -14,6 +14,7 @@
 #include "texts/AccessibleNames.h"
 
 #include <QFile>
+#include <QStringBuilder>
 #include <QUrl>
 
 using namespace Qt::Literals::StringLiterals;
@@ -88,8 +89,9 @@ void FavViewController::viewDidLoad()
     SettingsStore &settings = m_session.settings;
 
     QStringList lines;
+    lines.reserve(favorites.count());
     for (const Favorite &favorite : favorites.all())
-        lines.append(u"person = "_s + favorite.birthday + u"\t\t"_s + favorite.name);
+        lines.append(u"person = "_s % favorite.birthday % u"\t\t"_s % favorite.name);
     DebugLog::lines(lines);
 
     favorites.load();
