@@ -67,6 +67,28 @@ private slots:
         FavoritesStore::setChangeListener({});
     }
 
+    // As the app has it: a change returns at once, the newest list reaches
+    // the file, and what could not be saved is told later on this thread.
+    void writesInTheBackground()
+    {
+        m_settings.set(SettingsKeys::birthdaysInCalendar, true);
+        QStringList problems;
+        const auto tell = [&](const QString &problem) { problems.append(problem); };
+        BirthdayCalendar calendar(m_settings, {"en-US"}, m_clock, paths());
+        calendar.writeInBackground(tell);
+        QCOMPARE(calendar.update({{"Bob", "1 1 2000"}}), QString());
+        QCOMPARE(calendar.update({{"Bob", "1 1 2000"}, {"Cy", "2 2 2002"}}), QString());
+        calendar.waitForWrites();
+        QCOMPARE(contents(paths().calendarFile).count("BEGIN:VEVENT"), 2);
+
+        BirthdayCalendar broken(m_settings, {"en-US"}, m_clock,
+                                {"/dev/null/birthdays.ics", m_dir.filePath("x.source")});
+        broken.writeInBackground(tell);
+        QCOMPARE(broken.update({{"Bob", "1 1 2000"}}), QString());
+        QTRY_COMPARE(problems.size(), 1);
+        QVERIFY(problems[0].startsWith("could not save /dev/null/birthdays.ics: "));
+    }
+
     void saysWhatCouldNotBeSaved()
     {
         BirthdayCalendar calendar(m_settings, {"en-US"}, m_clock,
