@@ -6,9 +6,12 @@
 // same disk as the user's settings would. The second argument 1 writes in
 // the background, as the app does: then the time is what the change takes
 // of the screen's thread, and each change waits (untimed) for the write
-// before it, as changes a person makes one after another would.
+// before it, as changes a person makes one after another would. An add is
+// also timed with the birthdays calendar on.
 //   build/bench/bench_favoritechanges --benchmark_repetitions=5
 
+#include "contacts/BirthdayCalendar.h"
+#include "core/Clock.h"
 #include "favorites/FavoritesSorting.h"
 #include "favorites/FavoritesStore.h"
 #include "settings/FileSettingsStore.h"
@@ -64,6 +67,12 @@ void checked(benchmark::State &state, const WriteResult &result)
         state.SkipWithError(qPrintable(result.message()));
 }
 
+void checkedText(benchmark::State &state, const QString &problem)
+{
+    if (!problem.isEmpty())
+        state.SkipWithError(qPrintable(problem));
+}
+
 void BM_Add(benchmark::State &state)
 {
     Fixture f(state);
@@ -114,6 +123,35 @@ void BM_Sort(benchmark::State &state)
     }
 }
 
+// An add with "Show birthdays in the calendar" on: the calendar file is
+// written again after the settings file, at once or (background:1, as the
+// app does) by the calendar's own thread.
+void BM_AddWithCalendar(benchmark::State &state)
+{
+    Fixture f(state);
+    SystemClock clock;
+    BirthdayCalendar calendar(f.settings, {QStringLiteral("en-US")}, clock,
+                              {f.dir.filePath(QStringLiteral("birthdays.ics")),
+                               f.dir.filePath(QStringLiteral("tavlo-birthdays.source"))});
+    calendar.setEnabled(true);
+    if (state.range(1))
+        calendar.writeInBackground([&](const QString &problem) { checkedText(state, problem); });
+    f.settings.waitForWrites();
+    FavoritesStore::setChangeListener(
+        [&](const QList<Favorite> &list) { checkedText(state, calendar.update(list)); });
+    for (auto _ : state) {
+        checked(state, f.favorites.append(QStringLiteral("Zoe"), 5, 7, 2001));
+        state.PauseTiming();
+        f.settings.waitForWrites();
+        calendar.waitForWrites();
+        checked(state, f.favorites.remove(f.favorites.count() - 1));
+        f.settings.waitForWrites();
+        calendar.waitForWrites();
+        state.ResumeTiming();
+    }
+    FavoritesStore::setChangeListener({});
+}
+
 // The settings file's text with N favorites: read at every start, written
 // with every change.
 IniFormat::Values valuesWith(qsizetype count)
@@ -155,4 +193,8 @@ TAVLO_CHANGE_BENCHMARK(BM_Add);
 TAVLO_CHANGE_BENCHMARK(BM_Rename);
 TAVLO_CHANGE_BENCHMARK(BM_Delete);
 TAVLO_CHANGE_BENCHMARK(BM_Sort);
+BENCHMARK(BM_AddWithCalendar)
+    ->ArgsProduct({{1000, 10000}, {0, 1}})
+    ->ArgNames({"favorites", "background"})
+    ->Unit(benchmark::kMillisecond);
 BENCHMARK_MAIN();

@@ -3,6 +3,7 @@
 
 #include "app/ScreenFactory.h"
 #include "core/Clock.h"
+#include "core/DebugLog.h"
 #include "platform/linux/EvolutionAddressBooks.h"
 #include "platform/linux/LinuxReminders.h"
 #include "reminders/ReminderScheduler.h"
@@ -78,6 +79,8 @@ int AppDelegate::run(QGuiApplication &app, const Options &options)
     settings.writeInBackground();
     SystemClock clock;
     Session session(settings, clock, QLocale::system().uiLanguages(), appearance());
+    // So is the birthdays calendar, which takes longer still.
+    session.calendar.writeInBackground([](const QString &problem) { DebugLog::line(problem); });
     session.phoneContacts = EvolutionAddressBooks::readAll;
 
     // The reminders. The screens made by the engine become the centre's
@@ -139,6 +142,7 @@ int AppDelegate::run(QGuiApplication &app, const Options &options)
     // The last changes reach the disk before we go, and a failure among
     // them is still told (in the debug log, the window being gone).
     settings.waitForWrites();
+    session.calendar.waitForWrites();
     if (options.traceStartup)
         std::printf("peak-rss-kb %s\n", peakResidentKilobytes().constData());
     return status;

@@ -8,6 +8,7 @@
 #include "texts/Language.h"
 
 #include <QFile>
+#include <QMetaObject>
 #include <QStandardPaths>
 #include <QUrl>
 
@@ -26,6 +27,74 @@ BirthdayCalendar::BirthdayCalendar(SettingsStore &settings, QStringList preferre
     : m_settings(settings), m_preferredLanguages(std::move(preferredLanguages)), m_clock(clock),
       m_paths(std::move(paths))
 {}
+
+BirthdayCalendar::~BirthdayCalendar()
+{
+    if (!m_thread.joinable())
+        return;
+    waitForWrites();
+    {
+        const std::lock_guard lock(m_mutex);
+        m_stopping = true;
+    }
+    m_wake.notify_all();
+    m_thread.join();
+}
+
+void BirthdayCalendar::writeInBackground(std::function<void(const QString &)> problems)
+{
+    if (m_thread.joinable())
+        return;
+    m_tell = std::move(problems);
+    m_home = std::make_unique<QObject>();
+    m_thread = std::thread([this] { runWriter(); });
+}
+
+void BirthdayCalendar::waitForWrites()
+{
+    {
+        std::unique_lock lock(m_mutex);
+        m_idle.wait(lock, [this] { return !m_pending && !m_writing; });
+    }
+    tellProblems();
+}
+
+void BirthdayCalendar::tellProblems()
+{
+    QStringList problems;
+    {
+        const std::lock_guard lock(m_mutex);
+        problems.swap(m_problems);
+    }
+    for (const QString &problem : std::as_const(problems)) {
+        if (m_tell)
+            m_tell(problem);
+    }
+}
+
+void BirthdayCalendar::runWriter()
+{
+    std::unique_lock lock(m_mutex);
+    for (;;) {
+        m_wake.wait(lock, [this] { return m_stopping || m_pending; });
+        if (!m_pending)
+            return;
+        const Contents contents = std::move(*m_pending);
+        m_pending.reset();
+        m_writing = true;
+        lock.unlock();
+        const QString problem = publish(contents);
+        lock.lock();
+        m_writing = false;
+        if (!problem.isEmpty()) {
+            m_problems.append(problem);
+            QMetaObject::invokeMethod(
+                m_home.get(), [this] { tellProblems(); }, Qt::QueuedConnection);
+        }
+        if (!m_pending)
+            m_idle.notify_all();
+    }
+}
 
 bool BirthdayCalendar::enabled() const
 {
@@ -54,13 +123,20 @@ QByteArray BirthdayCalendar::sourceText(const QString &calendarFile, const QStri
         .toUtf8();
 }
 
-QString BirthdayCalendar::publish(const QList<Favorite> &favorites)
+BirthdayCalendar::Contents BirthdayCalendar::contents(const QList<Favorite> &favorites) const
+{
+    return {favorites,
+            decideLanguage(m_preferredLanguages, m_settings.value(SettingsKeys::preferredLanguage))
+                .language,
+            m_clock.now()};
+}
+
+QString BirthdayCalendar::publish(const Contents &contents) const
 {
     UiStrings strings;
-    strings.apply(
-        decideLanguage(m_preferredLanguages, m_settings.value(SettingsKeys::preferredLanguage))
-            .language);
-    const QByteArray calendar = BirthdayExport::calendar(favorites, strings, m_clock.now()).text;
+    strings.apply(contents.language);
+    const QByteArray calendar =
+        BirthdayExport::calendar(contents.favorites, strings, contents.stamp).text;
     if (QString problem = saveWholeFile(m_paths.calendarFile, calendar); !problem.isEmpty())
         return problem;
     const QByteArray source =
@@ -75,6 +151,8 @@ QString BirthdayCalendar::publish(const QList<Favorite> &favorites)
 
 QString BirthdayCalendar::setEnabled(bool on)
 {
+    // A calendar still on its way must not land after the switch.
+    waitForWrites();
     m_settings.set(SettingsKeys::birthdaysInCalendar, on);
     if (on) {
         QList<Favorite> favorites;
@@ -83,7 +161,7 @@ QString BirthdayCalendar::setEnabled(bool on)
             if (row.size() >= 2)
                 favorites.append({row.at(0), row.at(1)});
         }
-        return publish(favorites);
+        return publish(contents(favorites));
     }
     QString problem;
     for (const QString &path : {m_paths.sourceFile, m_paths.calendarFile}) {
@@ -96,5 +174,14 @@ QString BirthdayCalendar::setEnabled(bool on)
 
 QString BirthdayCalendar::update(const QList<Favorite> &favorites)
 {
-    return enabled() ? publish(favorites) : QString();
+    if (!enabled())
+        return {};
+    if (!m_thread.joinable())
+        return publish(contents(favorites));
+    {
+        const std::lock_guard lock(m_mutex);
+        m_pending = contents(favorites);
+    }
+    m_wake.notify_one();
+    return {};
 }

@@ -17,6 +17,9 @@ QList<Favorite> sortedByKey(const QList<Favorite> &favorites, KeyOf keyOf, Less 
     keys.reserve(favorites.size());
     for (qsizetype i = 0; i < favorites.size(); ++i)
         keys.append(keyOf(favorites.at(i), i));
+    // Mostly the list is in order already: it was sorted when last shown.
+    if (std::is_sorted(keys.cbegin(), keys.cend(), less))
+        return favorites;
     QList<qsizetype> order(favorites.size());
     std::iota(order.begin(), order.end(), 0);
     std::stable_sort(order.begin(), order.end(),
@@ -39,13 +42,12 @@ bool codePointLess(const QString &a, const QString &b)
             return unit + 0x2000;
         return unit;
     };
+    const char16_t *x = QStringView(a).utf16();
+    const char16_t *y = QStringView(b).utf16();
     const qsizetype common = std::min(a.size(), b.size());
-    for (qsizetype i = 0; i < common; ++i) {
-        const char16_t x = a.at(i).unicode();
-        const char16_t y = b.at(i).unicode();
-        if (x != y)
-            return weight(x) < weight(y);
-    }
+    const auto [i, j] = std::mismatch(x, x + common, y);
+    if (i != x + common)
+        return weight(*i) < weight(*j);
     return a.size() < b.size();
 }
 

@@ -3,6 +3,7 @@
 
 #include "favorites/FavoriteHandOver.h"
 
+#include "core/DatePattern.h"
 #include "core/DebugLog.h"
 #include "core/FatalError.h"
 
@@ -109,10 +110,24 @@ FavoritesStore::FavoritesStore(SettingsStore &settings) : m_settings(settings) {
 void FavoritesStore::load()
 {
     m_settings.refresh();
+    // Reading 10,000 rows takes a while; while the store holds what our list
+    // came from, comparing the two costs nothing.
+    const QVariant raw = m_settings.stored(favorites);
+    if (m_rowsStored.isValid() && raw == m_rowsStored) {
+        remember(m_storeHoldsRows ? std::optional(m_rows) : std::nullopt);
+        return;
+    }
     const std::optional<QList<QStringList>> stored = m_settings.value(favorites);
-    m_rows = stored.value_or(QList<QStringList>());
+    take(stored.value_or(QList<QStringList>()), raw);
     m_storeHoldsRows = stored.has_value();
     remember(stored);
+}
+
+void FavoritesStore::take(QList<QStringList> rows, const QVariant &stored)
+{
+    m_rows = std::move(rows);
+    m_rowsStored = stored;
+    m_birthDates = QList<std::optional<QDate>>(m_rows.size());
 }
 
 void FavoritesStore::remember(const std::optional<QList<QStringList>> &stored) const
@@ -132,7 +147,10 @@ WriteResult FavoritesStore::apply(QList<QStringList> changed)
     const QList<QStringList> rows = stored ? merged(m_rows, changed, *stored) : changed;
     m_settings.set(favorites, rows);
     remember(rows);
-    m_rows = std::move(changed);
+    // Merged with other processes' changes, what is stored is not our list.
+    take(std::move(changed), QVariant());
+    if (rows == m_rows)
+        m_rowsStored = m_settings.stored(favorites);
     m_storeHoldsRows = true;
     const WriteResult result = step.finish();
     // Those who keep a copy (the birthday calendar) hear of what was stored.
@@ -163,6 +181,15 @@ Favorite FavoritesStore::at(qsizetype index) const
     if (row.size() < 2)
         fatalError(QStringLiteral("stored favorite %1 has fewer than two texts").arg(index));
     return {row.at(0), row.at(1)};
+}
+
+std::optional<QDate> FavoritesStore::birthDate(qsizetype index) const
+{
+    requireIndex(index);
+    std::optional<QDate> &date = m_birthDates[index];
+    if (!date)
+        date = DatePattern::stored().parse(at(index).birthday).value_or(QDate());
+    return date->isValid() ? date : std::nullopt;
 }
 
 QList<Favorite> FavoritesStore::all() const
@@ -220,13 +247,17 @@ WriteResult FavoritesStore::update(qsizetype index, const QString &name, const Q
 
 WriteResult FavoritesStore::replaceAll(const QList<Favorite> &favorites)
 {
+    // A list sorted as it already was would write the same file again.
+    const auto holds = [](const QStringList &row, const Favorite &favorite) {
+        return row.size() == 2 && row.at(0) == favorite.name && row.at(1) == favorite.birthday;
+    };
+    if (m_storeHoldsRows &&
+        std::equal(m_rows.cbegin(), m_rows.cend(), favorites.cbegin(), favorites.cend(), holds))
+        return {};
     QList<QStringList> rows;
     rows.reserve(favorites.size());
     for (const Favorite &favorite : favorites)
         rows.append({favorite.name, favorite.birthday});
-    // A list sorted as it already was would write the same file again.
-    if (m_storeHoldsRows && rows == m_rows)
-        return {};
     return apply(std::move(rows));
 }
 

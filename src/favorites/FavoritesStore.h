@@ -3,9 +3,11 @@
 
 #include "settings/SettingsStore.h"
 
+#include <QDate>
 #include <QList>
 #include <QString>
 #include <QStringList>
+#include <QVariant>
 #include <functional>
 #include <optional>
 
@@ -36,7 +38,8 @@ public:
     explicit FavoritesStore(SettingsStore &settings);
 
     // Reads "person", with what other processes wrote; missing or of another
-    // type gives an empty list.
+    // type gives an empty list. A list that nothing changed since it was last
+    // read or written is kept as it is, with its birth dates.
     void load();
 
     qsizetype count() const { return m_rows.size(); }
@@ -44,6 +47,9 @@ public:
     Favorite at(qsizetype index) const;
     // Every favorite in order; fatal as at().
     QList<Favorite> all() const;
+    // The favorite's birthday read as a record date ("12 3 1985"), kept
+    // until the list changes; nothing when it is no date. Fatal as at().
+    std::optional<QDate> birthDate(qsizetype index) const;
 
     // Every change below writes the whole list in one step and says whether
     // it reached the disk. One that did not stays in this list (and in the
@@ -85,8 +91,16 @@ private:
     // Notes what "person" holds as of the store's current change count.
     void remember(const std::optional<QList<QStringList>> &stored) const;
 
+    // Makes `rows` our list, read from or written as `stored`.
+    void take(QList<QStringList> rows, const QVariant &stored);
+
     SettingsStore &m_settings;
     QList<QStringList> m_rows;
+    // The stored value that m_rows was read from or written as; invalid
+    // when there was none or our list is not what the store holds.
+    QVariant m_rowsStored;
+    // Each row's birth date once asked for: an invalid date when it is none.
+    mutable QList<std::optional<QDate>> m_birthDates;
     // Whether "person" held a list when last read or written: if not, even an
     // unchanged list is written, replacing what was there.
     mutable bool m_storeHoldsRows = false;

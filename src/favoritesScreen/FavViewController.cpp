@@ -13,6 +13,7 @@
 #include "texts/AccessibleNames.h"
 
 #include <QFile>
+#include <QStringBuilder>
 #include <QUrl>
 
 using namespace Qt::Literals::StringLiterals;
@@ -62,8 +63,9 @@ void FavViewController::viewDidLoad()
     SettingsStore &settings = m_session.settings;
 
     QStringList lines;
+    lines.reserve(favorites.count());
     for (const Favorite &favorite : favorites.all())
-        lines.append(u"person = "_s + favorite.birthday + u"\t\t"_s + favorite.name);
+        lines.append(u"person = "_s % favorite.birthday % u"\t\t"_s % favorite.name);
     DebugLog::lines(lines);
 
     favorites.load();

@@ -7,7 +7,7 @@ void FavoritesModel::reset(QList<Favorite> favorites, CardMaker makeCard)
 {
     beginResetModel();
     m_favorites = std::move(favorites);
-    m_cards = QList<std::optional<FavoriteCard>>(m_favorites.size());
+    m_cards = QList<std::shared_ptr<const FavoriteCard>>(m_favorites.size());
     m_makeCard = std::move(makeCard);
     endResetModel();
 }
@@ -24,7 +24,7 @@ void FavoritesModel::insertRow(qsizetype row, const Favorite &favorite)
 {
     beginInsertRows({}, int(row), int(row));
     m_favorites.insert(row, favorite);
-    m_cards.insert(row, std::nullopt);
+    m_cards.insert(row, nullptr);
     endInsertRows();
 }
 
@@ -42,9 +42,9 @@ int FavoritesModel::rowCount(const QModelIndex &parent) const
 
 const FavoriteCard &FavoritesModel::cardAt(qsizetype row) const
 {
-    std::optional<FavoriteCard> &card = m_cards[row];
+    std::shared_ptr<const FavoriteCard> &card = m_cards[row];
     if (!card)
-        card = m_makeCard(m_favorites.at(row), row);
+        card = std::make_shared<const FavoriteCard>(m_makeCard(m_favorites.at(row), row));
     return *card;
 }
 

@@ -7,7 +7,7 @@
 #include <QList>
 #include <QtQml/qqmlregistration.h>
 #include <functional>
-#include <optional>
+#include <memory>
 
 // The favorites as list rows. A row's card is worked out when the view first
 // asks for it, so a long list costs only the rows on screen.
@@ -43,6 +43,8 @@ private:
     const FavoriteCard &cardAt(qsizetype row) const;
 
     QList<Favorite> m_favorites;
-    mutable QList<std::optional<FavoriteCard>> m_cards;
+    // Made as rows are first shown; a pointer each, so that a long list
+    // costs little until then.
+    mutable QList<std::shared_ptr<const FavoriteCard>> m_cards;
     CardMaker m_makeCard;
 };

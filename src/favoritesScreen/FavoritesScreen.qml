@@ -38,6 +38,7 @@ Item {
         id: tableView
 
         property bool footerCountShown: false
+        property bool rowsInPlace: false
 
         objectName: "tableView"
         anchors.fill: parent
@@ -45,7 +46,10 @@ Item {
         model: root.controller.model
         controller: root.controller
         clip: true
-        cacheBuffer: 330
+        // Rows beyond the screen are made ahead only once the rows are in
+        // place: while they rise the list takes them for missing and would
+        // make half a screen more before the first frame.
+        cacheBuffer: rowsInPlace ? 330 : 0
         boundsBehavior: Flickable.StopAtBounds
         ScrollBar.vertical: null
 
@@ -54,6 +58,8 @@ Item {
         // Each time the rows appear they rise into place one after another.
         populate: Transition {
             id: rowsAppearing
+
+            onRunningChanged: if (!running) tableView.rowsInPlace = true
 
             SequentialAnimation {
                 PauseAnimation {

@@ -194,7 +194,6 @@ QString ViewController::todaysBirthdaysText()
     // round age need their ages worked out. The dates are read as midnight
     // in UTC, as the greeting always has.
     QString greeting;
-    const DatePattern &recordDate = DatePattern::stored();
     const QDateTime now = m_session.clock.now();
     const QDate today = now.toLocalTime().date();
     const auto birthOf = [](QDate date) {
@@ -203,15 +202,14 @@ QString ViewController::todaysBirthdaysText()
     QList<QDate> dates;
     dates.reserve(favorites.count());
     for (qsizetype i = 0; i < favorites.count(); ++i) {
-        const Favorite favorite = favorites.at(i);
-        const std::optional<QDate> date = recordDate.parse(favorite.birthday);
+        const std::optional<QDate> date = favorites.birthDate(i);
         if (!date) {
             fatalError(u"favorite %1 has the birthday \"%2\", which is not a date"_s.arg(i).arg(
-                favorite.birthday));
+                favorites.at(i).birthday));
         }
         dates.append(*date);
         if (birthdayGreetingMayApply(*date, today)) {
-            greeting += birthdayGreetingLine(favorite.name, computeAge(birthOf(*date), now),
+            greeting += birthdayGreetingLine(favorites.at(i).name, computeAge(birthOf(*date), now),
                                              m_session.strings);
         }
     }

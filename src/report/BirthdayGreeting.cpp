@@ -24,14 +24,15 @@ bool isMilestone(const std::array<qint64, N> &milestones, qint64 value)
 
 bool birthdayGreetingMayApply(QDate birthDate, QDate today)
 {
-    // The facts count from the birth instant in local time, up to a day away
-    // from the record date, and to the time of day now; three days and
-    // three months either side cover both. The counts are read back from
+    // No birthday line: the facts count the days to the next birthday,
+    // which on the day itself is a year away. The counts are read back from
     // their text without a sign, so a date to come counts as well.
-    constexpr qint64 margin = 3;
-    const qint64 toBirthday = daysToNextBirthday(birthDate, today);
-    if (toBirthday <= margin || toBirthday >= 365 - margin)
-        return true;
+    //
+    // The facts count from the birth instant in local time: midnight in UTC
+    // of the record date, so here the record date or the day before, at some
+    // time of day. That and a change of the clocks move a count of days by at
+    // most two.
+    constexpr qint64 margin = 2;
     const qint64 days = birthDate.daysTo(today);
     for (qint64 d = days - margin; d <= days + margin; ++d) {
         const qint64 count = d < 0 ? -d : d;
@@ -39,11 +40,33 @@ bool birthdayGreetingMayApply(QDate birthDate, QDate today)
             (count % 7 == 0 && isMilestone(weekMilestones, count / 7)))
             return true;
     }
-    const qint64 months =
-        (qint64(today.year()) - birthDate.year()) * 12 + today.month() - birthDate.month();
-    for (qint64 m = months - margin; m <= months + margin; ++m) {
-        if (isMilestone(monthMilestones, m < 0 ? -m : m))
-            return true;
+    // A round count of months is greeted only on the day of the month it
+    // turns over on (the birth's day, pinned to the end of a shorter month)
+    // or the day after, until the time of day of the birth; a day either way
+    // also covers whole years from 29 February that end on 28 February.
+    // Months are counted to that day, give or take one.
+    int year = 0;
+    int month = 0;
+    int day = 0;
+    today.getDate(&year, &month, &day);
+    const qint64 months = (qint64(year) - birthDate.year()) * 12 + month - birthDate.month();
+    bool nearRoundMonths = false;
+    for (qint64 m = months - 3; m <= months + 3 && !nearRoundMonths; ++m)
+        nearRoundMonths = isMilestone(monthMilestones, m < 0 ? -m : m);
+    if (!nearRoundMonths)
+        return false;
+    for (qint64 shift = -1; shift <= 1; ++shift) {
+        const QDate turn = today.addDays(shift);
+        for (const QDate birth : {birthDate.addDays(-1), birthDate}) {
+            if (turn.day() != std::min(birth.day(), turn.daysInMonth()))
+                continue;
+            const qint64 toTurn =
+                (qint64(turn.year()) - birth.year()) * 12 + turn.month() - birth.month();
+            for (qint64 m = toTurn - 1; m <= toTurn + 1; ++m) {
+                if (isMilestone(monthMilestones, m < 0 ? -m : m))
+                    return true;
+            }
+        }
     }
     return false;
 }

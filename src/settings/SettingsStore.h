@@ -23,6 +23,10 @@ public:
     std::optional<QString> value(const StringKey &key) const;
     std::optional<QStringList> value(const StringListKey &key) const;
     std::optional<QList<QStringList>> value(const StringTableKey &key) const;
+    // The value as stored, for a reader that keeps what it made of it: a
+    // copy shares the stored data, so comparing it with the copy kept costs
+    // nothing while neither has changed.
+    QVariant stored(const StringTableKey &key) const { return read(key.name); }
 
     WriteResult set(const IntegerKey &key, qint64 value);
     WriteResult set(const BooleanKey &key, bool value);

@@ -232,6 +232,32 @@ private slots:
                                  {"/dev/null/birthdays.ics", paths.sourceFile});
         QVERIFY(unsaved.setEnabled(true).startsWith("could not save /dev/null/birthdays.ics: "));
     }
+
+    // As the app has it: a change returns at once, the newest list reaches
+    // the file, and what could not be saved is told later on this thread.
+    void calendarWritesInTheBackground()
+    {
+        QTemporaryDir dir;
+        MemorySettingsStore settings;
+        const FixedClock clock(QDateTime(QDate(2026, 11, 22), QTime(12, 0)));
+        settings.set(SettingsKeys::birthdaysInCalendar, true);
+        QStringList problems;
+        const auto tell = [&](const QString &problem) { problems.append(problem); };
+        const QString file = dir.filePath("birthdays.ics");
+        BirthdayCalendar calendar(settings, {"en-US"}, clock, {file, dir.filePath("a.source")});
+        calendar.writeInBackground(tell);
+        QCOMPARE(calendar.update({{"Bob", "1 1 2000"}}), QString());
+        QCOMPARE(calendar.update({{"Bob", "1 1 2000"}, {"Cy", "2 2 2002"}}), QString());
+        calendar.waitForWrites();
+        QCOMPARE(contents(file).count("BEGIN:VEVENT"), 2);
+
+        BirthdayCalendar broken(settings, {"en-US"}, clock,
+                                {"/dev/null/birthdays.ics", dir.filePath("x.source")});
+        broken.writeInBackground(tell);
+        QCOMPARE(broken.update({{"Bob", "1 1 2000"}}), QString());
+        QTRY_COMPARE(problems.size(), 1);
+        QVERIFY(problems[0].startsWith("could not save /dev/null/birthdays.ics: "));
+    }
 };
 
 QTEST_GUILESS_MAIN(TestBirthdayExport)

@@ -252,6 +252,15 @@ private slots:
         // The date the load leaves stored is the last favorite's.
         QCOMPARE(QDate(h->settings.value(year), h->settings.value(month), h->settings.value(day)),
                  birth);
+
+        // Another process reorders the list while another screen is shown:
+        // the way back reads it as it is now.
+        h->settings.set(favorites, {{"Kim", birth.toString("d M yyyy")}, {"Ann", "2 1 1990"}});
+        ViewController back(*h->session);
+        back.viewDidLoad();
+        QCOMPARE(back.displayText(), greeting);
+        QCOMPARE(QDate(h->settings.value(year), h->settings.value(month), h->settings.value(day)),
+                 QDate(1990, 1, 2));
     }
 
     void themesInTheView_data()

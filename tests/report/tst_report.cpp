@@ -107,6 +107,10 @@ private slots:
         QTest::newRow("Berlin, clocks go forward") << QByteArray("Europe/Berlin") << clocksForward;
         QTest::newRow("UTC+14, noon") << QByteArray("Pacific/Kiritimati") << noon;
         QTest::newRow("UTC-11, late on 29 Feb") << QByteArray("Pacific/Pago_Pago") << lateOnLeapDay;
+        QTest::newRow("UTC-11, late on 30 Apr")
+            << QByteArray("Pacific/Pago_Pago") << QDateTime(QDate(2026, 4, 30), QTime(23, 30));
+        QTest::newRow("UTC+14, early on 28 Feb")
+            << QByteArray("Pacific/Kiritimati") << QDateTime(QDate(2027, 2, 28), QTime(0, 30));
     }
     void mayApplyCoversEveryGreeting()
     {
@@ -131,7 +135,7 @@ private slots:
                 QFAIL(
                     qPrintable(date.toString(Qt::ISODate) + QStringLiteral(": ") + line.trimmed()));
         }
-        QVERIFY2(passed * 10 < checked, qPrintable(QString::number(passed)));
+        QVERIFY2(passed * 50 < checked, qPrintable(QString::number(passed)));
     }
 
     void fromFavorite_data()
