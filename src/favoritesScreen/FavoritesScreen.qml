@@ -13,7 +13,7 @@ Item {
 
     // An open menu or dialog covers the screen: the host shows a still
     // picture of it, so that only the dialog can be reached.
-    readonly property bool covered: sortMenu.visible || editDialog.visible
+    readonly property bool covered: sortMenu.visible || (editDialog.item as EditFavoriteDialog)?.visible === true
 
     signal screenRequested(string identifier)
 
@@ -24,7 +24,12 @@ Item {
         target: root.controller
         function onScreenRequested(identifier) { root.screenRequested(identifier) }
         function onSortMenuRequested() { sortMenu.open() }
-        function onEditDialogRequested() { editDialog.open() }
+        function onEditDialogRequested() {
+            if (!editDialog.item)
+                editDialog.setSource("EditFavoriteDialog.qml", {controller: root.controller})
+            const dialog = editDialog.item as EditFavoriteDialog
+            dialog.open()
+        }
         function onImportFinished() { importSummary.open() }
     }
 
@@ -238,10 +243,12 @@ Item {
         controller: root.controller
     }
 
-    EditFavoriteDialog {
+    // Made when first asked for: its wheels would hold up the list's first
+    // rows.
+    Loader {
         id: editDialog
 
-        controller: root.controller
+        anchors.fill: parent
     }
 
     // For a few seconds after a delete: what went, and the way back.
