@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "core/CalendarDifference.h"
 
+#include <ctime>
+
 // Moments are handled as milliseconds since 1970 (UTC), and the local clock
 // is asked only for its UTC offset at a moment. That keeps every step in our
 // hands where the clocks change: Qt's own local-time arithmetic may pick
@@ -25,11 +27,37 @@ qint64 wallOf(QDate date, qint64 msOfDay)
 
 // The local date and time of a moment are exact; Qt 6.4's offsetFromUtc() is
 // not where a summer time gives way to another summer time (Berlin, 1945).
+//
+// An age takes some forty of these. Each one through QDateTime has the C
+// library look at the zone file again, which costs more than the rest of
+// the count; so the zone is read once per count (ZoneRules) and the C
+// library is asked directly, as QDateTime asks it.
 qint64 wallOf(qint64 instant)
 {
+#ifdef Q_OS_UNIX
+    const qint64 msOfSecond = floorMod(instant, 1000);
+    const time_t seconds = time_t((instant - msOfSecond) / 1000);
+    struct tm parts = {};
+    if (localtime_r(&seconds, &parts)) {
+        const QDate date(parts.tm_year + 1900, parts.tm_mon + 1, parts.tm_mday);
+        const qint64 secondOfDay = (parts.tm_hour * 60 + parts.tm_min) * 60 + parts.tm_sec;
+        return wallOf(date, secondOfDay * 1000 + msOfSecond);
+    }
+#endif
     const QDateTime local = QDateTime::fromMSecsSinceEpoch(instant, Qt::LocalTime);
     return wallOf(local.date(), local.time().msecsSinceStartOfDay());
 }
+
+// The zone as it stands now, read once for a whole count.
+struct ZoneRules
+{
+    ZoneRules()
+    {
+#ifdef Q_OS_UNIX
+        tzset();
+#endif
+    }
+};
 
 qint64 offsetAt(qint64 instant)
 {
@@ -172,6 +200,7 @@ qint64 CalendarDifference::count(const QDateTime &from, const QDateTime &to, Cal
             *reached = from;
         return 0;
     }
+    const ZoneRules zone;
     qint64 at = 0;
     const qint64 n = countUnits(from.toMSecsSinceEpoch(), to.toMSecsSinceEpoch(), unit, &at);
     if (reached)
@@ -185,6 +214,7 @@ YearsMonthsDays CalendarDifference::yearsMonthsDays(const QDateTime &from, const
 {
     if (!from.isValid() || !to.isValid())
         return {};
+    const ZoneRules zone;
     const qint64 end = to.toMSecsSinceEpoch();
     qint64 running = from.toMSecsSinceEpoch();
     YearsMonthsDays result;
