@@ -24,8 +24,9 @@ ItemDelegate {
     readonly property FavViewController controller: (ListView.view as FavoritesList).controller
 
     readonly property real ageLeft: width - 8 - 56
-    readonly property bool keyboardInside: activeFocus || editButton.activeFocus
-                                           || deleteButton.activeFocus
+    // The loader of the card's buttons is a focus scope: it has the
+    // keyboard while either of them has.
+    readonly property bool keyboardInside: activeFocus || rowActions.activeFocus
     readonly property FavoritesList list: ListView.view as FavoritesList
     readonly property real buttonWidth: 80
     // How far the card has moved to the left: where the finger has it, or
@@ -223,46 +224,19 @@ ItemDelegate {
     }
 
     // The row's own edit and delete buttons, for the keyboard and a
-    // screen reader; a finger holds or swipes the row instead.
-    Rectangle {
-        objectName: "rowActions"
-        // Over the age and the star, which it hides while shown.
+    // screen reader; a finger holds or swipes the row instead. They are
+    // made only while the keyboard is on the row: in every row they would
+    // cost more than the rest of the card.
+    Loader {
+        id: rowActions
+
+        // Over the age and the star, which they hide while shown.
         z: 1
         anchors.right: parent.right
         anchors.rightMargin: 10
         anchors.verticalCenter: parent.verticalCenter
         anchors.verticalCenterOffset: -3
-        width: rowButtons.width + 8
-        height: 40
-        radius: 20
-        visible: cell.keyboardInside
-        color: cell.controller.theme.alertBackground
-
-        Row {
-            id: rowButtons
-
-            anchors.centerIn: parent
-
-            TextButton {
-                id: editButton
-
-                objectName: "editRow" + cell.index
-                text: cell.controller.texts.Edit
-                textColor: cell.controller.theme.labelColor
-                pixelSize: 15
-                Accessible.name: cell.controller.accessibleName("edit").arg(cell.name)
-                onClicked: cell.controller.longPressed(cell.index)
-            }
-            TextButton {
-                id: deleteButton
-
-                objectName: "deleteRow" + cell.index
-                text: cell.controller.accessibleName("delete")
-                textColor: cell.controller.theme.redColor
-                pixelSize: 15
-                Accessible.name: cell.controller.accessibleName("deleteRow").arg(cell.name)
-                onClicked: cell.controller.deleteRow(cell.index)
-            }
-        }
+        active: cell.keyboardInside
+        Component.onCompleted: setSource("RowActions.qml", {cell: cell})
     }
 }

@@ -16,16 +16,21 @@ Rectangle {
     Accessible.name: label
     Accessible.onPressAction: action.tapped()
 
-    IconImage {
+    // The icon is tinted for each card that has it, so only a card that
+    // shows its action has one.
+    Loader {
         anchors.right: parent.right
         anchors.rightMargin: 27
         anchors.verticalCenter: parent.verticalCenter
         width: 26
         height: 26
-        sourceSize.width: 52
-        sourceSize.height: 52
-        source: "qrc:/qt/qml/Tavlo/resources/icons/delete.svg"
-        color: "white"
+        active: action.visible
+        sourceComponent: IconImage {
+            sourceSize.width: 52
+            sourceSize.height: 52
+            source: "qrc:/qt/qml/Tavlo/resources/icons/delete.svg"
+            color: "white"
+        }
     }
     TapHandler {
         onTapped: action.tapped()

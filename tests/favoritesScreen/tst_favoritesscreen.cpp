@@ -175,6 +175,28 @@ private slots:
         QTRY_COMPARE(name(0), "Unknown");
     }
 
+    // The row's own buttons come with the keyboard: Tab walks from the row
+    // through them, and they stay while it does.
+    void keyboardWalksIntoTheRowsButtons()
+    {
+        h->settings.set(favorites, people());
+        h->settings.set(sort, 0);
+        start();
+        const auto focused = [&](const QString &name) {
+            QQuickItem *item = h->find(name, cell(1));
+            return item && item->hasActiveFocus();
+        };
+        cell(1)->forceActiveFocus(Qt::TabFocusReason);
+        QTRY_VERIFY(h->find("rowActions", cell(1)) && h->find("rowActions", cell(1))->isVisible());
+        QTest::keyClick(h->window, Qt::Key_Tab);
+        QTRY_VERIFY(focused("editRow1"));
+        QTest::keyClick(h->window, Qt::Key_Tab);
+        QTRY_VERIFY(focused("deleteRow1"));
+        QVERIFY(h->find("rowActions", cell(1))->isVisible());
+        QTest::keyClick(h->window, Qt::Key_Space);
+        QTRY_COMPARE(names(stored()), (QStringList{"Anna", "bob"}));
+    }
+
     // A shorter month shows its last day; the next longer one brings the
     // chosen day back.
     void editWheelsKeepTheChosenDay()
