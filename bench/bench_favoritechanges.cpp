@@ -119,7 +119,7 @@ void BM_Sort(benchmark::State &state)
         f.settle(state);
         const auto sortOrder = static_cast<FavoritesSorting::Order>(order++ % 3);
         checked(state,
-                f.favorites.replaceAll(FavoritesSorting::sorted(f.favorites.all(), sortOrder)));
+                f.favorites.reorder(FavoritesSorting::ordering(f.favorites.all(), sortOrder)));
     }
 }
 

@@ -9,26 +9,22 @@
 
 namespace {
 
-// Sorts by a key worked out once per favorite, keeping equal keys in order.
+// Orders by a key worked out once per favorite, keeping equal keys in order.
 template <typename Key, typename KeyOf, typename Less>
-QList<Favorite> sortedByKey(const QList<Favorite> &favorites, KeyOf keyOf, Less less)
+QList<qsizetype> orderByKey(const QList<Favorite> &favorites, KeyOf keyOf, Less less)
 {
     QList<Key> keys;
     keys.reserve(favorites.size());
     for (qsizetype i = 0; i < favorites.size(); ++i)
         keys.append(keyOf(favorites.at(i), i));
-    // Mostly the list is in order already: it was sorted when last shown.
-    if (std::is_sorted(keys.cbegin(), keys.cend(), less))
-        return favorites;
     QList<qsizetype> order(favorites.size());
     std::iota(order.begin(), order.end(), 0);
-    std::stable_sort(order.begin(), order.end(),
-                     [&](qsizetype a, qsizetype b) { return less(keys.at(a), keys.at(b)); });
-    QList<Favorite> result;
-    result.reserve(favorites.size());
-    for (const qsizetype i : order)
-        result.append(favorites.at(i));
-    return result;
+    // Mostly the list is in order already: it was sorted when last shown.
+    if (!std::is_sorted(keys.cbegin(), keys.cend(), less)) {
+        std::stable_sort(order.begin(), order.end(),
+                         [&](qsizetype a, qsizetype b) { return less(keys.at(a), keys.at(b)); });
+    }
+    return order;
 }
 
 // Code-point order on UTF-16: units from U+E000 up sort after the
@@ -62,13 +58,22 @@ FavoritesSorting::Order FavoritesSorting::orderFor(qint64 sortSetting)
     return Order::ByBirthday;
 }
 
-QList<Favorite> FavoritesSorting::sorted(QList<Favorite> favorites, Order order)
+QList<Favorite> FavoritesSorting::sorted(const QList<Favorite> &favorites, Order order)
+{
+    QList<Favorite> result;
+    result.reserve(favorites.size());
+    for (const qsizetype i : ordering(favorites, order))
+        result.append(favorites.at(i));
+    return result;
+}
+
+QList<qsizetype> FavoritesSorting::ordering(const QList<Favorite> &favorites, Order order)
 {
     switch (order) {
     case Order::ByName:
         // Names that differ only in how their letters are composed ("é" or
         // "e" and an accent) are the same name.
-        return sortedByKey<QString>(
+        return orderByKey<QString>(
             favorites,
             [](const Favorite &f, qsizetype) {
                 return f.name.normalized(QString::NormalizationForm_C);
@@ -76,7 +81,7 @@ QList<Favorite> FavoritesSorting::sorted(QList<Favorite> favorites, Order order)
             codePointLess);
     case Order::ByAge: {
         const DatePattern &recordDate = DatePattern::stored();
-        return sortedByKey<QDate>(
+        return orderByKey<QDate>(
             favorites,
             [&](const Favorite &f, qsizetype index) {
                 const std::optional<QDate> date = recordDate.parse(f.birthday);
@@ -96,7 +101,7 @@ QList<Favorite> FavoritesSorting::sorted(QList<Favorite> favorites, Order order)
     // Day and month in a leap year, so 29 February has its place; a text that
     // cannot be read sorts before every date.
     const DatePattern dayAndMonth(u"dd MM");
-    return sortedByKey<QDate>(
+    return orderByKey<QDate>(
         favorites,
         [&](const Favorite &f, qsizetype) {
             return dayAndMonth

@@ -133,16 +133,17 @@ void FavoritesStore::take(QList<QStringList> rows, const QVariant &stored)
 void FavoritesStore::remember(const std::optional<QList<QStringList>> &stored) const
 {
     m_stored = stored;
-    m_storedAtChange = m_settings.changes();
+    m_storedValue = m_settings.stored(favorites);
 }
 
 WriteResult FavoritesStore::apply(QList<QStringList> changed)
 {
     SettingsBatch step(m_settings);
     // Reading 10,000 rows takes a while; what we read or wrote last still
-    // holds if nothing changed the store since.
+    // holds while the store holds the same value (a change to another key
+    // leaves it shared, so the comparison costs nothing).
     const std::optional<QList<QStringList>> stored =
-        m_settings.changes() == m_storedAtChange ? m_stored : m_settings.value(favorites);
+        m_settings.stored(favorites) == m_storedValue ? m_stored : m_settings.value(favorites);
     // A stored value that is no list cannot be merged with; ours replaces it.
     const QList<QStringList> rows = stored ? merged(m_rows, changed, *stored) : changed;
     m_settings.set(favorites, rows);
@@ -245,19 +246,24 @@ WriteResult FavoritesStore::update(qsizetype index, const QString &name, const Q
     return apply(std::move(rows));
 }
 
-WriteResult FavoritesStore::replaceAll(const QList<Favorite> &favorites)
+WriteResult FavoritesStore::reorder(const QList<qsizetype> &order)
 {
+    if (order.size() != m_rows.size())
+        fatalError(QStringLiteral("a new order of %1 favorites for a list of %2")
+                       .arg(order.size())
+                       .arg(m_rows.size()));
     // A list sorted as it already was would write the same file again.
-    const auto holds = [](const QStringList &row, const Favorite &favorite) {
-        return row.size() == 2 && row.at(0) == favorite.name && row.at(1) == favorite.birthday;
-    };
-    if (m_storeHoldsRows &&
-        std::equal(m_rows.cbegin(), m_rows.cend(), favorites.cbegin(), favorites.cend(), holds))
+    qsizetype position = 0;
+    const bool unchanged =
+        std::all_of(order.cbegin(), order.cend(), [&](qsizetype i) { return i == position++; });
+    if (unchanged && m_storeHoldsRows)
         return {};
     QList<QStringList> rows;
-    rows.reserve(favorites.size());
-    for (const Favorite &favorite : favorites)
-        rows.append({favorite.name, favorite.birthday});
+    rows.reserve(order.size());
+    for (const qsizetype index : order) {
+        requireIndex(index);
+        rows.append(m_rows.at(index));
+    }
     return apply(std::move(rows));
 }
 

@@ -65,8 +65,9 @@ public:
     // shorter since), as an undo of remove().
     WriteResult insert(qsizetype index, const Favorite &favorite);
     WriteResult update(qsizetype index, const QString &name, const QString &birthday);
-    // A reordered list from sorting.
-    WriteResult replaceAll(const QList<Favorite> &favorites);
+    // Puts the favorites in a new order, from sorting: `order` holds each
+    // favorite's present position, the first first.
+    WriteResult reorder(const QList<qsizetype> &order);
 
     // Hands the chosen favorite to the main screen through the settings store.
     WriteResult select(qsizetype index) const;
@@ -88,7 +89,7 @@ private:
     // Makes `changed` (our rows after a change) our list and writes it merged
     // with "person" as it is now.
     WriteResult apply(QList<QStringList> changed);
-    // Notes what "person" holds as of the store's current change count.
+    // Notes what "person" holds, read or written just now.
     void remember(const std::optional<QList<QStringList>> &stored) const;
 
     // Makes `rows` our list, read from or written as `stored`.
@@ -104,7 +105,7 @@ private:
     // Whether "person" held a list when last read or written: if not, even an
     // unchanged list is written, replacing what was there.
     mutable bool m_storeHoldsRows = false;
-    // "person" as last read or written, and the store's change count then.
+    // "person" as last read or written, and the stored value it was then.
     mutable std::optional<QList<QStringList>> m_stored;
-    mutable quint64 m_storedAtChange = ~quint64(0);
+    mutable QVariant m_storedValue;
 };

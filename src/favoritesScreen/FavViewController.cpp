@@ -107,8 +107,8 @@ void FavViewController::viewWillAppear()
 void FavViewController::applyOrder()
 {
     FavoritesStore &favorites = m_session.favorites;
-    favorites.replaceAll(
-        FavoritesSorting::sorted(favorites.all(), FavoritesSorting::orderFor(m_sort)));
+    favorites.reorder(
+        FavoritesSorting::ordering(favorites.all(), FavoritesSorting::orderFor(m_sort)));
 }
 
 void FavViewController::reloadRows()

@@ -122,8 +122,6 @@ void FileSettingsStore::reloadIfReplaced()
             m_values.insert(it.key(), *it->value);
     }
     m_seen = version;
-    if (m_loaded)
-        noteChange();
     m_loaded = true;
 }
 

@@ -11,11 +11,7 @@ class MemorySettingsStore final : public SettingsStore
 public:
     // Puts any value under a key, bypassing the typed writes: lets a test
     // store a value of the wrong type.
-    void setRaw(const QString &key, const QVariant &value)
-    {
-        noteChange();
-        m_values.insert(key, value);
-    }
+    void setRaw(const QString &key, const QVariant &value) { m_values.insert(key, value); }
     qsizetype writeCount() const { return m_writes; }
 
 protected:

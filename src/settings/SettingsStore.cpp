@@ -68,7 +68,6 @@ std::optional<QStringList> toStringList(const QVariant &value)
 WriteResult SettingsStore::store(const QString &key, const QVariant &value)
 {
     beginBatch();
-    noteChange();
     write(key, value);
     return endBatch();
 }
@@ -76,7 +75,6 @@ WriteResult SettingsStore::store(const QString &key, const QVariant &value)
 WriteResult SettingsStore::remove(const QString &key)
 {
     beginBatch();
-    noteChange();
     erase(key);
     return endBatch();
 }

@@ -57,13 +57,7 @@ public:
     // Reads inside a batch are up to date already.
     virtual void refresh() {}
 
-    // Counts the changes: our own writes, and those of other processes as a
-    // batch finds them when it begins. While the count stays, inside a batch,
-    // what was read before still holds.
-    quint64 changes() const { return m_changes; }
-
 protected:
-    void noteChange() { ++m_changes; }
     // Tells the failure handler of a write that failed after its batch ended.
     void reportFailure(const WriteResult &failure)
     {
@@ -88,7 +82,6 @@ private:
     WriteResult store(const QString &key, const QVariant &value);
 
     int m_batchDepth = 0;
-    quint64 m_changes = 0;
     FailureHandler m_failureHandler;
 };
 

@@ -10,6 +10,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 #include <algorithm>
+#include <numeric>
 
 using namespace SettingsKeys;
 using Rows = QList<QStringList>;
@@ -104,34 +105,41 @@ class TestFavoritesStore : public QObject
     QTemporaryDir m_dir;
 
 private slots:
-    void replaceAllWritesOnlyWhatChanges_data()
+    void reorderWritesOnlyWhatChanges_data()
     {
         QTest::addColumn<QVariant>("stored");
-        QTest::addColumn<QList<Favorite>>("replacement");
+        QTest::addColumn<QList<qsizetype>>("order");
+        QTest::addColumn<QList<Favorite>>("reordered");
         QTest::addColumn<int>("writes");
-        const QVariantList two{QVariantList{"Ann", "1 1 2000"}, QVariantList{"Bob", "2 2 2002"}};
+        const QVariantList three{QVariantList{"Ann", "1 1 2000"}, QVariantList{"Bob", "2 2 2002"},
+                                 QVariantList{"Cy", "3 3 2003"}};
+        const Favorite ann{"Ann", "1 1 2000"}, bob{"Bob", "2 2 2002"}, cy{"Cy", "3 3 2003"};
         QTest::newRow("same order again")
-            << QVariant(two) << QList<Favorite>{{"Ann", "1 1 2000"}, {"Bob", "2 2 2002"}} << 0;
+            << QVariant(three) << QList<qsizetype>{0, 1, 2} << QList<Favorite>{ann, bob, cy} << 0;
         QTest::newRow("new order")
-            << QVariant(two) << QList<Favorite>{{"Bob", "2 2 2002"}, {"Ann", "1 1 2000"}} << 1;
-        QTest::newRow("empty list, nothing stored yet") << QVariant() << QList<Favorite>{} << 1;
+            << QVariant(three) << QList<qsizetype>{2, 0, 1} << QList<Favorite>{cy, ann, bob} << 1;
+        QTest::newRow("empty list, nothing stored yet")
+            << QVariant() << QList<qsizetype>{} << QList<Favorite>{} << 1;
         QTest::newRow("empty list already stored")
-            << QVariant(QVariantList{}) << QList<Favorite>{} << 0;
+            << QVariant(QVariantList{}) << QList<qsizetype>{} << QList<Favorite>{} << 0;
     }
-    void replaceAllWritesOnlyWhatChanges()
+    void reorderWritesOnlyWhatChanges()
     {
         QFETCH(QVariant, stored);
-        QFETCH(QList<Favorite>, replacement);
+        QFETCH(QList<qsizetype>, order);
+        QFETCH(QList<Favorite>, reordered);
         QFETCH(int, writes);
         MemorySettingsStore settings;
         if (stored.isValid())
             settings.setRaw(SettingsKeys::favorites.name, stored);
         FavoritesStore store(settings);
         store.load();
-        store.replaceAll(replacement);
+        store.reorder(order);
         QCOMPARE(settings.writeCount(), writes);
         QCOMPARE(settings.value(SettingsKeys::favorites).has_value(), true);
-        QCOMPARE(store.all(), replacement);
+        QCOMPARE(store.all(), reordered);
+        store.load();
+        QCOMPARE(store.all(), reordered);
     }
 
     void missingOrMistypedListLoadsEmpty_data()
@@ -147,7 +155,7 @@ private slots:
         QFETCH(QVariant, stored);
         MemorySettingsStore settings;
         FavoritesStore store(settings);
-        store.replaceAll({{"Old", "1 1 1990"}});
+        store.appendMany({{"Old", "1 1 1990"}});
         if (stored.isValid())
             settings.setRaw("person", stored);
         else
@@ -245,7 +253,6 @@ private slots:
         row("alone: remove the last", "", "remove 2", {ann, bob});
         row("alone: rename", "", "update 1", {ann, {"Zed", "1 1 2000"}, cy});
         row("alone: sort", "", "reverse", {cy, bob, ann});
-        row("alone: clear", "", "clear", {});
         row("alone: put back in the middle", "", "insert 1", {ann, {"Zed", "5 5 1955"}, bob, cy});
         row("alone: put back past the end", "", "insert 7", {ann, bob, cy, {"Zed", "5 5 1955"}});
         row("both add", "append Dan", "append Eve", {ann, bob, cy, eve, dan});
@@ -287,12 +294,10 @@ private slots:
             } else if (words[0] == u"update") {
                 const qsizetype index = words[1].toLongLong();
                 store.update(index, name, birthday.isEmpty() ? store.at(index).birthday : birthday);
-            } else if (words[0] == u"clear") {
-                store.replaceAll({});
             } else if (words[0] == u"reverse") {
-                QList<Favorite> reversed = store.all();
-                std::reverse(reversed.begin(), reversed.end());
-                store.replaceAll(reversed);
+                QList<qsizetype> reversed(store.count());
+                std::iota(reversed.rbegin(), reversed.rend(), 0);
+                store.reorder(reversed);
             }
         };
         run(other, theirs, "Zed", "1 1 1900");

@@ -90,7 +90,8 @@ int runDriver(const QString &iniPath)
         } else if (action == u"delete" && index >= 0) {
             store.remove(index);
         } else if (action == u"sort") {
-            store.replaceAll(applied(store.all(), words));
+            store.reorder(FavoritesSorting::ordering(
+                store.all(), FavoritesSorting::orderFor(words.at(1).toLongLong())));
         } else if (action == u"reload") {
             store.load();
         } else {

@@ -279,28 +279,6 @@ private slots:
         QCOMPARE(store.value(color), 2);
     }
 
-    // What lets a reader keep what it read (FavoritesStore does, for 10,000
-    // rows): the count moves with every write, ours or another process's.
-    void changesCountOursAndOtherProcesses()
-    {
-        const QString path = freshIniPath();
-        FileSettingsStore store(path);
-        store.set(color, 1);
-        const quint64 afterOurs = store.changes();
-        {
-            const SettingsBatch batch(store);
-            QCOMPARE(store.changes(), afterOurs);
-        }
-        runChild({"color", path, "2"});
-        {
-            const SettingsBatch batch(store);
-            QVERIFY(store.changes() > afterOurs);
-        }
-        const quint64 afterTheirs = store.changes();
-        store.remove(color.name);
-        QVERIFY(store.changes() > afterTheirs);
-    }
-
     void anOpenBatchHoldsOtherProcessesBack()
     {
         const QString path = freshIniPath();
