@@ -56,47 +56,59 @@ double median(QList<double> values)
     return values.at(values.size() / 2);
 }
 
+// The window and the QML engine live on from screen to screen, as the
+// app's do, and with them what Qt Quick keeps: pictures, glyphs, types.
+struct Stage
+{
+    Stage()
+    {
+        engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
+        window.resize(390, 844);
+        window.show();
+        QCoreApplication::processEvents();
+    }
+    QQmlEngine engine;
+    QQuickWindow window;
+};
+
 // From the press to the first frame: the screen's controller made and
 // loaded, its QML built, its first frame rendered.
 template <typename Controller>
-double firstFrameMs(Session &session, const char *qml)
+double firstFrameMs(Stage &stage, Session &session, const char *qml)
 {
-    QQmlEngine engine;
-    engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
-    QQuickWindow window;
-    window.resize(390, 844);
-    window.show();
-    QCoreApplication::processEvents();
-
+    QQmlEngine &engine = stage.engine;
+    QQuickWindow &window = stage.window;
     QElapsedTimer timer;
     timer.start();
-    auto *controller = new Controller(session, &window);
+    const std::unique_ptr<Controller> controller = std::make_unique<Controller>(session);
     controller->viewDidLoad();
     QQmlComponent component(&engine, QUrl(QLatin1String(qml)));
     auto *screen = qobject_cast<QQuickItem *>(component.createWithInitialProperties(
-        {{QStringLiteral("controller"), QVariant::fromValue(controller)}}));
+        {{QStringLiteral("controller"), QVariant::fromValue(controller.get())}}));
     if (!screen)
         qFatal("%s", qPrintable(component.errorString()));
     screen->setParentItem(window.contentItem());
     screen->setSize(window.size());
     bool drawn = false;
-    QObject::connect(&window, &QQuickWindow::frameSwapped, &window, [&] { drawn = true; });
+    const QMetaObject::Connection frame =
+        QObject::connect(&window, &QQuickWindow::frameSwapped, &window, [&] { drawn = true; });
     while (!drawn)
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 5);
     const double ms = timer.nsecsElapsed() / 1e6;
+    QObject::disconnect(frame);
     delete screen;
     return ms;
 }
 
 // The favorites screen opened: the list read, sorted and written back.
-double openOnce(const QString &settingsFile, qint64 sort)
+double openOnce(Stage &stage, const QString &settingsFile, qint64 sort)
 {
     FileSettingsStore settings(settingsFile);
     settings.set(SettingsKeys::sort, sort);
     SystemClock clock;
     Session session(settings, clock, {QStringLiteral("en-US")}, Appearance::Dark);
     session.favorites.load();
-    return firstFrameMs<FavViewController>(session,
+    return firstFrameMs<FavViewController>(stage, session,
                                            "qrc:/qt/qml/Tavlo/favoritesScreen/FavoritesScreen.qml");
 }
 
@@ -109,9 +121,10 @@ struct Run
     {
         settings.writeInBackground();
     }
-    double mainScreenOnce()
+    double mainScreenOnce(Stage &stage)
     {
-        return firstFrameMs<ViewController>(session, "qrc:/qt/qml/Tavlo/mainScreen/MainScreen.qml");
+        return firstFrameMs<ViewController>(stage, session,
+                                            "qrc:/qt/qml/Tavlo/mainScreen/MainScreen.qml");
     }
     FileSettingsStore settings;
     SystemClock clock;
@@ -131,6 +144,7 @@ int main(int argc, char *argv[])
     };
     DebugLog::setSink([](const QString &) {});
 
+    Stage stage;
     QTemporaryDir dir;
     const QString file = dir.filePath(QStringLiteral("tavlo.conf"));
     {
@@ -187,7 +201,7 @@ int main(int argc, char *argv[])
             break;
         QList<double> times;
         for (int i = 0; i < runs; ++i)
-            times.append(openOnce(file, sort));
+            times.append(openOnce(stage, file, sort));
         std::printf("open, sort %lld: first rows drawn after median %6.1f ms over %d runs\n",
                     static_cast<long long>(sort), median(times), runs);
     }
@@ -205,12 +219,12 @@ int main(int argc, char *argv[])
         }
         sessions.push_back(std::make_unique<Run>(mainFile));
         // The start.
-        sessions.back()->mainScreenOnce();
+        sessions.back()->mainScreenOnce(stage);
     }
     QList<double> times[std::size(counts)];
     for (int i = 0; i < runs; ++i) {
         for (size_t c = 0; c < std::size(counts); ++c)
-            times[c].append(sessions[c]->mainScreenOnce());
+            times[c].append(sessions[c]->mainScreenOnce(stage));
     }
     for (size_t c = 0; c < std::size(counts); ++c) {
         std::printf("back to the main screen, %5d favorites: first frame after median %6.1f ms "
