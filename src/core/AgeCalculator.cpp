@@ -50,19 +50,24 @@ AgeFacts computeAge(const QDateTime &birth, const QDateTime &now)
     AgeFacts facts;
     const QDateTime birthLocal = birth.toLocalTime();
     const QDateTime nowLocal = now.toLocalTime();
+    // Converted once: every conversion of a local time asks the zone again.
+    const qint64 from = birth.isValid() ? birth.toMSecsSinceEpoch() : 0;
+    const qint64 to = now.isValid() ? now.toMSecsSinceEpoch() : 0;
+    const bool valid = birth.isValid() && now.isValid();
 
-    const YearsMonthsDays age = CalendarDifference::yearsMonthsDays(birthLocal, nowLocal);
+    const YearsMonthsDays age =
+        valid ? CalendarDifference::yearsMonthsDays(from, to) : YearsMonthsDays{};
     facts.ageYears = age.years;
     facts.ageMonths = age.months;
     facts.ageDays = age.days;
     facts.birthDay = birthLocal.date().day();
     facts.birthMonth = birthLocal.date().month();
 
-    facts.totalDaysText = spelledOut(
-        CalendarDifference::count(birthLocal, nowLocal, CalendarUnit::Days), CalendarUnit::Days);
-    facts.totalMonthsText =
-        spelledOut(CalendarDifference::count(birthLocal, nowLocal, CalendarUnit::Months),
-                   CalendarUnit::Months);
+    const auto count = [&](CalendarUnit unit) {
+        return valid ? CalendarDifference::count(from, to, unit) : 0;
+    };
+    facts.totalDaysText = spelledOut(count(CalendarUnit::Days), CalendarUnit::Days);
+    facts.totalMonthsText = spelledOut(count(CalendarUnit::Months), CalendarUnit::Months);
     facts.totalYearsText = spelledOut(age.years, CalendarUnit::Years);
     facts.totalDays = readDigitsOnly(facts.totalDaysText);
     facts.totalMonths = readDigitsOnly(facts.totalMonthsText);

@@ -208,15 +208,26 @@ qint64 CalendarDifference::count(const QDateTime &from, const QDateTime &to, Cal
     return n;
 }
 
-// The running start stays a plain moment: a local QDateTime cannot hold
-// every moment of a repeated hour.
 YearsMonthsDays CalendarDifference::yearsMonthsDays(const QDateTime &from, const QDateTime &to)
 {
     if (!from.isValid() || !to.isValid())
         return {};
+    return yearsMonthsDays(from.toMSecsSinceEpoch(), to.toMSecsSinceEpoch());
+}
+
+qint64 CalendarDifference::count(qint64 from, qint64 to, CalendarUnit unit)
+{
     const ZoneRules zone;
-    const qint64 end = to.toMSecsSinceEpoch();
-    qint64 running = from.toMSecsSinceEpoch();
+    qint64 reached = 0;
+    return countUnits(from, to, unit, &reached);
+}
+
+// The running start stays a plain moment: a local QDateTime cannot hold
+// every moment of a repeated hour.
+YearsMonthsDays CalendarDifference::yearsMonthsDays(qint64 from, qint64 end)
+{
+    const ZoneRules zone;
+    qint64 running = from;
     YearsMonthsDays result;
     result.years = countUnits(running, end, CalendarUnit::Years, &running);
     result.months = countUnits(running, end, CalendarUnit::Months, &running);

@@ -34,4 +34,9 @@ qint64 count(const QDateTime &from, const QDateTime &to, CalendarUnit unit,
 // Years, then months, then days, each counted from where the one before stopped.
 YearsMonthsDays yearsMonthsDays(const QDateTime &from, const QDateTime &to);
 
+// The same for moments given as milliseconds since 1970 (UTC): a caller that
+// asks several counts of the same two moments converts them only once.
+qint64 count(qint64 from, qint64 to, CalendarUnit unit);
+YearsMonthsDays yearsMonthsDays(qint64 from, qint64 to);
+
 } // namespace CalendarDifference
