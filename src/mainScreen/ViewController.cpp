@@ -196,6 +196,7 @@ QString ViewController::todaysBirthdaysText()
     QString greeting;
     const QDateTime now = m_session.clock.now();
     const QDate today = now.toLocalTime().date();
+    const QDateTime nowInUtc = now.toUTC();
     const auto birthOf = [](QDate date) {
         return QDateTime(date, QTime(0, 0), Qt::UTC).toLocalTime();
     };
@@ -209,7 +210,9 @@ QString ViewController::todaysBirthdaysText()
         }
         dates.append(*date);
         if (birthdayGreetingMayApply(*date, today)) {
-            greeting += birthdayGreetingLine(favorites.at(i).name, computeAge(birthOf(*date), now),
+            // The same moments in UTC, which need no asking of the zone.
+            const QDateTime birth(*date, QTime(0, 0), Qt::UTC);
+            greeting += birthdayGreetingLine(favorites.at(i).name, computeAge(birth, nowInUtc),
                                              m_session.strings);
         }
     }

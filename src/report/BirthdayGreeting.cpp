@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bitset>
 
 namespace {
 
@@ -18,6 +19,22 @@ template <size_t N>
 bool isMilestone(const std::array<qint64, N> &milestones, qint64 value)
 {
     return std::find(milestones.begin(), milestones.end(), value) != milestones.end();
+}
+
+// Whether a count of days is a round count of days or of weeks; looked up,
+// as every favorite is asked on every start.
+bool isDayOrWeekMilestone(qint64 days)
+{
+    constexpr qint64 last = weekMilestones.back() * 7;
+    static const std::bitset<last + 1> table = [] {
+        std::bitset<last + 1> milestones;
+        for (const qint64 d : dayMilestones)
+            milestones.set(size_t(d));
+        for (const qint64 w : weekMilestones)
+            milestones.set(size_t(w * 7));
+        return milestones;
+    }();
+    return days >= 0 && days <= last && table.test(size_t(days));
 }
 
 } // namespace
@@ -35,9 +52,7 @@ bool birthdayGreetingMayApply(QDate birthDate, QDate today)
     constexpr qint64 margin = 2;
     const qint64 days = birthDate.daysTo(today);
     for (qint64 d = days - margin; d <= days + margin; ++d) {
-        const qint64 count = d < 0 ? -d : d;
-        if (isMilestone(dayMilestones, count) ||
-            (count % 7 == 0 && isMilestone(weekMilestones, count / 7)))
+        if (isDayOrWeekMilestone(d < 0 ? -d : d))
             return true;
     }
     // A round count of months is greeted only on the day of the month it
