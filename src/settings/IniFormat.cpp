@@ -3,6 +3,7 @@
 
 #include <QHash>
 #include <QStringList>
+#include <QVarLengthArray>
 #include <algorithm>
 #include <charconv>
 #include <iterator>
@@ -388,7 +389,7 @@ std::optional<qsizetype> indexOf(QStringView text, qsizetype limit)
 }
 
 // The size entry of a list of `children` entries in all, if it is one.
-std::optional<qsizetype> listSize(const std::optional<QVariant> &entry, qsizetype children)
+std::optional<qsizetype> listSize(const QVariant *entry, qsizetype children)
 {
     if (!entry || entry->typeId() != QMetaType::QString)
         return std::nullopt;
@@ -406,20 +407,22 @@ std::optional<std::optional<QVariantList>> asListOfRows(const Entries &entries)
 {
     // Rows are short; a longer one goes the general way.
     constexpr qsizetype longestRow = 64;
+    // The entries stay where they are; a row points at its own. A favorite
+    // has two texts and a size, which fit in the row itself.
     struct Row
     {
-        bool seen = false;
-        std::optional<QVariant> size;
-        std::vector<std::optional<QVariant>> items;
+        const QVariant *size = nullptr;
+        QVarLengthArray<const QVariant *, 3> items;
         qsizetype itemCount = 0;
+        bool seen = false;
     };
     std::vector<Row> rows;
-    std::optional<QVariant> size;
+    const QVariant *size = nullptr;
     qsizetype rowCount = 0;
     for (const auto &[key, value] : entries) {
         const QStringView path = QStringView(key).sliced(key.indexOf(u'/') + 1);
         if (path == u"size") {
-            size = value;
+            size = &value;
             continue;
         }
         const qsizetype slash = path.indexOf(u'/');
@@ -436,17 +439,17 @@ std::optional<std::optional<QVariantList>> asListOfRows(const Entries &entries)
         }
         const QStringView rest = path.sliced(slash + 1);
         if (rest == u"size") {
-            r.size = value;
+            r.size = &value;
             continue;
         }
         const std::optional<qsizetype> item = indexOf(rest, longestRow);
         if (!item)
             return std::nullopt;
-        if (r.items.size() <= size_t(*item))
-            r.items.resize(size_t(*item) + 1);
-        if (!r.items[size_t(*item)])
+        if (r.items.size() <= *item)
+            r.items.resize(*item + 1, nullptr);
+        if (!r.items[*item])
             ++r.itemCount;
-        r.items[size_t(*item)] = value;
+        r.items[*item] = &value;
     }
     const std::optional<qsizetype> count = listSize(size, rowCount + (size ? 1 : 0));
     if (!count)
@@ -463,10 +466,9 @@ std::optional<std::optional<QVariantList>> asListOfRows(const Entries &entries)
         QVariantList items;
         items.reserve(*length);
         for (qsizetype j = 1; j <= *length; ++j) {
-            if (size_t(j) >= r.items.size() || !r.items[size_t(j)] ||
-                !r.items[size_t(j)]->isValid())
+            if (j >= r.items.size() || !r.items[j] || !r.items[j]->isValid())
                 return std::optional<QVariantList>();
-            items.append(*r.items[size_t(j)]);
+            items.append(*r.items[j]);
         }
         list.append(QVariant(std::move(items)));
     }
