@@ -3,7 +3,7 @@
 # Time from process start to the first frame of the main screen, and peak
 # memory, under Xvfb with Qt Quick's software renderer; medians of RUNS runs,
 # side by side: the smallest Qt Quick Controls window (the floor), then Tavlo
-# with each number of favorites.
+# with each number of favorites, and its first frame against that with none.
 #   bench/startup.sh [RUNS] [FAVORITES...]      (default: 9 runs; 0 1000 10000)
 set -euo pipefail
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
@@ -23,21 +23,14 @@ mkdir -p "$XDG_RUNTIME_DIR" && chmod 700 "$XDG_RUNTIME_DIR"
 
 median() { printf '%s\n' "$@" | sort -n | awk '{a[NR]=$1} END {print a[int((NR+1)/2)]}'; }
 
-# measure LABEL COMMAND...: RUNS starts, medians of first frame and peak memory.
-measure() {
-    local label=$1
-    shift
-    local frames=() peaks=() start output frame peak
-    for ((i = 0; i < runs; i++)); do
-        start=$(date +%s%3N)
-        output=$("$@")
-        frame=$(awk '/^first-frame-epoch-ms/ {print $2}' <<<"$output")
-        peak=$(awk '/^peak-rss-kb/ {print $2}' <<<"$output")
-        frames+=($((frame - start)))
-        peaks+=($((peak / 1024)))
-    done
-    printf '%-28s first frame %5d ms   peak memory %4d MB   (frames: %s)\n' "$label" \
-        "$(median "${frames[@]}")" "$(median "${peaks[@]}")" "${frames[*]}"
+# once COMMAND...: one start; prints its first frame (ms from start) and peak memory (MB).
+once() {
+    local start output frame peak
+    start=$(date +%s%3N)
+    output=$("$@")
+    frame=$(awk '/^first-frame-epoch-ms/ {print $2}' <<<"$output")
+    peak=$(awk '/^peak-rss-kb/ {print $2}' <<<"$output")
+    echo "$((frame - start)) $((peak / 1024))"
 }
 
 # A settings file with N favorites, as the app keeps them, past its first start.
@@ -62,7 +55,34 @@ settings_with() {
 }
 
 echo "runs: $runs (medians), $(nproc) cores, Xvfb, software renderer"
-measure "minimal Qt Quick window" "$root/build/bench/minimal_window"
+# The configurations take turns, run after run, so that a machine busy for
+# a while slows them alike.
+labels=("minimal Qt Quick window")
+dirs=("")
 for n in "${counts[@]}"; do
-    XDG_CONFIG_HOME=$(settings_with "$n") measure "Tavlo, $n favorites" "$root/build/tavlo"
+    labels+=("Tavlo, $n favorites")
+    dirs+=("$(settings_with "$n")")
+done
+declare -A frames peaks
+for ((i = 0; i < runs; i++)); do
+    for c in "${!labels[@]}"; do
+        if ((c == 0)); then
+            read -r frame peak < <(once "$root/build/bench/minimal_window")
+        else
+            read -r frame peak < <(XDG_CONFIG_HOME=${dirs[c]} once "$root/build/tavlo")
+        fi
+        frames[$c]+="$frame "
+        peaks[$c]+="$peak "
+    done
+done
+for c in "${!labels[@]}"; do
+    # shellcheck disable=SC2086
+    frame=$(median ${frames[$c]})
+    # shellcheck disable=SC2086
+    peak=$(median ${peaks[$c]})
+    ((c == 1)) && floor=$frame
+    ratio=""
+    ((c >= 1)) && ratio=$(awk -v a="$frame" -v b="$floor" 'BEGIN {printf "(%.2fx)", a / b}')
+    printf '%-28s first frame %5d ms %-8s  peak memory %4d MB   (frames: %s)\n' "${labels[c]}" \
+        "$frame" "$ratio" "$peak" "${frames[$c]% }"
 done

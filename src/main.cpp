@@ -116,6 +116,8 @@ int main(int argc, char *argv[])
         return runCommand();
     }
 
+    // The birthdays are read while the window system comes up.
+    FileSettingsStore::readAhead();
     QGuiApplication app(argc, argv);
     describeApplication();
     QGuiApplication::setApplicationDisplayName(QStringLiteral("Tavlo"));

@@ -12,6 +12,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <fcntl.h>
+#include <future>
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -95,14 +96,58 @@ void FileSettingsStore::refresh()
     reloadIfReplaced();
 }
 
-std::optional<FileSettingsStore::FileVersion> FileSettingsStore::currentVersion() const
+std::optional<FileSettingsStore::FileVersion> FileSettingsStore::versionOf(const QString &path)
 {
     struct stat status;
-    if (::stat(QFile::encodeName(m_path).constData(), &status) != 0)
+    if (::stat(QFile::encodeName(path).constData(), &status) != 0)
         return std::nullopt;
     return FileVersion{quint64(status.st_dev), quint64(status.st_ino), qint64(status.st_size),
                        qint64(status.st_mtim.tv_sec) * 1000000000 + status.st_mtim.tv_nsec,
                        qint64(status.st_ctim.tv_sec) * 1000000000 + status.st_ctim.tv_nsec};
+}
+
+FileSettingsStore::Contents FileSettingsStore::readFile(const QString &path,
+                                                        std::optional<FileVersion> version)
+{
+    QByteArray text;
+    QFile file(path);
+    if (version && file.open(QIODevice::ReadOnly))
+        text = file.readAll();
+    return {version, IniFormat::parse(text)};
+}
+
+struct FileSettingsStore::ReadAhead
+{
+    std::mutex mutex;
+    QString path;
+    std::future<Contents> contents;
+};
+
+FileSettingsStore::ReadAhead &FileSettingsStore::readAheadSlot()
+{
+    static ReadAhead slot;
+    return slot;
+}
+
+void FileSettingsStore::readAhead(const QString &filePath)
+{
+    // Qt takes the first thread that asks for its thread data for the main
+    // thread; the reading thread must not be first.
+    QThread::currentThread();
+    ReadAhead &slot = readAheadSlot();
+    const std::lock_guard lock(slot.mutex);
+    slot.path = filePath;
+    slot.contents = std::async(std::launch::async,
+                               [filePath] { return readFile(filePath, versionOf(filePath)); });
+}
+
+std::optional<FileSettingsStore::Contents> FileSettingsStore::takeReadAhead(const QString &path)
+{
+    ReadAhead &slot = readAheadSlot();
+    const std::lock_guard lock(slot.mutex);
+    if (!slot.contents.valid() || slot.path != path)
+        return std::nullopt;
+    return slot.contents.get();
 }
 
 void FileSettingsStore::reloadIfReplaced()
@@ -111,11 +156,10 @@ void FileSettingsStore::reloadIfReplaced()
     const std::optional<FileVersion> version = currentVersion();
     if (m_loaded && version == m_seen)
         return;
-    QByteArray text;
-    QFile file(m_path);
-    if (version && file.open(QIODevice::ReadOnly))
-        text = file.readAll();
-    m_values = IniFormat::parse(text);
+    std::optional<Contents> ahead = m_loaded ? std::nullopt : takeReadAhead(m_path);
+    Contents contents =
+        ahead && ahead->version == version ? std::move(*ahead) : readFile(m_path, version);
+    m_values = std::move(contents.values);
     for (auto it = m_unsaved.cbegin(); it != m_unsaved.cend(); ++it) {
         removeGroup(it.key());
         if (it->value)

@@ -55,6 +55,10 @@ public:
 
     // $XDG_CONFIG_HOME/tavlo/tavlo.conf
     static QString defaultPath();
+    // Starts reading the file on a thread of its own, for the next store
+    // opened on it to take if the file is still the one read: the app starts
+    // this before its window system is up, and the two overlap.
+    static void readAhead(const QString &filePath = defaultPath());
     QString fileName() const { return m_path; }
     QString lockFileName() const { return m_path + QStringLiteral(".update-lock"); }
 
@@ -88,7 +92,19 @@ private:
         qint64 changedNanoseconds = 0;
         friend bool operator==(const FileVersion &, const FileVersion &) = default;
     };
-    std::optional<FileVersion> currentVersion() const;
+    static std::optional<FileVersion> versionOf(const QString &path);
+    std::optional<FileVersion> currentVersion() const { return versionOf(m_path); }
+    struct Contents
+    {
+        std::optional<FileVersion> version;
+        IniFormat::Values values;
+    };
+    // The file as it is, if `version` is still what it is.
+    static Contents readFile(const QString &path, std::optional<FileVersion> version);
+    // What readAhead() read of the file, taken once.
+    static std::optional<Contents> takeReadAhead(const QString &path);
+    struct ReadAhead;
+    static ReadAhead &readAheadSlot();
     // Reads the file again if it is not the one we read or wrote last.
     void reloadIfReplaced();
     void removeGroup(const QString &key);

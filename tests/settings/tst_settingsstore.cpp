@@ -279,6 +279,35 @@ private slots:
         QCOMPARE(store.value(color), 2);
     }
 
+    // What was read ahead of the app's window is taken only while the file
+    // is still the one read, and only by a store of that file.
+    void aReadAheadStandsOnlyForTheFileRead_data()
+    {
+        QTest::addColumn<bool>("replacedMeanwhile");
+        QTest::addColumn<bool>("sameFile");
+        QTest::addColumn<int>("expected");
+        QTest::newRow("unchanged") << false << true << 1;
+        QTest::newRow("replaced after the read") << true << true << 2;
+        QTest::newRow("another file") << false << false << 3;
+    }
+    void aReadAheadStandsOnlyForTheFileRead()
+    {
+        QFETCH(bool, replacedMeanwhile);
+        QFETCH(bool, sameFile);
+        QFETCH(int, expected);
+        const QString path = freshIniPath();
+        const QString other = freshIniPath();
+        FileSettingsStore(path).set(color, 1);
+        FileSettingsStore(other).set(color, 3);
+        FileSettingsStore::readAhead(path);
+        if (replacedMeanwhile) {
+            QTest::qWait(20);
+            runChild({"color", path, "2"});
+        }
+        FileSettingsStore store(sameFile ? path : other);
+        QCOMPARE(store.value(color), expected);
+    }
+
     void anOpenBatchHoldsOtherProcessesBack()
     {
         const QString path = freshIniPath();
