@@ -89,11 +89,13 @@ double firstFrameMs(Stage &stage, Session &session, const char *qml)
     controller->viewDidLoad();
     QQmlComponent component(&engine, QUrl(QLatin1String(qml)));
     auto *screen = qobject_cast<QQuickItem *>(component.createWithInitialProperties(
-        {{QStringLiteral("controller"), QVariant::fromValue(controller.get())}}));
+        {{QStringLiteral("controller"), QVariant::fromValue(controller.get())},
+         // Made at the window's size, as the app makes its screens.
+         {QStringLiteral("width"), window.width()},
+         {QStringLiteral("height"), window.height()}}));
     if (!screen)
         qFatal("%s", qPrintable(component.errorString()));
     screen->setParentItem(window.contentItem());
-    screen->setSize(window.size());
     bool drawn = false;
     const QMetaObject::Connection frame =
         QObject::connect(&window, &QQuickWindow::frameSwapped, &window, [&] { drawn = true; });
