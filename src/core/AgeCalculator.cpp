@@ -51,23 +51,22 @@ AgeFacts computeAge(const QDateTime &birth, const QDateTime &now)
     const QDateTime birthLocal = birth.toLocalTime();
     const QDateTime nowLocal = now.toLocalTime();
     // Converted once: every conversion of a local time asks the zone again.
-    const qint64 from = birth.isValid() ? birth.toMSecsSinceEpoch() : 0;
-    const qint64 to = now.isValid() ? now.toMSecsSinceEpoch() : 0;
+    // An invalid moment counts as no difference.
     const bool valid = birth.isValid() && now.isValid();
+    const qint64 from = valid ? birth.toMSecsSinceEpoch() : 0;
+    const qint64 to = valid ? now.toMSecsSinceEpoch() : 0;
 
-    const YearsMonthsDays age =
-        valid ? CalendarDifference::yearsMonthsDays(from, to) : YearsMonthsDays{};
+    const YearsMonthsDays age = CalendarDifference::yearsMonthsDays(from, to);
     facts.ageYears = age.years;
     facts.ageMonths = age.months;
     facts.ageDays = age.days;
     facts.birthDay = birthLocal.date().day();
     facts.birthMonth = birthLocal.date().month();
 
-    const auto count = [&](CalendarUnit unit) {
-        return valid ? CalendarDifference::count(from, to, unit) : 0;
-    };
-    facts.totalDaysText = spelledOut(count(CalendarUnit::Days), CalendarUnit::Days);
-    facts.totalMonthsText = spelledOut(count(CalendarUnit::Months), CalendarUnit::Months);
+    facts.totalDaysText =
+        spelledOut(CalendarDifference::count(from, to, CalendarUnit::Days), CalendarUnit::Days);
+    facts.totalMonthsText =
+        spelledOut(CalendarDifference::count(from, to, CalendarUnit::Months), CalendarUnit::Months);
     facts.totalYearsText = spelledOut(age.years, CalendarUnit::Years);
     facts.totalDays = readDigitsOnly(facts.totalDaysText);
     facts.totalMonths = readDigitsOnly(facts.totalMonthsText);
