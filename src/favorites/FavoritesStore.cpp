@@ -9,6 +9,7 @@
 
 #include <QHash>
 #include <algorithm>
+#include <utility>
 
 using namespace SettingsKeys;
 
@@ -258,10 +259,14 @@ WriteResult FavoritesStore::reorder(const QList<qsizetype> &order)
         std::all_of(order.cbegin(), order.cend(), [&](qsizetype i) { return i == position++; });
     if (unchanged && m_storeHoldsRows)
         return {};
+    // Every favorite once: a mistaken order must not lose or double one.
+    QList<bool> placed(m_rows.size());
     QList<QStringList> rows;
     rows.reserve(order.size());
     for (const qsizetype index : order) {
         requireIndex(index);
+        if (std::exchange(placed[index], true))
+            fatalError(QStringLiteral("favorite %1 comes twice in a new order").arg(index));
         rows.append(m_rows.at(index));
     }
     return apply(std::move(rows));
