@@ -58,15 +58,6 @@ FavoritesSorting::Order FavoritesSorting::orderFor(qint64 sortSetting)
     return Order::ByBirthday;
 }
 
-QList<Favorite> FavoritesSorting::sorted(const QList<Favorite> &favorites, Order order)
-{
-    QList<Favorite> result;
-    result.reserve(favorites.size());
-    for (const qsizetype i : ordering(favorites, order))
-        result.append(favorites.at(i));
-    return result;
-}
-
 QList<qsizetype> FavoritesSorting::ordering(const QList<Favorite> &favorites, Order order)
 {
     switch (order) {

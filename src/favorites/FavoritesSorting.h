@@ -20,9 +20,8 @@ Order orderFor(qint64 sortSetting);
 //   program, naming the favorite;
 // - by birthday: by day and month from 1 January to 31 December, whatever
 //   the year of birth; texts that cannot be read come first.
-QList<Favorite> sorted(const QList<Favorite> &favorites, Order order);
-// The same order as positions in `favorites`: the first is the position of
-// the favorite that goes first.
+// The order is given as positions in `favorites`: the first is the position
+// of the favorite that goes first.
 QList<qsizetype> ordering(const QList<Favorite> &favorites, Order order);
 
 } // namespace FavoritesSorting

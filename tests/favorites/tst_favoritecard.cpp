@@ -4,6 +4,7 @@
 #include "favorites/FavoritesSorting.h"
 
 #include "LocalTime.h"
+#include "SortedFavorites.h"
 #include "core/WesternZodiac.h"
 #include "texts/AccessibleNames.h"
 
@@ -314,7 +315,7 @@ private slots:
         Favorites wanted;
         for (const int i : expected)
             wanted.append(input.at(i));
-        QCOMPARE(FavoritesSorting::sorted(input, FavoritesSorting::orderFor(setting)), wanted);
+        QCOMPARE(sortedFavorites(input, FavoritesSorting::orderFor(setting)), wanted);
     }
 
     void unreadableAgeStops_data()
@@ -346,7 +347,7 @@ int main(int argc, char *argv[])
         QStringList birthdays;
         for (int i = 2; i < argc; ++i)
             birthdays.append(QString::fromLocal8Bit(argv[i]));
-        FavoritesSorting::sorted(withBirthdays(birthdays), FavoritesSorting::Order::ByAge);
+        sortedFavorites(withBirthdays(birthdays), FavoritesSorting::Order::ByAge);
         return 0;
     }
     QCoreApplication app(argc, argv);

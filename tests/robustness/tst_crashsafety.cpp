@@ -3,6 +3,8 @@
 #include "favorites/FavoritesStore.h"
 #include "settings/FileSettingsStore.h"
 
+#include "SortedFavorites.h"
+
 #include <QCoreApplication>
 #include <QDir>
 #include <QElapsedTimer>
@@ -60,7 +62,7 @@ Favorites applied(Favorites list, const QStringList &words)
     else if (action == u"delete")
         list.removeAt(indexOf(list, words.at(1)));
     else if (action == u"sort")
-        list = FavoritesSorting::sorted(list, FavoritesSorting::orderFor(words.at(1).toLongLong()));
+        list = sortedFavorites(list, FavoritesSorting::orderFor(words.at(1).toLongLong()));
     return list;
 }
 
