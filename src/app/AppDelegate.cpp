@@ -8,13 +8,13 @@
 #include "platform/linux/LinuxReminders.h"
 #include "reminders/ReminderScheduler.h"
 #include "resources/AccessibleItems.h"
+#include "resources/BundledFonts.h"
 #include "session/Session.h"
 #include "settings/FileSettingsStore.h"
 
 #include <QDateTime>
 #include <QDir>
 #include <QFile>
-#include <QFontDatabase>
 #include <QGuiApplication>
 #include <QPalette>
 #include <QQmlApplicationEngine>
@@ -24,22 +24,6 @@
 #include <cstdio>
 
 namespace {
-
-void loadBundledFonts()
-{
-    const QDir fonts(QStringLiteral(":/qt/qml/Tavlo/resources/fonts"));
-    for (const QString &file : fonts.entryList({QStringLiteral("*.otf"), QStringLiteral("*.ttf")}))
-        QFontDatabase::addApplicationFont(fonts.filePath(file));
-    // Emoji in names come from the system's colour emoji font, which Tavlo's
-    // packages install; the bundled faces have none. It comes last, so the
-    // zodiac and planet signs keep their plain bundled glyphs.
-    const QStringList fallbacks = {QStringLiteral("Tavlo Symbols"), QStringLiteral("Tavlo Han"),
-                                   QStringLiteral("Noto Color Emoji")};
-    QFont::insertSubstitutions(QStringLiteral("Inter"), fallbacks);
-    QFont font(QStringLiteral("Inter"));
-    font.setFamilies(QStringList{QStringLiteral("Inter")} + fallbacks);
-    QGuiApplication::setFont(font);
-}
 
 // The most memory the process has held, from the kernel's own count.
 QByteArray peakResidentKilobytes()
@@ -71,7 +55,7 @@ int AppDelegate::run(QGuiApplication &app, const Options &options)
 {
     QQuickStyle::setStyle(QStringLiteral("Basic"));
     AccessibleItems::install();
-    loadBundledFonts();
+    BundledFonts::install();
 
     FileSettingsStore settings;
     // A change shows at once; the checked write of the file follows on the

@@ -151,7 +151,6 @@ ItemDelegate {
             text: cell.name
             textFormat: Text.PlainText
             color: cell.controller.theme.labelColor
-            font.family: "Inter"
             font.weight: Font.Thin
             font.pixelSize: 24
             fontSizeMode: Text.HorizontalFit
@@ -169,7 +168,6 @@ ItemDelegate {
             height: 21
             text: cell.star
             color: cell.controller.starColor
-            font.family: "Inter"
             font.weight: Font.Light
             font.pixelSize: 12
             horizontalAlignment: Text.AlignRight
@@ -187,7 +185,6 @@ ItemDelegate {
             text: cell.birthday
             textFormat: Text.PlainText
             color: cell.controller.birthdayColor
-            font.family: "Inter"
             font.weight: Font.Light
             font.pixelSize: 18
             fontSizeMode: Text.HorizontalFit
@@ -205,7 +202,6 @@ ItemDelegate {
             height: 56
             text: cell.age
             color: cell.controller.ageColor
-            font.family: "Inter"
             font.weight: Font.Thin
             font.pixelSize: 32
             fontSizeMode: Text.HorizontalFit

@@ -21,7 +21,6 @@ Item {
         height: 40
         visible: false
         opacity: footer.textOpacity
-        font.family: "Inter"
         font.weight: Font.Light
         font.pixelSize: 10
         horizontalAlignment: Text.AlignRight

@@ -146,7 +146,6 @@ Item {
         text: root.controller.displayText
         textFormat: Text.PlainText
         color: root.controller.theme.labelColor
-        font.family: "Inter"
         font.weight: Font.Thin
         font.pixelSize: 26
         fontSizeMode: Text.Fit
@@ -174,7 +173,6 @@ Item {
         text: root.controller.weekdayText
         textFormat: Text.PlainText
         color: root.controller.theme.labelColor
-        font.family: "Inter"
         font.weight: Font.Light
         font.pixelSize: 20
         fontSizeMode: Text.HorizontalFit

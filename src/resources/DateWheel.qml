@@ -78,7 +78,6 @@ Tumbler {
         color: Tumbler.tumbler.palette.windowText
         opacity: Math.max((Tumbler.tumbler as DateWheel).fadedOpacity, 1.0 - Math.abs(Tumbler.displacement)
                           / (Tumbler.tumbler.visibleItemCount / 2) * 0.8)
-        font.family: "Inter"
         font.weight: Font.Light
         font.pixelSize: 21
         horizontalAlignment: Text.AlignHCenter

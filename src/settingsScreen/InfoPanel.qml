@@ -81,7 +81,6 @@ Item {
                 width: parent.width
                 text: panel.controller.infoText
                 color: panel.controller.theme.labelColor
-                font.family: "Inter"
                 font.weight: Font.Light
                 font.pixelSize: 16
                 wrapMode: Text.Wrap

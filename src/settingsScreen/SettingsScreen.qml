@@ -274,7 +274,6 @@ Item {
                 visible: root.controller.secretVisible
                 text: root.controller.secretText
                 color: root.labelColor
-                font.family: "Inter"
                 font.weight: Font.Thin
                 font.pixelSize: 15
                 maximumLineCount: 30

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "ScreenHarness.h"
+#include "ScreenTour.h"
 #include "themes/Contrast.h"
 
 #include <QQmlContext>
@@ -178,22 +178,6 @@ class TestScreenHost : public QObject
         }
     }
 
-    QObject *controller(const QString &screen) const
-    {
-        return h->find(screen)->property("controller").value<QObject *>();
-    }
-
-    // A dialog or menu the screen's controller opens, looked at, then closed.
-    void lookAtPopup(const QString &popup, QObject *controller, const char *open,
-                     QGenericArgument argument = {})
-    {
-        QVERIFY(QMetaObject::invokeMethod(controller, open, argument));
-        QTRY_VERIFY(h->opened(popup));
-        look(popup, true);
-        QMetaObject::invokeMethod(h->window->findChild<QObject *>(popup), "close");
-        QTRY_VERIFY(!h->opened(popup));
-    }
-
 private slots:
     // The window and its screen host: screens by identifier, each asked for
     // under a dim and presented over the one before, and a new main screen
@@ -261,50 +245,11 @@ private slots:
     {
         QFETCH(int, theme);
         QFETCH(Appearance, appearance);
-        using namespace SettingsKeys;
         ScreenHarness harness;
         h = &harness;
         m_failures.clear();
-        MemorySettingsStore &settings = harness.settings;
-        settings.set(favorites, {{u"Anna"_qs, u"12 3 1985"_qs},
-                                 {u"<i>Zoë</i> 🎂"_qs, u"29 2 1996"_qs},
-                                 {u"Max Mustermann"_qs, u"24 12 1970"_qs},
-                                 {u"Bob"_qs, u"1 1 2000"_qs}});
-        settings.set(color, theme);
-        for (const BooleanKey &key :
-             {firstStartDone, moreDetails, star, handOverPending, handOverMovePicker})
-            settings.set(key, true);
-        settings.set(handOverName, u"Anna"_qs);
-        settings.set(handOverBirthday, u"12 3 1985"_qs);
-        harness.startApp({u"en-US"_qs}, appearance);
-
-        look(u"main"_qs);
-        lookAtPopup(u"addDialog"_qs, controller(u"mainView"_qs), "plusPressed");
-
-        QVERIFY(harness.go(u"btnFav"_qs, u"favView"_qs));
-        // The rows fly in one after another.
-        QTest::qWait(1700);
-        look(u"favorites"_qs);
-        QObject *favView = controller(u"favView"_qs);
-        QQuickItem *list = harness.find(u"tableView"_qs);
-        QVERIFY(list->setProperty("openRow", 0));
-        QTest::qWait(400);
-        look(u"favorites, delete shown"_qs);
-        list->setProperty("openRow", -1);
-        lookAtPopup(u"editDialog"_qs, favView, "longPressed", Q_ARG(int, 0));
-        lookAtPopup(u"sortMenu"_qs, favView, "sortPressed");
-        QVERIFY(QMetaObject::invokeMethod(favView, "deleteRow", Q_ARG(int, 3)));
-        QTRY_VERIFY(harness.shows(u"undoBar"_qs) && harness.find(u"undoBar"_qs)->opacity() == 1);
-        // The deleted row fades out first.
-        QTest::qWait(400);
-        look(u"favorites, undo"_qs);
-
-        QVERIFY(harness.go(u"btnBack"_qs, u"mainView"_qs));
-        QVERIFY(harness.go(u"btnSet"_qs, u"setView"_qs));
-        look(u"settings"_qs);
-        QVERIFY(QMetaObject::invokeMethod(controller(u"setView"_qs), "infoPressed"));
-        QTRY_VERIFY(harness.shows(u"scrollViewInfo"_qs));
-        look(u"info"_qs);
+        ScreenTour::run(harness, theme, appearance,
+                        [this](const QString &screen, bool popup) { look(screen, popup); });
         QVERIFY2(m_failures.isEmpty(), qPrintable(m_failures.join(u'\n')));
     }
 };

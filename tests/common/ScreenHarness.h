@@ -5,6 +5,7 @@
 #include "TimeZoneScope.h"
 #include "app/ScreenFactory.h"
 #include "core/DebugLog.h"
+#include "resources/BundledFonts.h"
 #include "session/Session.h"
 #include "settings/MemorySettingsStore.h"
 
@@ -55,6 +56,7 @@ public:
     Controller *show(const char *qml, const QStringList &preferred = {u"en-US"_qs},
                      Appearance appearance = Appearance::Dark)
     {
+        BundledFonts::install();
         session = std::make_unique<Session>(settings, clock, preferred, appearance);
         if constexpr (!std::is_same_v<Controller, ViewController>) {
             session->formatLocale = QLocale(u"en_US"_qs);
@@ -87,6 +89,7 @@ public:
     void startApp(const QStringList &preferred = {u"en-US"_qs},
                   Appearance appearance = Appearance::Dark)
     {
+        BundledFonts::install();
         session = std::make_unique<Session>(settings, clock, preferred, appearance);
         m_factory = std::make_unique<ScreenFactory>(*session);
         auto *engine = new QQmlApplicationEngine;

@@ -41,17 +41,23 @@ expect fonts-dejavu-core 2.37-6
 expect fonts-droid-fallback 1:6.0.1r16-1.1
 expect python3-fonttools 4.38.0-1+deb12u1
 
-# --- Inter: the UI face --------------------------------------------------
+# --- Tavlo Sans: Inter, the UI face -----------------------------------------
 # Thin stands in for "Helvetica Neue Thin" (the big report), Light for
-# "Helvetica Neue Light", Regular for buttons and dialogs. The Debian files
-# are ~260 KB each, so they go in unchanged; only if a later package makes
-# them bigger than 400 KB are they cut down to the scripts the app shows.
-# Inter declares no Reserved Font Name, so a cut-down copy keeps its name.
+# "Helvetica Neue Light", Regular for buttons and dialogs, SemiBold for the
+# titles and default buttons of dialogs. Every weight a screen asks for must
+# be here: a missing one is looked for among the system's fonts, and then the
+# app looks different on every machine. The Debian files are ~260 KB each, so
+# they go in whole; only if a later package makes them bigger than 400 KB are
+# they cut down to the scripts the app shows.
+#
+# The family is renamed to "Tavlo Sans" (Inter declares no Reserved Font
+# Name): an Inter installed on the system, of another version or with other
+# weights, then can never stand in for the bundled one.
 INTER_MAX=409600
 INTER_UNICODES="U+0000-007F,U+0080-00FF,U+0100-017F,U+0400-04FF,U+2000-206F,U+2605-2606"
-for face in Thin Light Regular; do
+for face in Thin Light Regular SemiBold; do
     src="$INTER_DIR/Inter-$face.otf"
-    dst="$out/Inter-$face.otf"
+    dst="$out/TavloSans-$face.otf"
     if [ "$(stat -c %s "$src")" -le "$INTER_MAX" ]; then
         cp "$src" "$dst"
     else
@@ -64,6 +70,43 @@ for face in Thin Light Regular; do
             --output-file="$dst"
     fi
 done
+"$PY" - "$out" <<'EOF2'
+import sys
+from fontTools.ttLib import TTFont
+
+out = sys.argv[1]
+styles = {"Thin": "Thin", "Light": "Light", "Regular": "Regular", "SemiBold": "Semi Bold"}
+for face, style in styles.items():
+    path = f"{out}/TavloSans-{face}.otf"
+    font = TTFont(path, recalcTimestamp=False)
+    name = font["name"]
+    version = name.getDebugName(5)
+    # Legacy family: one per style but Regular, as Inter itself names them.
+    legacy = "Tavlo Sans" if face == "Regular" else f"Tavlo Sans {style}"
+    renamed = {
+        1: legacy,
+        3: f"TavloSans-{face};{version}",
+        4: f"Tavlo Sans {style}" if face != "Regular" else "Tavlo Sans",
+        6: f"TavloSans-{face}",
+        10: f"Inter {style} {version} (Debian fonts-inter 4.0~beta7+ds-1), "
+            "glyphs unchanged, family renamed to Tavlo Sans for Tavlo.",
+        16: "Tavlo Sans",
+        17: style,
+    }
+    # Only the Windows English records: Qt and fontconfig read those, and
+    # leaving others would keep the old name reachable.
+    name.names = [r for r in name.names
+                  if not (r.nameID in renamed and (r.platformID, r.langID) != (3, 0x409))]
+    for nid, text in renamed.items():
+        name.setName(text, nid, 3, 1, 0x409)
+    if "CFF " in font:
+        cff = font["CFF "].cff
+        cff.fontNames = [f"TavloSans-{face}"]
+        top = cff.topDictIndex[0]
+        top.FamilyName = "Tavlo Sans"
+        top.FullName = renamed[4]
+    font.save(path, reorderTables=True)
+EOF2
 
 # --- Tavlo Symbols: zodiac signs, planets, stars ----------------------------
 # U+FE0E is kept: DejaVu maps it to an empty zero-width glyph, so the text
@@ -118,5 +161,5 @@ for fname, family, psname, version, note in fonts:
     font.save(path, reorderTables=True)
 EOF
 
-ls -l "$out"/Inter-Thin.otf "$out"/Inter-Light.otf "$out"/Inter-Regular.otf \
+ls -l "$out"/TavloSans-*.otf \
       "$out"/TavloSymbols.ttf "$out"/TavloHan.ttf

@@ -1,0 +1,83 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "ScreenHarness.h"
+
+#include <QTest>
+#include <functional>
+
+// The whole app, every screen, dialog and menu shown in turn with a list of
+// favorites whose names need every bundled face (a sign, an emoji, markup),
+// so that a test can look at each. `look` is called with the screen's name
+// and whether it is a popup, while it is shown and still. The harness's
+// settings take the theme `theme` and every switch on; the app speaks
+// `language`.
+class ScreenTour
+{
+public:
+    using Look = std::function<void(const QString &screen, bool popup)>;
+
+    static void run(ScreenHarness &h, int theme, Appearance appearance, const Look &look,
+                    const QString &language = u"en-US"_qs)
+    {
+        using namespace SettingsKeys;
+        MemorySettingsStore &settings = h.settings;
+        settings.set(favorites, {{u"Anna"_qs, u"12 3 1985"_qs},
+                                 {u"<i>Zoë</i> 🎂"_qs, u"29 2 1996"_qs},
+                                 {u"Max Mustermann"_qs, u"24 12 1970"_qs},
+                                 {u"Bob"_qs, u"1 1 2000"_qs}});
+        settings.set(color, theme);
+        for (const BooleanKey &key :
+             {firstStartDone, moreDetails, star, handOverPending, handOverMovePicker})
+            settings.set(key, true);
+        settings.set(handOverName, u"Anna"_qs);
+        settings.set(handOverBirthday, u"12 3 1985"_qs);
+        h.startApp({language}, appearance);
+
+        look(u"main"_qs, false);
+        lookAtPopup(h, look, u"addDialog"_qs, controller(h, u"mainView"_qs), "plusPressed");
+
+        QVERIFY(h.go(u"btnFav"_qs, u"favView"_qs));
+        // The rows fly in one after another.
+        QTest::qWait(1700);
+        look(u"favorites"_qs, false);
+        QObject *favView = controller(h, u"favView"_qs);
+        QQuickItem *list = h.find(u"tableView"_qs);
+        QVERIFY(list->setProperty("openRow", 0));
+        QTest::qWait(400);
+        look(u"favorites, delete shown"_qs, false);
+        list->setProperty("openRow", -1);
+        lookAtPopup(h, look, u"editDialog"_qs, favView, "longPressed", Q_ARG(int, 0));
+        lookAtPopup(h, look, u"sortMenu"_qs, favView, "sortPressed");
+        QVERIFY(QMetaObject::invokeMethod(favView, "deleteRow", Q_ARG(int, 3)));
+        QTRY_VERIFY(h.shows(u"undoBar"_qs) && h.find(u"undoBar"_qs)->opacity() == 1);
+        // The deleted row fades out first.
+        QTest::qWait(400);
+        look(u"favorites, undo"_qs, false);
+
+        QVERIFY(h.go(u"btnBack"_qs, u"mainView"_qs));
+        QVERIFY(h.go(u"btnSet"_qs, u"setView"_qs));
+        look(u"settings"_qs, false);
+        QVERIFY(QMetaObject::invokeMethod(controller(h, u"setView"_qs), "infoPressed"));
+        QTRY_VERIFY(h.shows(u"scrollViewInfo"_qs));
+        look(u"info"_qs, false);
+    }
+
+private:
+    static QObject *controller(const ScreenHarness &h, const QString &screen)
+    {
+        return h.find(screen)->property("controller").value<QObject *>();
+    }
+
+    // A dialog or menu the screen's controller opens, looked at, then closed.
+    static void lookAtPopup(ScreenHarness &h, const Look &look, const QString &popup,
+                            QObject *controller, const char *open,
+                            QGenericArgument argument = {})
+    {
+        QVERIFY(QMetaObject::invokeMethod(controller, open, argument));
+        QTRY_VERIFY(h.opened(popup));
+        look(popup, true);
+        QMetaObject::invokeMethod(h.window->findChild<QObject *>(popup), "close");
+        QTRY_VERIFY(!h.opened(popup));
+    }
+};
