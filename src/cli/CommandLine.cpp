@@ -7,6 +7,7 @@
 #include "cli/ReportCommand.h"
 #include "contacts/SavedFile.h"
 #include "core/FatalError.h"
+#include "settings/SettingsStore.h"
 #include "settings/WriteResult.h"
 
 namespace {
@@ -60,12 +61,34 @@ int writeOutputFile(CommandContext &context, const QString &path, const QByteArr
     return ExitStatus::notSaved;
 }
 
+// Says in one line what was wrong with the settings file. A damaged one is
+// read as far as it goes; one that cannot be read stops every command, as
+// nothing it says could be trusted and nothing may be written over it.
+bool settingsCanBeUsed(CommandContext &context)
+{
+    const StoredState state = context.settings.storedState();
+    if (state.kind == StoredState::Kind::Unreadable) {
+        context.err << "tavlo: cannot read " << oneLine(state.path) << ": "
+                    << oneLine(state.problem) << "; nothing was changed\n";
+    } else if (state.kind == StoredState::Kind::Damaged) {
+        context.err << "tavlo: " << oneLine(state.path) << " is damaged (" << oneLine(state.problem)
+                    << "); going on with what could be read, and keeping the file as it was "
+                       "beside it before it is changed\n";
+    }
+    context.err.flush();
+    return state.kind != StoredState::Kind::Unreadable;
+}
+
 int runCommandLine(const QStringList &arguments, CommandContext &context)
 {
     // Stored data that cannot be read (a favorite's birthday) is bad input
     // too: its one line, then status 2.
     setFatalExitStatus(ExitStatus::usage);
     const QString command = arguments.value(1);
+    const bool usesSettings = command == u"report" || command == u"favorites" ||
+                              command == u"reminders" || command == u"calendar";
+    if (usesSettings && !settingsCanBeUsed(context))
+        return ExitStatus::notSaved;
     if (command == u"report")
         return ReportCommand(context).run(arguments.mid(1));
     if (command == u"favorites")

@@ -35,7 +35,8 @@ struct CommandContext
 // Exit statuses of the command line.
 namespace ExitStatus {
 inline constexpr int ok = 0;
-// A change that could not be stored; nothing was changed.
+// A change that could not be stored, or a settings file that cannot be
+// read; nothing was changed.
 inline constexpr int notSaved = 1;
 inline constexpr int usage = 2;
 } // namespace ExitStatus

@@ -41,6 +41,10 @@ QDateTime Session::launchDate()
 void Session::prepareMainScreen()
 {
     decideLanguage();
+    if (!m_storedStateTold) {
+        m_storedStateTold = true;
+        saveNotice.report(settings.storedState());
+    }
     if (!settings.value(SettingsKeys::backgroundImage))
         settings.set(SettingsKeys::backgroundImage, SettingsKeys::backgroundImageWhenAbsent);
 }

@@ -57,8 +57,9 @@ public:
     // Decides the language from the device and "preferredL" and fills the
     // interface texts with it.
     void decideLanguage();
-    // What every main screen does first: decides the language and stores the
-    // background picture's name where none is stored yet.
+    // What every main screen does first: decides the language, stores the
+    // background picture's name where none is stored yet, and, the first
+    // time, tells what was wrong with the stored settings.
     void prepareMainScreen();
 
     // "Today" for the whole run: the moment of first use.
@@ -66,5 +67,6 @@ public:
 
 private:
     Language m_language = Language::English;
+    bool m_storedStateTold = false;
     QDateTime m_launchDate;
 };

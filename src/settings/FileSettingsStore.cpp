@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "settings/FileSettingsStore.h"
 
+#include <QDate>
 #include <QDeadlineTimer>
 #include <QDir>
 #include <QFile>
@@ -11,6 +12,7 @@
 #include <QThread>
 #include <algorithm>
 #include <cerrno>
+#include <cstring>
 #include <fcntl.h>
 #include <future>
 #include <sys/file.h>
@@ -109,11 +111,71 @@ std::optional<FileSettingsStore::FileVersion> FileSettingsStore::versionOf(const
 FileSettingsStore::Contents FileSettingsStore::readFile(const QString &path,
                                                         std::optional<FileVersion> version)
 {
-    QByteArray text;
+    Contents contents;
+    contents.version = version;
+    if (!version) {
+        // No file: the first start. A folder we may not look into is
+        // something else: the file may well be there.
+        struct stat status;
+        if (::stat(QFile::encodeName(path).constData(), &status) != 0 && errno != ENOENT &&
+            errno != ENOTDIR) {
+            contents.kind = StoredState::Kind::Unreadable;
+            contents.problem = QString::fromLocal8Bit(std::strerror(errno));
+        }
+        return contents;
+    }
     QFile file(path);
-    if (version && file.open(QIODevice::ReadOnly))
+    QByteArray text;
+    if (file.open(QIODevice::ReadOnly))
         text = file.readAll();
-    return {version, IniFormat::parse(text)};
+    if (file.error() != QFileDevice::NoError) {
+        // Gone since we looked: the same as none.
+        if (!QFileInfo::exists(path))
+            return {};
+        contents.kind = StoredState::Kind::Unreadable;
+        contents.problem = file.errorString();
+        return contents;
+    }
+    QStringList problems;
+    contents.values = IniFormat::parse(text, &problems);
+    if (!problems.isEmpty()) {
+        contents.kind = StoredState::Kind::Damaged;
+        contents.problem = problems.join(QStringLiteral("; "));
+        contents.damagedText = std::move(text);
+    }
+    return contents;
+}
+
+StoredState FileSettingsStore::storedState() const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_state;
+}
+
+WriteResult FileSettingsStore::refusal() const
+{
+    if (m_state.kind != StoredState::Kind::Unreadable)
+        return {};
+    return WriteResult::failed(
+        m_path,
+        QStringLiteral("it could not be read (%1), so it was left as it is").arg(m_state.problem));
+}
+
+WriteResult FileSettingsStore::keepDamagedCopy(const QByteArray &text)
+{
+    if (text.isEmpty() || !m_state.keptCopy.isEmpty())
+        return {};
+    const QString base =
+        m_path + QStringLiteral(".damaged-") + QDate::currentDate().toString(Qt::ISODate);
+    QString copy = base;
+    for (int n = 2; QFileInfo::exists(copy); ++n)
+        copy = base + u'-' + QString::number(n);
+    const WriteResult kept = m_writer.write(copy, text);
+    if (kept) {
+        m_state.keptCopy = copy;
+        m_damagedText.clear();
+    }
+    return kept;
 }
 
 struct FileSettingsStore::ReadAhead
@@ -160,6 +222,12 @@ void FileSettingsStore::reloadIfReplaced()
     Contents contents =
         ahead && ahead->version == version ? std::move(*ahead) : readFile(m_path, version);
     m_values = std::move(contents.values);
+    const QString keptCopy = m_state.keptCopy;
+    m_state = {contents.kind, m_path, contents.problem, {}};
+    // A copy kept of this very damage stays named.
+    if (contents.kind == StoredState::Kind::Damaged && contents.damagedText == m_damagedText)
+        m_state.keptCopy = keptCopy;
+    m_damagedText = std::move(contents.damagedText);
     for (auto it = m_unsaved.cbegin(); it != m_unsaved.cend(); ++it) {
         removeGroup(it.key());
         if (it->value)
@@ -231,13 +299,15 @@ WriteResult FileSettingsStore::flush()
     std::unique_lock lock(m_mutex);
     if (m_unsaved.isEmpty())
         return {};
+    if (const WriteResult refused = refusal(); !refused)
+        return refused;
     if (m_thread.joinable()) {
         // Already on its way, or about to be: nothing new to hand over.
         if (m_handedOver == m_changeCount && (m_pending || m_writing))
             return {};
         // The values are shared, not copied: the writer reads its own
         // snapshot while we go on changing ours.
-        m_pending = Write{m_values, m_changeCount};
+        m_pending = Write{m_values, m_changeCount, m_damagedText};
         m_handedOver = m_changeCount;
         if (!m_writerHoldsLock) {
             m_writerHoldsLock = true;
@@ -247,6 +317,8 @@ WriteResult FileSettingsStore::flush()
         m_wake.notify_one();
         return {};
     }
+    if (const WriteResult kept = keepDamagedCopy(m_damagedText); !kept)
+        return kept;
     const WriteResult result = m_writer.write(m_path, IniFormat::serialize(m_values));
     if (result) {
         m_unsaved.clear();
@@ -265,8 +337,10 @@ void FileSettingsStore::runWriter()
         Write write = std::move(*m_pending);
         m_pending.reset();
         m_writing = true;
+        WriteResult result = keepDamagedCopy(write.damagedText);
         lock.unlock();
-        const WriteResult result = m_writer.write(m_path, IniFormat::serialize(write.values));
+        if (result)
+            result = m_writer.write(m_path, IniFormat::serialize(write.values));
         write.values = {};
         lock.lock();
         m_writing = false;

@@ -63,6 +63,7 @@ public:
     QString lockFileName() const { return m_path + QStringLiteral(".update-lock"); }
 
     void refresh() override;
+    StoredState storedState() const override;
 
     // From now on, batches hand their writes to the store's own thread and
     // return at once (reporting success: a failure comes later, through the
@@ -98,6 +99,11 @@ private:
     {
         std::optional<FileVersion> version;
         IniFormat::Values values;
+        StoredState::Kind kind = StoredState::Kind::Sound;
+        // What was damaged, or why the file could not be read.
+        QString problem;
+        // A damaged file as it was, to be kept before it is written.
+        QByteArray damagedText;
     };
     // The file as it is, if `version` is still what it is.
     static Contents readFile(const QString &path, std::optional<FileVersion> version);
@@ -108,6 +114,11 @@ private:
     // Reads the file again if it is not the one we read or wrote last.
     void reloadIfReplaced();
     void removeGroup(const QString &key);
+    // Why nothing may be written now, if so: a file we could not read.
+    WriteResult refusal() const;
+    // Keeps the damaged file as it was beside it, once, before the first
+    // write replaces it. Under m_mutex.
+    WriteResult keepDamagedCopy(const QByteArray &text);
     bool holdsValue(const QString &key, const QVariant &value) const;
     // Lets go of one hold on the update lock (a batch's, or the writer's
     // while it has a write to do); the last one releases it. Under m_mutex.
@@ -136,6 +147,8 @@ private:
     // another process wrote, and written with the next change.
     QMap<QString, Unsaved> m_unsaved;
     std::optional<FileVersion> m_seen;
+    StoredState m_state;
+    QByteArray m_damagedText;
     // The open lock file while held, else -1, and how many hold it: the
     // open batch, and the writer thread while it has a write to do.
     int m_lockHandle = -1;
@@ -145,6 +158,8 @@ private:
     {
         IniFormat::Values values;
         quint64 change = 0;
+        // The damaged file to keep first, if it is not kept yet.
+        QByteArray damagedText;
     };
     std::optional<Write> m_pending;
     bool m_writing = false;

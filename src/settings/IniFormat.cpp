@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "settings/IniFormat.h"
 
+#include "core/FatalError.h"
+
 #include <QHash>
+#include <QSet>
 #include <QStringList>
 #include <QVarLengthArray>
 #include <algorithm>
@@ -9,6 +12,8 @@
 #include <iterator>
 #include <optional>
 #include <vector>
+
+using namespace Qt::Literals::StringLiterals;
 
 namespace IniFormat {
 namespace {
@@ -37,6 +42,9 @@ struct Line
 {
     QByteArrayView text;
     qsizetype equals = -1;
+    // A line break inside quotes or after a backslash: fine for QSettings,
+    // but Tavlo and QSettings never write one, so it may be damage.
+    bool spansLines = false;
 };
 
 std::optional<Line> nextLine(QByteArrayView data, qsizetype &pos)
@@ -63,6 +71,8 @@ std::optional<Line> nextLine(QByteArrayView data, qsizetype &pos)
         } else if (c == '\\') {
             ++pos;
             // An escaped line break continues the line; \r\n and \n\r count once.
+            if (pos < size && (data[pos] == '\n' || data[pos] == '\r'))
+                line.spansLines = true;
             if (pos + 1 < size) {
                 const char a = data[pos];
                 const char b = data[pos + 1];
@@ -71,6 +81,8 @@ std::optional<Line> nextLine(QByteArrayView data, qsizetype &pos)
             }
         } else if (!quoted && (c == '\n' || c == '\r' || c == ';')) {
             break;
+        } else if (c == '\n' || c == '\r') {
+            line.spansLines = true;
         } else if (c == '=' && !quoted && line.equals < 0) {
             line.equals = pos - start;
         }
@@ -499,6 +511,176 @@ std::optional<QVariantList> asList(const Entries &entries)
     return asList(tree, 0);
 }
 
+// "[name]" as the prefix of the keys under it: "" for [General].
+QString sectionPrefix(QByteArrayView line)
+{
+    qsizetype close = line.indexOf(']');
+    if (close < 0)
+        close = line.size();
+    const QByteArrayView name = line.sliced(1, close - 1).trimmed();
+    if (name.compare("general", Qt::CaseInsensitive) == 0)
+        return {};
+    if (name.compare("%general", Qt::CaseInsensitive) == 0)
+        return QString::fromLatin1(name.sliced(1)) + u'/';
+    return unescapedKey(name) + u'/';
+}
+
+// ---- Recovering damaged lists of rows ---------------------------------------
+
+// A row entry's place: "3/1" is row 3, item 1; "3/size" and "size" count
+// the entries and have none. Nothing for a key of another shape.
+struct RowPlace
+{
+    qsizetype row = 0;
+    qsizetype item = 0;
+};
+constexpr qsizetype largestIndex = 999999999;
+
+std::optional<std::optional<RowPlace>> rowPlace(QStringView path)
+{
+    if (path == u"size")
+        return std::optional<RowPlace>();
+    const qsizetype slash = path.indexOf(u'/');
+    if (slash < 0)
+        return std::nullopt;
+    const std::optional<qsizetype> row = indexOf(path.first(slash), largestIndex);
+    if (!row)
+        return std::nullopt;
+    const QStringView rest = path.sliced(slash + 1);
+    if (rest == u"size")
+        return std::optional<RowPlace>();
+    const std::optional<qsizetype> item = indexOf(rest, largestIndex);
+    if (!item)
+        return std::nullopt;
+    return std::optional(RowPlace{*row, *item});
+}
+
+QStringView pathInGroup(const QString &key)
+{
+    return QStringView(key).sliced(key.indexOf(u'/') + 1);
+}
+
+// Whether every entry has a row's shape and at least one holds a row item.
+bool isRowShaped(const Entries &entries)
+{
+    bool anyItem = false;
+    for (const auto &[key, value] : entries) {
+        const auto place = rowPlace(pathInGroup(key));
+        if (!place)
+            return false;
+        anyItem = anyItem || place->has_value();
+    }
+    return anyItem;
+}
+
+// How many entries a list takes in the file: its size, and each item or,
+// for a row, the row's own entries.
+qsizetype entryCount(const QVariantList &list)
+{
+    qsizetype count = 1;
+    for (const QVariant &item : list)
+        count += item.typeId() == QMetaType::QVariantList ? entryCount(item.toList()) : 1;
+    return count;
+}
+
+// What is wrong with a damaged group of rows, in a few words. `swallowed`:
+// read a line at a time it has entries that the joined lines lost.
+QString damageOf(const Entries &entries, bool swallowed)
+{
+    if (swallowed)
+        return u"a quote or a backslash ran over the lines after it"_s;
+    QSet<QStringView> seen;
+    const QVariant *size = nullptr;
+    for (const auto &[key, value] : entries) {
+        const QStringView path = pathInGroup(key);
+        if (seen.contains(path))
+            return u"%1 is there twice"_s.arg(path.toString().replace(u'/', u'\\'));
+        seen.insert(path);
+        if (path == u"size")
+            size = &value;
+    }
+    if (!size)
+        return u"its size is missing"_s;
+    return u"size=%1 does not fit its entries"_s.arg(oneLine(size->toString()));
+}
+
+// Every row found, in file order; a row whose entries come again starts
+// again (a group or an entry repeated), so both are kept. An item that is
+// missing in a row reads as an empty text.
+QVariantList recoveredRows(const Entries &entries)
+{
+    std::vector<std::pair<std::pair<qsizetype, qsizetype>, QMap<qsizetype, QVariant>>> rows;
+    QHash<qsizetype, size_t> rowAt;
+    QSet<std::pair<qsizetype, qsizetype>> seen;
+    qsizetype round = 0;
+    for (const auto &[key, value] : entries) {
+        const auto place = rowPlace(pathInGroup(key));
+        if (!place || !*place)
+            continue;
+        const auto [row, item] = **place;
+        if (seen.contains({row, item})) {
+            ++round;
+            seen.clear();
+            rowAt.clear();
+        }
+        seen.insert({row, item});
+        auto found = rowAt.constFind(row);
+        if (found == rowAt.cend()) {
+            found = rowAt.insert(row, rows.size());
+            rows.push_back({{round, row}, {}});
+        }
+        // A typed value where a text belongs reads as its text.
+        rows[*found].second.insert(item, value.toString());
+    }
+    std::stable_sort(rows.begin(), rows.end(),
+                     [](const auto &a, const auto &b) { return a.first < b.first; });
+    QVariantList list;
+    list.reserve(qsizetype(rows.size()));
+    for (const auto &[where, items] : rows) {
+        QVariantList texts;
+        for (qsizetype item = 1; item <= items.lastKey(); ++item)
+            texts.append(items.value(item, QString()));
+        list.append(QVariant(texts));
+    }
+    return list;
+}
+
+// The groups of rows as the file says them a line at a time: a quote left
+// open or a backslash at a line's end then takes nothing from the lines
+// after it.
+QHash<QString, Entries> rowGroupsLineByLine(QByteArrayView text)
+{
+    QHash<QString, Entries> groups;
+    QString section;
+    qsizetype pos = 0;
+    while (pos < text.size()) {
+        qsizetype end = pos;
+        while (end < text.size() && text[end] != '\n' && text[end] != '\r')
+            ++end;
+        const QByteArrayView line = text.sliced(pos, end - pos).trimmed();
+        pos = end + 1;
+        if (line.startsWith('[')) {
+            section = sectionPrefix(line);
+            continue;
+        }
+        const qsizetype equals = line.indexOf('=');
+        if (section.isEmpty() || equals <= 0 || line.startsWith(';'))
+            continue;
+        const QString key = section + unescapedKey(line.first(equals).trimmed());
+        if (!rowPlace(pathInGroup(key)))
+            continue;
+        const QByteArrayView raw = line.sliced(equals + 1);
+        groups[section.chopped(1)].append({key, typedValue(unescapedValue(raw), raw.trimmed())});
+    }
+    for (auto it = groups.begin(); it != groups.end();) {
+        if (isRowShaped(*it))
+            ++it;
+        else
+            it = groups.erase(it);
+    }
+    return groups;
+}
+
 // ---- Writing --------------------------------------------------------------
 
 void appendEscapedKey(QByteArray &out, QStringView key)
@@ -689,7 +871,7 @@ void appendSectionHeader(QByteArray &out, const QString &section)
 
 } // namespace
 
-Values parse(QByteArrayView text)
+Values parse(QByteArrayView text, QStringList *problems)
 {
     if (text.startsWith("\xef\xbb\xbf"))
         text = text.sliced(3);
@@ -698,19 +880,12 @@ Values parse(QByteArrayView text)
     QHash<QString, qsizetype> groupIndex;
     QList<std::pair<QString, Entries>> groups;
     QString section;
+    bool spansLines = false;
     qsizetype pos = 0;
     while (const std::optional<Line> line = nextLine(text, pos)) {
+        spansLines = spansLines || line->spansLines;
         if (line->text.startsWith('[')) {
-            qsizetype close = line->text.indexOf(']');
-            if (close < 0)
-                close = line->text.size();
-            const QByteArrayView name = line->text.sliced(1, close - 1).trimmed();
-            if (name.compare("general", Qt::CaseInsensitive) == 0)
-                section.clear();
-            else if (name.compare("%general", Qt::CaseInsensitive) == 0)
-                section = QString::fromLatin1(name.sliced(1)) + u'/';
-            else
-                section = unescapedKey(name) + u'/';
+            section = sectionPrefix(line->text);
             continue;
         }
         if (line->equals < 0)
@@ -731,13 +906,45 @@ Values parse(QByteArrayView text)
         }
         groups[*found].second.append({std::move(key), std::move(value)});
     }
+    // A line that swallowed the lines after it may have taken rows, or a
+    // whole group of them, along: those read a line at a time.
+    QHash<QString, Entries> lineByLine;
+    if (spansLines) {
+        lineByLine = rowGroupsLineByLine(text);
+        for (auto it = lineByLine.cbegin(); it != lineByLine.cend(); ++it) {
+            if (!groupIndex.contains(it.key())) {
+                groupIndex.insert(it.key(), groups.size());
+                groups.append({it.key(), {}});
+            }
+        }
+    }
     for (const auto &[group, entries] : std::as_const(groups)) {
         // A value under the group's own name is what a read of it finds.
-        if (!values.contains(group)) {
-            if (std::optional<QVariantList> list = asList(entries)) {
-                values.insert(group, QVariant(std::move(*list)));
-                continue;
-            }
+        if (values.contains(group)) {
+            for (const auto &[key, value] : entries)
+                values.insert(key, value);
+            continue;
+        }
+        const auto lines = lineByLine.constFind(group);
+        const bool swallowed = lines != lineByLine.cend() && lines->size() != entries.size();
+        std::optional<QVariantList> list = entries.isEmpty() ? std::nullopt : asList(entries);
+        // Every entry used once: nothing left over, nothing twice.
+        if (list && !swallowed && entries.size() == entryCount(*list)) {
+            values.insert(group, QVariant(std::move(*list)));
+            continue;
+        }
+        const Entries &found = swallowed ? *lines : entries;
+        if (isRowShaped(found)) {
+            const QVariantList rows = recoveredRows(found);
+            if (problems)
+                problems->append(u"[%1]: %2; %3 rows read"_s.arg(group, damageOf(found, swallowed))
+                                     .arg(rows.size()));
+            values.insert(group, rows);
+            continue;
+        }
+        if (list) {
+            values.insert(group, QVariant(std::move(*list)));
+            continue;
         }
         for (const auto &[key, value] : entries)
             values.insert(key, value);

@@ -26,6 +26,13 @@
 // or a list of its own) is held as one QVariantList under the group's name,
 // so that a list of 10,000 favorites is one value, not 30,000.
 //
+// A group of rows that a crash, a sync tool or a hand edit damaged (its
+// "size" missing, wrong or twice, an entry twice, a stray quote or a
+// trailing backslash that swallowed the lines after it) is recovered rather
+// than left as loose entries: every row whose entries can be found, read a
+// line at a time, in file order; a row found twice (a group or entry
+// repeated) is kept twice. Each repair is named in `problems`.
+//
 // Parsed values are QString, QStringList (a line with unquoted commas), an
 // invalid QVariant ("@Invalid()") or, for the other typed forms QSettings
 // writes ("@Variant(...)", "@ByteArray(...)"), a QByteArray with the text as
@@ -35,7 +42,7 @@ namespace IniFormat {
 
 using Values = QMap<QString, QVariant>;
 
-Values parse(QByteArrayView text);
+Values parse(QByteArrayView text, QStringList *problems = nullptr);
 QByteArray serialize(const Values &values);
 
 } // namespace IniFormat

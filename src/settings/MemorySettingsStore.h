@@ -13,6 +13,9 @@ public:
     // store a value of the wrong type.
     void setRaw(const QString &key, const QVariant &value) { m_values.insert(key, value); }
     qsizetype writeCount() const { return m_writes; }
+    // How the store says it was read, as a file store would.
+    void setStoredState(StoredState state) { m_state = std::move(state); }
+    StoredState storedState() const override { return m_state; }
 
 protected:
     QVariant read(const QString &key) const override { return m_values.value(key); }
@@ -26,4 +29,5 @@ protected:
 private:
     QHash<QString, QVariant> m_values;
     qsizetype m_writes = 0;
+    StoredState m_state;
 };

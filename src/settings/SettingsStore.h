@@ -2,6 +2,7 @@
 #pragma once
 
 #include "settings/SettingsKeys.h"
+#include "settings/StoredState.h"
 #include "settings/WriteResult.h"
 
 #include <QList>
@@ -56,6 +57,9 @@ public:
     // Brings the reads up to date with what other processes wrote since.
     // Reads inside a batch are up to date already.
     virtual void refresh() {}
+
+    // How the stored settings read; a store without a file is always sound.
+    virtual StoredState storedState() const { return {}; }
 
 protected:
     // Tells the failure handler of a write that failed after its batch ended.

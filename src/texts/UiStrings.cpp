@@ -146,6 +146,27 @@ const std::array<Row, UiTextCount> &rows()
         {u"%1's birthday"_s, u"Geburtstag von %1"_s, u"День рождения: %1"_s},
         {u"born %1"_s, u"geboren %1"_s, u"год рождения: %1"_s},
         {u"OK"_s, u"OK"_s, u"ОК"_s},
+        {u"The saved settings were damaged. Tavlo kept every favorite it could read and "
+         u"keeps the damaged file beside them."_s,
+         u"Die gespeicherten Einstellungen waren beschädigt. Tavlo hat jeden lesbaren "
+         u"Favoriten behalten und bewahrt die beschädigte Datei daneben auf."_s,
+         u"Сохранённые настройки были повреждены. Tavlo сохранил всё избранное, что удалось "
+         u"прочитать, и хранит повреждённый файл рядом."_s},
+        {u"Your saved birthdays cannot be read (%1). Nothing is saved until this is fixed."_s,
+         u"Ihre gespeicherten Geburtstage können nicht gelesen werden (%1). Bis das behoben "
+         u"ist, wird nichts gespeichert."_s,
+         u"Не удаётся прочитать сохранённые дни рождения (%1). Пока это не исправлено, "
+         u"ничего не сохраняется."_s},
+        {u"A favorite chosen for the main screen was incomplete and is not shown."_s,
+         u"Ein für den Hauptbildschirm gewählter Favorit war unvollständig und wird nicht "
+         u"angezeigt."_s,
+         u"Выбранная для главного экрана запись была неполной и не показана."_s},
+        {u"Birthdays that cannot be read: %1. Fix or delete them in your favorites."_s,
+         u"Geburtstage, die nicht gelesen werden können: %1. Korrigieren oder löschen Sie "
+         u"sie in Ihren Favoriten."_s,
+         u"Дни рождения, которые не удаётся прочитать: %1. Исправьте или удалите их в "
+         u"избранном."_s},
+        {u"Unreadable birthday"_s, u"Unlesbarer Geburtstag"_s, u"Нечитаемый день рождения"_s},
     }};
     return table;
 }

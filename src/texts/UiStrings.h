@@ -132,13 +132,18 @@ public:
         CalendarBirthdayOf,      // 112
         CalendarBornIn,          // 113
         Ok,                      // 114
+        SettingsDamaged,         // 115
+        SettingsUnreadable,      // 116: %1 why, in the system's words
+        HandOverDropped,         // 117
+        BirthdaysUnreadable,     // 118: %1 how many
+        UnreadableBirthday,      // 119
     };
     Q_ENUM(UiText)
 };
 
 using UiText = UiTexts::UiText;
 
-inline constexpr int UiTextCount = 114;
+inline constexpr int UiTextCount = 119;
 
 // The process-wide table of interface texts. It starts out English; applying
 // German or Russian overwrites every entry. Applying English changes nothing,

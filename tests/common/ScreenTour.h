@@ -71,8 +71,7 @@ private:
 
     // A dialog or menu the screen's controller opens, looked at, then closed.
     static void lookAtPopup(ScreenHarness &h, const Look &look, const QString &popup,
-                            QObject *controller, const char *open,
-                            QGenericArgument argument = {})
+                            QObject *controller, const char *open, QGenericArgument argument = {})
     {
         QVERIFY(QMetaObject::invokeMethod(controller, open, argument));
         QTRY_VERIFY(h.opened(popup));

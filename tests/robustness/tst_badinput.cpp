@@ -7,8 +7,10 @@
 #include <QFile>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTest>
+#include <unistd.h>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -83,7 +85,8 @@ class TestBadInput : public QObject
         return favorites.all();
     }
 
-    static Run tavlo(const QString &home, const QStringList &arguments)
+    // Runs the command line, as the user `uid` where one is given.
+    static Run tavlo(const QString &home, const QStringList &arguments, int uid = -1)
     {
         QProcess process;
         QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
@@ -94,7 +97,13 @@ class TestBadInput : public QObject
         for (const QString &name : {u"LANGUAGE"_s, u"LC_ALL"_s, u"LC_MESSAGES"_s})
             env.remove(name);
         process.setProcessEnvironment(env);
-        process.start(QStringLiteral(TAVLO_EXECUTABLE), arguments);
+        if (uid >= 0)
+            process.start(u"setpriv"_s,
+                          QStringList{u"--reuid=%1"_s.arg(uid), u"--regid=%1"_s.arg(uid),
+                                      u"--clear-groups"_s, QStringLiteral(TAVLO_EXECUTABLE)} +
+                              arguments);
+        else
+            process.start(QStringLiteral(TAVLO_EXECUTABLE), arguments);
         if (!process.waitForFinished(30000))
             qFatal("tavlo %s did not finish", qPrintable(arguments.join(u' ')));
         return {process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1,
@@ -152,52 +161,116 @@ private slots:
         QCOMPARE(readFile(settingsPath(home)), goodSettings);
     }
 
-    // What does not read counts as the key's default, and reading never
-    // writes; a write keeps every setting it can read and leaves a whole list.
-    void unreadableSettings_data()
+    // A damaged file is read as far as it goes: every favorite still in it
+    // is listed, the damage is told in one line, and the first change keeps
+    // the file as it was beside it before writing every favorite back.
+    // Garbage with no list in it is no list.
+    void damagedSettingsKeepEveryFavorite_data()
     {
         QTest::addColumn<QByteArray>("contents");
-        QTest::addColumn<QString>("firstLine");
-        QTest::addColumn<QStringList>("namesAfterAdd");
-        const QString english = u"Your age is: 41 Years,"_s, shortEnglish = u"Your age"_s;
-        QTest::newRow("garbage bytes") << QByteArray("\xff\xfe\x00\x01[[[==\n\\\\\\\n;;\"", 15)
-                                       << shortEnglish << QStringList{"Zoe"};
-        QTest::newRow("truncated inside the list")
-            << goodSettings.first(goodSettings.size() - 30) << english << QStringList{"Zoe"};
-        QTest::newRow("rows beyond the size are not read")
-            << QByteArray("[General]\nmoreDetails=true\n") +
-                   personSection({{"Anna", "1 1 2000"}, {"Bob", "2 2 2000"}})
-                       .replace("\nsize=2\n", "\nsize=1\n")
-            << english << QStringList{"Anna", "Zoe"};
-        // It counts as no list, as any value of the wrong type.
-        QTest::newRow("a list that claims more rows than it has")
-            << personSection({{"Anna", "1 1 2000"}}).replace("\nsize=1\n", "\nsize=3\n")
-            << shortEnglish << QStringList{"Zoe"};
+        QTest::addColumn<QStringList>("names");
+        QTest::addColumn<bool>("damaged");
+        QTest::newRow("garbage bytes")
+            << QByteArray("\xff\xfe\x00\x01[[[==\n\\\\\\\n;;\"", 15) << QStringList() << false;
+        QTest::newRow("last line lost")
+            << goodSettings.chopped(7) << QStringList{"Anna", "Bob"} << true;
+        QTest::newRow("cut inside the list") << goodSettings.first(goodSettings.indexOf("2\\size"))
+                                             << QStringList{"Anna", "Bob"} << true;
+        QTest::newRow("rows beyond the size")
+            << QByteArray(goodSettings).replace("\nsize=2\n", "\nsize=1\n")
+            << QStringList{"Anna", "Bob"} << true;
+        QTest::newRow("more rows claimed than there are")
+            << QByteArray(goodSettings).replace("\nsize=2\n", "\nsize=3\n")
+            << QStringList{"Anna", "Bob"} << true;
+        QTest::newRow("stray quote") << QByteArray(goodSettings).replace("1\\1=Anna", "1\\1=\"Anna")
+                                     << QStringList{"Anna", "Bob"} << true;
+        QTest::newRow("trailing backslash")
+            << QByteArray(goodSettings).replace("1985\n", "1985\\\n") << QStringList{"Anna", "Bob"}
+            << true;
+        QTest::newRow("group twice") << goodSettings + "[person]\n1\\1=Cleo\n1\\2=1 1 1990\n"
+                                                       "1\\size=2\nsize=1\n"
+                                     << QStringList{"Anna", "Bob", "Cleo"} << true;
     }
-    void unreadableSettings()
+    void damagedSettingsKeepEveryFavorite()
     {
         QFETCH(QByteArray, contents);
-        QFETCH(QString, firstLine);
-        QFETCH(QStringList, namesAfterAdd);
+        QFETCH(QStringList, names);
+        QFETCH(bool, damaged);
         const QString home = homeWith(contents);
-        const Run report = tavlo(home, {"report", "--now", "2026-11-22", "1985-03-12"});
-        QCOMPARE(report.status, 0);
-        QCOMPARE(report.err, QByteArray());
-        QVERIFY2(QString::fromUtf8(report.out).startsWith(firstLine + u'\n'),
-                 report.out.constData());
+        const QByteArray told = "tavlo: " + settingsPath(home).toUtf8() + " is damaged (";
         const Run list = tavlo(home, {"favorites", "list", "--json"});
         QCOMPARE(list.status, 0);
-        QCOMPARE(list.err, QByteArray());
-        QCOMPARE(list.out.count('\n'), namesAfterAdd.size() - 1);
+        QCOMPARE(list.out.count('\n'), names.size());
+        QCOMPARE(list.err.startsWith(told) && list.err.count('\n') == 1, damaged);
+        // Reading writes nothing.
         QCOMPARE(readFile(settingsPath(home)), contents);
+        QCOMPARE(QDir(home + u"/tavlo"_s).entryList({u"*.damaged-*"_s}), QStringList());
 
         const Run add = tavlo(home, {"favorites", "add", "Zoe", "2001-02-03"});
         QCOMPARE(add.status, 0);
-        QCOMPARE(add.err, QByteArray());
-        QStringList names;
+        QCOMPARE(add.err.startsWith(told), damaged);
+        QStringList stored;
         for (const Favorite &favorite : storedFavorites(home))
-            names.append(favorite.name);
-        QCOMPARE(names, namesAfterAdd);
+            stored.append(favorite.name);
+        QCOMPARE(stored, names + QStringList{"Zoe"});
+        const QStringList copies = QDir(home + u"/tavlo"_s).entryList({u"*.damaged-*"_s});
+        QCOMPARE(copies.size(), damaged ? 1 : 0);
+        if (damaged)
+            QCOMPARE(readFile(home + u"/tavlo/"_s + copies.first()), contents);
+        // Told once: the file is whole again.
+        QCOMPARE(tavlo(home, {"favorites", "list"}).err, QByteArray());
+    }
+
+    // A settings file that cannot be read is never taken for an empty list:
+    // every command stops with one line and status 1, and nothing is
+    // written over it. Tried as a user who may not read it (mode 000) and
+    // with something in its place that is no file.
+    void unreadableSettingsStopEveryCommand_data()
+    {
+        QTest::addColumn<bool>("asAnotherUser");
+        QTest::addColumn<QFileDevice::Permissions>("folderMode");
+        const QFileDevice::Permissions open =
+            QFileDevice::ReadOther | QFileDevice::WriteOther | QFileDevice::ExeOther;
+        QTest::newRow("a folder in its place") << false << open;
+        QTest::newRow("mode 000") << true << open;
+        QTest::newRow("a folder that may not be entered") << true << QFileDevice::Permissions();
+    }
+    void unreadableSettingsStopEveryCommand()
+    {
+        QFETCH(bool, asAnotherUser);
+        QFETCH(QFileDevice::Permissions, folderMode);
+        QString home;
+        if (asAnotherUser) {
+            if (::geteuid() != 0 || QStandardPaths::findExecutable(u"setpriv"_s).isEmpty())
+                QSKIP("needs root and setpriv to run as another user");
+            home = homeWith(goodSettings);
+            QFile::setPermissions(m_dir.path(), QFileDevice::ReadOwner | QFileDevice::WriteOwner |
+                                                    QFileDevice::ExeOwner | QFileDevice::ExeOther);
+            const QFileDevice::Permissions owner =
+                QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner;
+            QFile::setPermissions(home, owner | QFileDevice::ExeOther);
+            QFile::setPermissions(home + u"/tavlo"_s, owner | folderMode);
+            QFile::setPermissions(settingsPath(home), {});
+        } else {
+            home = freshHome();
+            QDir().mkpath(settingsPath(home));
+        }
+        for (const QStringList &command : {QStringList{"favorites", "list"},
+                                           {"favorites", "add", "Zoe", "2001-02-03"},
+                                           {"reminders"},
+                                           {"calendar", "export", home + u"/b.ics"_s}}) {
+            const Run run = tavlo(home, command, asAnotherUser ? 65534 : -1);
+            QCOMPARE(run.status, 1);
+            QCOMPARE(run.out, QByteArray());
+            QVERIFY2(run.err.startsWith("tavlo: cannot read " + settingsPath(home).toUtf8()) &&
+                         run.err.count('\n') == 1,
+                     run.err.constData());
+        }
+        if (asAnotherUser)
+            QCOMPARE(readFile(settingsPath(home)), goodSettings);
+        else
+            QVERIFY(QFileInfo(settingsPath(home)).isDir());
+        QCOMPARE(QDir(home + u"/tavlo"_s).entryList({u"*.damaged-*"_s}), QStringList());
     }
 
     // A stored favorite that does not read stops the command with one line

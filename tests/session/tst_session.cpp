@@ -13,6 +13,8 @@
 
 using namespace SettingsKeys;
 
+Q_DECLARE_METATYPE(StoredState)
+
 class TestSession : public QObject
 {
     Q_OBJECT
@@ -106,6 +108,49 @@ private slots:
         QCOMPARE(lines, QStringList{"could not save " + path + ": Read-only file system"});
         // The list stays as the user left it.
         QCOMPARE(session.favorites.count(), 1);
+    }
+
+    // What was wrong with the settings file is told once a run, when the
+    // first main screen comes, in the interface language; a sound file
+    // says nothing.
+    void storedProblemsAreToldOnce_data()
+    {
+        QTest::addColumn<StoredState>("state");
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("line");
+        QTest::newRow("sound") << StoredState{} << QString() << QString();
+        QTest::newRow("damaged")
+            << StoredState{StoredState::Kind::Damaged,
+                           "/c/tavlo.conf",
+                           "[person]: its size is missing",
+                           {}}
+            << "Die gespeicherten Einstellungen waren beschädigt. Tavlo hat jeden lesbaren "
+               "Favoriten behalten und bewahrt die beschädigte Datei daneben auf."
+            << "/c/tavlo.conf is damaged: [person]: its size is missing";
+        QTest::newRow("unreadable")
+            << StoredState{StoredState::Kind::Unreadable, "/c/tavlo.conf", "Permission denied", {}}
+            << "Ihre gespeicherten Geburtstage können nicht gelesen werden (Permission denied). "
+               "Bis das behoben ist, wird nichts gespeichert."
+            << "cannot read /c/tavlo.conf: Permission denied";
+    }
+    void storedProblemsAreToldOnce()
+    {
+        QFETCH(StoredState, state);
+        QFETCH(QString, text);
+        QFETCH(QString, line);
+        MemorySettingsStore settings;
+        settings.setStoredState(state);
+        FixedClock clock(QDateTime(QDate(2026, 11, 23), QTime(9, 0)));
+        Session session(settings, clock, {"de-DE"}, Appearance::Dark);
+        QStringList lines;
+        const DebugLog::Sink previous =
+            DebugLog::setSink([&](const QString &logged) { lines.append(logged); });
+        for (int screen = 0; screen < 3; ++screen)
+            session.prepareMainScreen();
+        DebugLog::setSink(previous);
+        QCOMPARE(session.saveNotice.shown(), !text.isEmpty());
+        QCOMPARE(session.saveNotice.text(), text);
+        QCOMPARE(lines, line.isEmpty() ? QStringList() : QStringList{line});
     }
 };
 

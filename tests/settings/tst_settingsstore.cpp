@@ -23,6 +23,7 @@
 #include <memory>
 
 using namespace SettingsKeys;
+using namespace Qt::Literals::StringLiterals;
 using Step = AtomicFileWriter::Step;
 
 namespace {
@@ -797,8 +798,6 @@ private slots:
                                                  "1\\size=2\nsize=1\n")
                                    << QVariant(anna);
         QTest::newRow("empty") << QByteArray("[person]\nsize=0\n") << QVariant(QVariantList());
-        QTest::newRow("size beyond the entries")
-            << QByteArray("[person]\n1\\1=A\n1\\size=1\nsize=2\n") << QVariant();
         QTest::newRow("entry missing") << QByteArray("[person]\n2=A\nx=B\nsize=1\n") << QVariant();
         QTest::newRow("size not a number") << QByteArray("[person]\n1=A\nsize=one\n") << QVariant();
         QTest::newRow("negative size") << QByteArray("[person]\nsize=-1\n") << QVariant();
@@ -814,6 +813,120 @@ private slots:
         // Not folded: its entries stay, to be written back as they were.
         if (!person.isValid())
             QVERIFY(values.lastKey().startsWith("person/"));
+    }
+
+    // A file that a crash, a sync tool or a hand edit damaged: every row
+    // that is still there is read, and the damage is named. Ten favorites,
+    // written as Tavlo writes them, then damaged.
+    void damagedListsKeepEveryRow_data()
+    {
+        QTest::addColumn<QByteArray>("text");
+        QTest::addColumn<QStringList>("names");
+        QList<QStringList> people;
+        QStringList ten;
+        for (int i = 1; i <= 10; ++i) {
+            people.append({QStringLiteral("p%1").arg(i), QStringLiteral("1 1 2000")});
+            ten.append(people.last().first());
+        }
+        QVariantList rows;
+        for (const QStringList &person : people)
+            rows.append(QVariant(QVariantList(person.cbegin(), person.cend())));
+        const QByteArray sound = IniFormat::serialize({{u"color"_s, 3}, {u"person"_s, rows}});
+        QVERIFY(sound.endsWith("size=10\n"));
+        const auto replaced = [&](const char *from, const char *to) {
+            QByteArray text = sound;
+            const qsizetype at = text.indexOf(from);
+            if (at < 0)
+                qFatal("no %s", from);
+            return text.replace(at, qstrlen(from), to);
+        };
+        QTest::newRow("last line lost") << sound.chopped(8) << ten;
+        QTest::newRow("cut inside a row")
+            << sound.first(sound.indexOf("10\\2=")) << ten.first(9) + QStringList{"p10"};
+        QTest::newRow("stray quote") << replaced("3\\1=p3", "3\\1=\"p3") << ten;
+        QTest::newRow("trailing backslash") << replaced("1\\2=1 1 2000", "1\\2=1 1 2000\\") << ten;
+        QTest::newRow("quote left open before the list") << replaced("color=3", "color=\"3") << ten;
+        for (const char *size : {"abc", "-1", "11", "3", ""})
+            QTest::addRow("size=%s", size)
+                << replaced("\nsize=10", "\nsize=" + QByteArray(size)) << ten;
+        QTest::newRow("size twice") << sound + "[person]\nsize=2\n" << ten;
+        QTest::newRow("group twice")
+            << sound + "[person]\n1\\1=q1\n1\\2=2 2 2000\n1\\size=2\nsize=1\n"
+            << ten + QStringList{"q1"};
+        // The first p2 keeps its name, the second its birthday too.
+        QTest::newRow("entry twice") << replaced("2\\1=p2", "2\\1=p2\n2\\1=q2")
+                                     << QStringList{"p1", "p2", "q2"} + ten.mid(2);
+    }
+    void damagedListsKeepEveryRow()
+    {
+        QFETCH(QByteArray, text);
+        QFETCH(QStringList, names);
+        QStringList problems;
+        const IniFormat::Values values = IniFormat::parse(text, &problems);
+        QStringList read;
+        for (const QVariant &row : values.value(u"person"_s).toList())
+            read.append(row.toList().value(0).toString());
+        QCOMPARE(read, names);
+        QVERIFY(!problems.isEmpty());
+        QVERIFY2(problems.first().startsWith(u"[person]: "_s), qPrintable(problems.first()));
+        // Nothing else is taken for damage.
+        QStringList none;
+        IniFormat::parse(IniFormat::serialize(values), &none);
+        QCOMPARE(none, QStringList());
+    }
+
+    // The file store keeps a damaged file as it was before the first write
+    // replaces it, in the foreground and from its writer thread alike.
+    void damagedFileIsKeptBeforeItIsWritten_data()
+    {
+        QTest::addColumn<bool>("background");
+        QTest::newRow("command line") << false;
+        QTest::newRow("app") << true;
+    }
+    void damagedFileIsKeptBeforeItIsWritten()
+    {
+        QFETCH(bool, background);
+        const QByteArray damaged = "[person]\n1\\1=Anna\n1\\2=12 3 1985\n1\\size=2\n"
+                                   "2\\1=Bob\n2\\2=1 1 2000\n2\\size=2\n";
+        const QString path = fileWith(damaged);
+        {
+            FileSettingsStore store(path);
+            if (background)
+                store.writeInBackground();
+            QCOMPARE(store.storedState().kind, StoredState::Kind::Damaged);
+            QCOMPARE(store.storedState().path, path);
+            QCOMPARE(store.value(favorites)->size(), 2);
+            QVERIFY(store.set(color, 4));
+            store.waitForWrites();
+            QCOMPARE(contentsOf(store.storedState().keptCopy), damaged);
+            QVERIFY(store.storedState().keptCopy.startsWith(path + u".damaged-"_s));
+            // Once is enough.
+            QVERIFY(store.set(color, 5));
+        }
+        QCOMPARE(QDir(QFileInfo(path).path())
+                     .entryList({QFileInfo(path).fileName() + u".damaged-*"_s})
+                     .size(),
+                 1);
+        FileSettingsStore again(path);
+        QVERIFY(again.storedState().sound());
+        QCOMPARE(again.value(favorites)->size(), 2);
+        QCOMPARE(again.value(color), 5);
+    }
+
+    // A file that is there but cannot be read is never taken for an empty
+    // one, and never written over.
+    void unreadableFileIsNeverReplaced()
+    {
+        const QString path = freshIniPath();
+        QVERIFY(QDir().mkpath(path));
+        FileSettingsStore store(path);
+        QCOMPARE(store.storedState().kind, StoredState::Kind::Unreadable);
+        QVERIFY(!store.storedState().problem.isEmpty());
+        const WriteResult refused = store.set(favorites, {{u"Zoe"_s, u"1 1 2000"_s}});
+        QVERIFY(!refused);
+        QVERIFY2(refused.message().contains(store.storedState().problem),
+                 qPrintable(refused.message()));
+        QVERIFY(QFileInfo(path).isDir());
     }
 };
 
