@@ -3,12 +3,14 @@
 #include "cli/CommandLine.h"
 #include "contacts/BirthdayCalendar.h"
 #include "core/Clock.h"
+#include "core/FatalError.h"
 #include "platform/linux/DeliveryCommand.h"
 #include "platform/linux/EvolutionAddressBooks.h"
 #include "platform/linux/LinuxReminders.h"
 #include "settings/FileSettingsStore.h"
 
 #include <QCoreApplication>
+#include <QFile>
 #include <QFileInfo>
 #include <QGuiApplication>
 #include <QLocale>
@@ -30,6 +32,24 @@ void readSystemTimeZoneOnce()
         qputenv("TZ", ":/etc/localtime");
 }
 
+// "Tavlo process 1234 (stopped)", as far as it can be told.
+QString describeProcess(qint64 pid)
+{
+    if (pid <= 0)
+        return QStringLiteral("another Tavlo");
+    QString text = QStringLiteral("Tavlo process %1").arg(pid);
+    QFile stat(QStringLiteral("/proc/%1/stat").arg(pid));
+    if (stat.open(QIODevice::ReadOnly)) {
+        // The state follows the command's name in parentheses.
+        const QByteArray line = stat.readAll();
+        const qsizetype close = line.lastIndexOf(')');
+        if (close > 0 && close + 2 < line.size() &&
+            (line.at(close + 2) == 'T' || line.at(close + 2) == 't'))
+            text += QStringLiteral(" (stopped)");
+    }
+    return text;
+}
+
 void describeApplication()
 {
     QCoreApplication::setApplicationName(QStringLiteral("tavlo"));
@@ -44,6 +64,13 @@ int runCommand()
     QTextStream err(stderr);
     std::optional<LinuxReminders> platform;
     CommandContext context{settings, QLocale::system().uiLanguages(), clock, out, err};
+    // A change waits for one that another Tavlo is making, for as long as
+    // that process lives; after a few seconds the person learns why.
+    settings.setLockWaitNotice([&](qint64 holder) {
+        err << "tavlo: waiting for " << describeProcess(holder) << " to finish changing "
+            << oneLine(settings.fileName()) << " (Ctrl-C gives up, changing nothing)\n";
+        err.flush();
+    });
     context.notifications = [&]() -> NotificationCenter * {
         if (!platform)
             platform.emplace(clock);

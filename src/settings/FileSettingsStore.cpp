@@ -21,9 +21,9 @@
 
 namespace {
 
-// Another process's batch takes milliseconds. Past this, one that is stuck
-// (stopped in a debugger, say) must not freeze us: we go on without the lock.
-constexpr std::chrono::seconds lockPatience{10};
+// Another process's batch takes milliseconds; one that takes longer than
+// this is stuck (stopped, say), and the person is told who is waited for.
+constexpr std::chrono::seconds lockNoticeAfter{3};
 
 } // namespace
 
@@ -92,7 +92,7 @@ void FileSettingsStore::refresh()
         // While our own write is under way the lock keeps every other
         // process out: what we hold is the newest there is.
         const std::lock_guard lock(m_mutex);
-        if (m_lockHolds > 0)
+        if (m_pending || m_writing)
             return;
     }
     reloadIfReplaced();
@@ -216,8 +216,9 @@ void FileSettingsStore::reloadIfReplaced()
 {
     const std::lock_guard lock(m_mutex);
     const std::optional<FileVersion> version = currentVersion();
-    if (m_loaded && version == m_seen)
+    if (m_loaded && version == m_seen && !m_memoryStale)
         return;
+    m_memoryStale = false;
     std::optional<Contents> ahead = m_loaded ? std::nullopt : takeReadAhead(m_path);
     Contents contents =
         ahead && ahead->version == version ? std::move(*ahead) : readFile(m_path, version);
@@ -229,7 +230,7 @@ void FileSettingsStore::reloadIfReplaced()
         m_state.keptCopy = keptCopy;
     m_damagedText = std::move(contents.damagedText);
     for (auto it = m_unsaved.cbegin(); it != m_unsaved.cend(); ++it) {
-        removeGroup(it.key());
+        removeGroup(m_values, it.key());
         if (it->value)
             m_values.insert(it.key(), *it->value);
     }
@@ -237,44 +238,82 @@ void FileSettingsStore::reloadIfReplaced()
     m_loaded = true;
 }
 
-// The lock is flock() on a file that stays: the kernel lets go of it when its
-// holder ends, however it ends, so a process killed with it held leaves
-// nothing to wait out or to clean up.
-void FileSettingsStore::beginExclusive()
+// Who holds the lock on the open file `handle`, from the kernel's list of
+// locks (/proc/locks: "1: FLOCK  ADVISORY  WRITE 1234 00:2d:5678 0 EOF");
+// 0 when it cannot be told.
+qint64 FileSettingsStore::lockHolder(int handle)
 {
-    {
-        const std::lock_guard lock(m_mutex);
-        if (m_lockHolds > 0) {
-            // Our writer holds it: no other process can have written since
-            // we last looked.
-            ++m_lockHolds;
-            return;
-        }
+    struct stat status;
+    QFile locks(QStringLiteral("/proc/locks"));
+    if (::fstat(handle, &status) != 0 || !locks.open(QIODevice::ReadOnly))
+        return 0;
+    const QByteArray inode = ':' + QByteArray::number(quint64(status.st_ino));
+    for (const QByteArray &line : locks.readAll().split('\n')) {
+        const QList<QByteArray> fields = line.simplified().split(' ');
+        if (fields.size() >= 6 && fields.at(1) == "FLOCK" && fields.at(5).endsWith(inode))
+            return fields.at(4).toLongLong();
     }
+    return 0;
+}
+
+// The lock is flock() on a file that stays: the kernel lets go of it when its
+// holder ends, however it ends, so a lock left by a process that died is
+// simply free. One held is held by a live process (a stopped one too), and
+// is waited for as long as that takes: going on without it could let that
+// process write over an acknowledged change. Who holds it is told to the
+// person after a few seconds.
+int FileSettingsStore::takeLock(const std::function<void(qint64 holder)> &waiting) const
+{
     const QString lockPath = lockFileName();
     QDir().mkpath(QFileInfo(lockPath).absolutePath());
-    int handle =
+    const int handle =
         ::open(QFile::encodeName(lockPath).constData(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
     // A folder we cannot create files in cannot take the settings file
     // either; the write will say so.
-    if (handle >= 0) {
-        const QDeadlineTimer deadline(lockPatience);
-        unsigned long pause = 1;
-        while (::flock(handle, LOCK_EX | LOCK_NB) != 0) {
-            if ((errno != EWOULDBLOCK && errno != EINTR) || deadline.hasExpired()) {
-                qWarning("tavlo: %s is still locked; going on without it", qPrintable(lockPath));
-                ::close(handle);
-                handle = -1;
-                break;
-            }
-            QThread::msleep(pause);
-            pause = std::min(pause * 2, 4ul);
+    if (handle < 0)
+        return -1;
+    const QDeadlineTimer tell(lockNoticeAfter);
+    bool told = false;
+    unsigned long pause = 1;
+    while (::flock(handle, LOCK_EX | LOCK_NB) != 0) {
+        if (errno != EWOULDBLOCK && errno != EINTR) {
+            // A lock the file system cannot give (some network mounts): the
+            // write itself is still whole or nothing.
+            return handle;
         }
+        if (!told && tell.hasExpired() && waiting) {
+            told = true;
+            waiting(lockHolder(handle));
+        }
+        QThread::msleep(pause);
+        pause = std::min(pause * 2, 50ul);
     }
+    return handle;
+}
+
+void FileSettingsStore::setLockWaitNotice(std::function<void(qint64 holder)> notice)
+{
+    m_lockWaitNotice = std::move(notice);
+}
+
+void FileSettingsStore::setMerge(const QString &key, Merge merge)
+{
+    const std::lock_guard lock(m_mutex);
+    m_merges.insert(key, merge);
+}
+
+// The command line holds the lock for the whole batch, so that what it read
+// is what it writes over. The app never waits for it on its interface
+// thread: its batches are steps in memory, and its writer takes the lock
+// and puts them on top of whatever another process wrote meanwhile.
+void FileSettingsStore::beginExclusive()
+{
+    if (m_thread.joinable())
+        return;
+    const int handle = takeLock(m_lockWaitNotice);
     {
         const std::lock_guard lock(m_mutex);
         m_lockHandle = handle;
-        m_lockHolds = 1;
     }
     reloadIfReplaced();
 }
@@ -282,13 +321,6 @@ void FileSettingsStore::beginExclusive()
 void FileSettingsStore::endExclusive()
 {
     const std::lock_guard lock(m_mutex);
-    releaseLock();
-}
-
-void FileSettingsStore::releaseLock()
-{
-    if (--m_lockHolds > 0)
-        return;
     if (m_lockHandle >= 0)
         ::close(m_lockHandle);
     m_lockHandle = -1;
@@ -309,10 +341,6 @@ WriteResult FileSettingsStore::flush()
         // snapshot while we go on changing ours.
         m_pending = Write{m_values, m_changeCount, m_damagedText};
         m_handedOver = m_changeCount;
-        if (!m_writerHoldsLock) {
-            m_writerHoldsLock = true;
-            ++m_lockHolds;
-        }
         lock.unlock();
         m_wake.notify_one();
         return {};
@@ -327,6 +355,46 @@ WriteResult FileSettingsStore::flush()
     return result;
 }
 
+// What the file is to hold: what is on the disk now, with our changes up to
+// `write.change` on top. A change of a key that has a merge is merged with
+// what other processes did to it since we read it; any other change is
+// simply ours. Under m_mutex; the lock on the file is held.
+IniFormat::Values FileSettingsStore::mergedWithDisk(const Write &write)
+{
+    const std::optional<FileVersion> version = currentVersion();
+    if (version == m_seen && !m_memoryStale)
+        return write.values;
+    if (version != m_diskVersion) {
+        Contents disk = readFile(m_path, version);
+        // Nothing read is nothing to merge with: our own values stand.
+        if (disk.kind == StoredState::Kind::Unreadable)
+            return write.values;
+        m_disk = std::move(disk.values);
+        m_diskVersion = version;
+    }
+    IniFormat::Values values = m_disk;
+    bool merged = false;
+    for (auto it = m_unsaved.cbegin(); it != m_unsaved.cend(); ++it) {
+        if (it->change > write.change)
+            continue;
+        const QVariant theirs = values.value(it.key());
+        removeGroup(values, it.key());
+        if (!it->value)
+            continue;
+        const QVariant &ours = write.values.value(it.key());
+        const Merge merge = m_merges.value(it.key());
+        if (merge && theirs.isValid() && theirs != it->base) {
+            values.insert(it.key(), merge(it->base, ours, theirs));
+            merged = true;
+        } else {
+            values.insert(it.key(), ours);
+        }
+    }
+    // Our own list no longer holds everything there is: read it again.
+    m_memoryStale = m_memoryStale || merged;
+    return values;
+}
+
 void FileSettingsStore::runWriter()
 {
     std::unique_lock lock(m_mutex);
@@ -337,29 +405,53 @@ void FileSettingsStore::runWriter()
         Write write = std::move(*m_pending);
         m_pending.reset();
         m_writing = true;
+        lock.unlock();
+        // On this thread, for as long as a live process holds it.
+        const int handle = takeLock({});
+        lock.lock();
         WriteResult result = keepDamagedCopy(write.damagedText);
+        IniFormat::Values values = mergedWithDisk(write);
         lock.unlock();
         if (result)
-            result = m_writer.write(m_path, IniFormat::serialize(write.values));
-        write.values = {};
+            result = m_writer.write(m_path, IniFormat::serialize(values));
         lock.lock();
+        if (result) {
+            m_disk = std::move(values);
+            m_diskVersion = currentVersion();
+        }
+        if (handle >= 0)
+            ::close(handle);
         m_writing = false;
         if (result) {
-            // What changed after this state stays to be written.
-            for (auto it = m_unsaved.begin(); it != m_unsaved.end();)
-                it = it->change <= write.change ? m_unsaved.erase(it) : std::next(it);
-            m_seen = currentVersion();
+            // What changed after this state stays to be written, and is
+            // merged from where this write left it.
+            for (auto it = m_unsaved.begin(); it != m_unsaved.end();) {
+                if (it->change <= write.change) {
+                    it = m_unsaved.erase(it);
+                } else {
+                    it->base = write.values.value(it.key());
+                    ++it;
+                }
+            }
+            m_seen = m_diskVersion;
         } else {
             m_failures.append(result);
             QMetaObject::invokeMethod(
                 m_home.get(), [this] { tellFailures(); }, Qt::QueuedConnection);
         }
-        if (!m_pending) {
-            m_writerHoldsLock = false;
-            releaseLock();
+        write.values = {};
+        if (!m_pending)
             m_idle.notify_all();
-        }
     }
+}
+
+void FileSettingsStore::remember(const QString &key, const QVariant &before,
+                                 std::optional<QVariant> value)
+{
+    const auto found = m_unsaved.constFind(key);
+    // The first change since the key was last written is the one merged from.
+    const QVariant base = found == m_unsaved.cend() ? before : found->base;
+    m_unsaved.insert(key, {std::move(value), ++m_changeCount, base});
 }
 
 QVariant FileSettingsStore::read(const QString &key) const
@@ -369,13 +461,13 @@ QVariant FileSettingsStore::read(const QString &key) const
 
 // A key's value and the group of the same name: a list written by an
 // earlier version as separate entries goes with it.
-void FileSettingsStore::removeGroup(const QString &key)
+void FileSettingsStore::removeGroup(IniFormat::Values &values, const QString &key)
 {
-    m_values.remove(key);
+    values.remove(key);
     const QString prefix = key + u'/';
-    auto it = m_values.lowerBound(prefix);
-    while (it != m_values.end() && it.key().startsWith(prefix))
-        it = m_values.erase(it);
+    auto it = values.lowerBound(prefix);
+    while (it != values.end() && it.key().startsWith(prefix))
+        it = values.erase(it);
 }
 
 // Whether the file would say the same after writing `value` under `key`:
@@ -414,15 +506,17 @@ void FileSettingsStore::write(const QString &key, const QVariant &value)
 {
     if (holdsValue(key, value))
         return;
-    removeGroup(key);
+    const QVariant before = m_values.value(key);
+    removeGroup(m_values, key);
     m_values.insert(key, value);
     const std::lock_guard lock(m_mutex);
-    m_unsaved.insert(key, {value, ++m_changeCount});
+    remember(key, before, value);
 }
 
 void FileSettingsStore::erase(const QString &key)
 {
-    removeGroup(key);
+    const QVariant before = m_values.value(key);
+    removeGroup(m_values, key);
     const std::lock_guard lock(m_mutex);
-    m_unsaved.insert(key, {std::nullopt, ++m_changeCount});
+    remember(key, before, std::nullopt);
 }

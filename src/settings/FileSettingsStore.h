@@ -5,8 +5,10 @@
 #include "settings/IniFormat.h"
 #include "settings/SettingsStore.h"
 
+#include <QHash>
 #include <QMap>
 #include <condition_variable>
+#include <functional>
 #include <memory>
 #include <mutex>
 #include <optional>
@@ -62,6 +64,12 @@ public:
     QString fileName() const { return m_path; }
     QString lockFileName() const { return m_path + QStringLiteral(".update-lock"); }
 
+    // Called once a batch has waited a few seconds for the update lock,
+    // with the process that holds it (0 when not known); the command line
+    // says so. The wait goes on for as long as that process lives.
+    void setLockWaitNotice(std::function<void(qint64 holder)> notice);
+    void setMerge(const QString &key, Merge merge) override;
+
     void refresh() override;
     StoredState storedState() const override;
 
@@ -113,17 +121,22 @@ private:
     static ReadAhead &readAheadSlot();
     // Reads the file again if it is not the one we read or wrote last.
     void reloadIfReplaced();
-    void removeGroup(const QString &key);
+    static void removeGroup(IniFormat::Values &values, const QString &key);
+    // Notes a change of `key` from `before` to `value` (nothing: erased).
+    // Under m_mutex.
+    void remember(const QString &key, const QVariant &before, std::optional<QVariant> value);
+    // Waits for the update lock and returns its handle (-1: none to be had).
+    int takeLock(const std::function<void(qint64 holder)> &waiting) const;
+    static qint64 lockHolder(int handle);
     // Why nothing may be written now, if so: a file we could not read.
     WriteResult refusal() const;
     // Keeps the damaged file as it was beside it, once, before the first
     // write replaces it. Under m_mutex.
     WriteResult keepDamagedCopy(const QByteArray &text);
     bool holdsValue(const QString &key, const QVariant &value) const;
-    // Lets go of one hold on the update lock (a batch's, or the writer's
-    // while it has a write to do); the last one releases it. Under m_mutex.
-    void releaseLock();
     void runWriter();
+    struct Write;
+    IniFormat::Values mergedWithDisk(const Write &write);
     void tellFailures();
 
     struct Unsaved
@@ -131,6 +144,9 @@ private:
         std::optional<QVariant> value;
         // Which change made it: a write of a later state saves it.
         quint64 change = 0;
+        // The value before our changes that are not written yet: what
+        // another process's changes are merged against.
+        QVariant base;
     };
 
     QString m_path;
@@ -149,10 +165,16 @@ private:
     std::optional<FileVersion> m_seen;
     StoredState m_state;
     QByteArray m_damagedText;
-    // The open lock file while held, else -1, and how many hold it: the
-    // open batch, and the writer thread while it has a write to do.
+    // The open lock file while a batch holds it, else -1.
     int m_lockHandle = -1;
-    int m_lockHolds = 0;
+    std::function<void(qint64 holder)> m_lockWaitNotice;
+    QHash<QString, Merge> m_merges;
+    // The file as the writer last read or wrote it.
+    IniFormat::Values m_disk;
+    std::optional<FileVersion> m_diskVersion;
+    // Set when the writer merged another process's changes: our own values
+    // lack them until they are read again.
+    bool m_memoryStale = false;
 
     struct Write
     {
@@ -163,7 +185,6 @@ private:
     };
     std::optional<Write> m_pending;
     bool m_writing = false;
-    bool m_writerHoldsLock = false;
     bool m_stopping = false;
     QList<WriteResult> m_failures;
     std::condition_variable m_wake;

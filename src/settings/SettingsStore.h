@@ -58,6 +58,17 @@ public:
     // Reads inside a batch are up to date already.
     virtual void refresh() {}
 
+    // How a change of `key` made here is put together with changes that
+    // another process made to the same key meanwhile: from the value before
+    // our change, ours and theirs, the value to store. Without one, ours
+    // stands. Stores that no other process shares need none.
+    using Merge = QVariant (*)(const QVariant &base, const QVariant &ours, const QVariant &theirs);
+    virtual void setMerge(const QString &key, Merge merge)
+    {
+        Q_UNUSED(key);
+        Q_UNUSED(merge);
+    }
+
     // How the stored settings read; a store without a file is always sound.
     virtual StoredState storedState() const { return {}; }
 

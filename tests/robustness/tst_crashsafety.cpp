@@ -12,10 +12,12 @@
 #include <QJsonObject>
 #include <QProcess>
 #include <QRandomGenerator>
+#include <QScopeGuard>
 #include <QSettings>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QThread>
+#include <csignal>
 #include <iostream>
 #include <memory>
 #include <string>
@@ -72,6 +74,7 @@ Favorites applied(Favorites list, const QStringList &words)
 // and the command once the store's call has returned:
 //   add NAME DAY MONTH YEAR | rename NAME NEWNAME | delete NAME
 //   sort ORDER (0, 1 or 2)  | reload (the screen opened again)
+//   stall NAME: stops itself (SIGSTOP) holding the update lock, then adds NAME
 int runDriver(const QString &iniPath)
 {
     FileSettingsStore settings(iniPath);
@@ -96,6 +99,16 @@ int runDriver(const QString &iniPath)
                 store.all(), FavoritesSorting::orderFor(words.at(1).toLongLong())));
         } else if (action == u"reload") {
             store.load();
+        } else if (action == u"stall") {
+            // An import stopped (Ctrl-Z) while it holds the update lock,
+            // between reading the list and writing it with its addition.
+            SettingsBatch stalled(settings);
+            store.load();
+            say("stalled");
+            ::raise(SIGSTOP);
+            store.append(words.at(1), 1, 1, 2000);
+            if (!stalled.finish())
+                return 3;
         } else {
             say("failed " + command.toUtf8());
             return 3;
@@ -347,6 +360,56 @@ private slots:
         expected.sort();
         // Every acknowledged name once; nothing deleted or renamed away.
         QCOMPARE(stored, expected);
+    }
+
+    // A writer stopped while it holds the update lock is waited for, for as
+    // long as it lives, by the command line (which says whom it waits for)
+    // and by the app's writer thread (the app itself goes on at once); once
+    // it goes on, its change and every change acknowledged meanwhile are
+    // in the file. Longer than a stall a writer could once wait out.
+    void aStalledWriterCostsNoChange()
+    {
+        const QString path = preparedSettings(u"stalled"_s);
+        FileSettingsStore(path).set(SettingsKeys::color, 7);
+        const auto importer = startDriver(path);
+        importer->write("stall imported\n");
+        QCOMPARE(readLine(*importer), QByteArray("stalled"));
+        const qint64 stopped = importer->processId();
+
+        const auto add = startTavlo(path, {u"favorites"_s, u"add"_s, u"Zoe"_s, u"2001-02-03"_s});
+        {
+            // The app: its change shows at once and reaches the disk later.
+            FileSettingsStore settings(path);
+            settings.writeInBackground();
+            FavoritesStore app(settings);
+            // A failure below must not leave the importer stopped, nor this
+            // store waiting for it as it goes.
+            const auto resume = qScopeGuard([stopped] { ::kill(pid_t(stopped), SIGCONT); });
+            app.load();
+            QVERIFY(app.append(u"Ida"_s, 5, 6, 1977));
+            QCOMPARE(app.count(), 1);
+            // Its writer waits for the lock, not the screen.
+            QVERIFY(names(readBack(path).list).isEmpty());
+
+            QVERIFY(!add->waitForFinished(11000));
+            const QByteArray waiting = add->readAllStandardError();
+            QVERIFY2(waiting.startsWith("tavlo: waiting for Tavlo process " +
+                                        QByteArray::number(stopped) + " (stopped)") &&
+                         waiting.count('\n') == 1,
+                     waiting.constData());
+            QVERIFY(names(readBack(path).list).isEmpty());
+            ::kill(pid_t(stopped), SIGCONT);
+            QCOMPARE(readLine(*importer), QByteArray("ok stall imported"));
+            settings.waitForWrites();
+        }
+        QVERIFY(add->waitForFinished(30000));
+        QCOMPARE(add->exitCode(), 0);
+        importer->closeWriteChannel();
+        QVERIFY(importer->waitForFinished(30000));
+        QStringList stored = names(readBack(path).list);
+        stored.sort();
+        QCOMPARE(stored, QStringList({u"Ida"_s, u"Zoe"_s, u"imported"_s}));
+        QCOMPARE(readBack(path).color, 7);
     }
 };
 
