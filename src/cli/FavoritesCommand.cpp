@@ -100,10 +100,19 @@ int FavoritesCommand::list(const QStringList &arguments)
     FavoritesStore favorites(m_context.settings);
     favorites.load();
     const QDateTime now = m_context.clock.now();
+    int status = ExitStatus::ok;
     for (qsizetype i = 0; i < favorites.count(); ++i) {
         const Favorite favorite = favorites.at(i);
         const FavoriteCard card =
-            FavoriteCards::card(favorite, i, now, Language::English, QLocale::c(), false, false);
+            FavoriteCards::card(favorite, now, Language::English, QLocale::c(), false, false);
+        // Told, and the rest still listed: the app lists it to be fixed.
+        if (!card.readable) {
+            m_context.err << "tavlo favorites: favorite " << i << " (\"" << oneLine(favorite.name)
+                          << "\") has the birthday \"" << oneLine(favorite.birthday)
+                          << "\", which is not a date\n";
+            status = ExitStatus::usage;
+            continue;
+        }
         const bool star =
             FavoriteCards::birthdayStillToCome(favorite.birthday, now.date()).value_or(false);
         if (json) {
@@ -126,7 +135,8 @@ int FavoritesCommand::list(const QStringList &arguments)
         }
     }
     m_context.out.flush();
-    return ExitStatus::ok;
+    m_context.err.flush();
+    return status;
 }
 
 int FavoritesCommand::add(const QStringList &arguments)

@@ -76,18 +76,18 @@ std::optional<bool> FavoriteCards::birthdayStillToCome(const QString &birthday, 
     return *date >= today;
 }
 
-FavoriteCard FavoriteCards::card(const Favorite &favorite, qsizetype index, const QDateTime &now,
-                                 Language language, const QLocale &deviceLocale, bool showWeekday,
-                                 bool markComing)
+FavoriteCard FavoriteCards::card(const Favorite &favorite, const QDateTime &now, Language language,
+                                 const QLocale &deviceLocale, bool showWeekday, bool markComing)
 {
     const std::optional<QDate> birth = DatePattern::stored().parse(favorite.birthday);
-    if (!birth) {
-        fatalError(u"ERROR: Date conversion failed due to mismatched format. (favorite %1, "
-                   "birthday \"%2\")"_s.arg(index)
-                       .arg(favorite.birthday));
-    }
     FavoriteCard card;
     card.name = displayName(favorite.name);
+    if (!birth) {
+        // Listed as it is stored, with no age or sign, to be fixed or deleted.
+        card.readable = false;
+        card.birthdayText = oneLine(favorite.birthday);
+        return card;
+    }
     card.birthdayText =
         DatePattern(birthdayFormat(language, showWeekday), deviceLocale).format(*birth);
     card.age = CalendarDifference::count(birth->startOfDay(), now, CalendarUnit::Years);
@@ -144,6 +144,8 @@ FavoriteCardColors FavoriteCards::legible(FavoriteCardColors colors, const QList
 QString FavoriteCards::spokenRow(const FavoriteCard &card, const UiStrings &strings,
                                  const QVariantMap &names)
 {
+    if (!card.readable)
+        return card.name + u", "_s + card.birthdayText;
     QStringList parts = {card.name, card.birthdayText,
                          names.value(u"age"_s).toString().arg(card.age)};
     for (int i = 0; i < WesternZodiac::signCount; ++i) {

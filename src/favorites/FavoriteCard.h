@@ -27,6 +27,9 @@ struct FavoriteCard
     QString star;
     // What a screen reader says for the row (see spokenRow()).
     QString spoken;
+    // False for a birthday that cannot be read: then only the name and the
+    // stored text are known, and the row asks to be fixed.
+    bool readable = true;
 };
 
 // The colours of a row, by theme and appearance.
@@ -40,11 +43,10 @@ struct FavoriteCardColors
 
 namespace FavoriteCards {
 
-// The row of `favorite` (at `index` in the list). A birthday that cannot be
-// read stops the program, naming the favorite.
-FavoriteCard card(const Favorite &favorite, qsizetype index, const QDateTime &now,
-                  Language language, const QLocale &deviceLocale, bool showWeekday,
-                  bool markComing);
+// The row of `favorite`. A birthday that cannot be read gives a row that is
+// not `readable`, with the stored text.
+FavoriteCard card(const Favorite &favorite, const QDateTime &now, Language language,
+                  const QLocale &deviceLocale, bool showWeekday, bool markComing);
 
 // The name as a row shows it: without trailing blanks, "Unknown" when
 // nothing is left.

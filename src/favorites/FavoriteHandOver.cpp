@@ -2,7 +2,6 @@
 #include "favorites/FavoriteHandOver.h"
 
 #include "core/DatePattern.h"
-#include "core/FatalError.h"
 #include "settings/SettingsStore.h"
 
 using namespace SettingsKeys;
@@ -26,15 +25,13 @@ FavoriteHandOver::Waiting FavoriteHandOver::waiting(const SettingsStore &setting
             settings.value(handOverIndex)};
 }
 
-Favorite FavoriteHandOver::favorite(const SettingsStore &settings)
+std::optional<Favorite> FavoriteHandOver::favorite(const SettingsStore &settings)
 {
     const std::optional<QString> name = settings.value(handOverName);
     const std::optional<QString> birthday = settings.value(handOverBirthday);
-    if (!name || !birthday)
-        fatalError(u"a favorite was handed over without \"Name\" and \"birthday\""_s);
-    if (!DatePattern::stored().parse(*birthday))
-        fatalError(u"the handed-over \"birthday\" \"%1\" is not a date"_s.arg(*birthday));
-    return {*name, *birthday};
+    if (!name || !birthday || !DatePattern::stored().parse(*birthday))
+        return std::nullopt;
+    return Favorite{*name, *birthday};
 }
 
 void FavoriteHandOver::taken(SettingsStore &settings, bool pickerMoved)

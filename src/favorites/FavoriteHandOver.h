@@ -27,9 +27,9 @@ WriteResult hand(SettingsStore &settings, const Favorite &favorite, qint64 index
 
 Waiting waiting(const SettingsStore &settings);
 
-// The favorite handed over; a fatal error when "Name" or "birthday" is
-// missing or the birthday is no date.
-Favorite favorite(const SettingsStore &settings);
+// The favorite handed over; nothing when "Name" or "birthday" is missing or
+// the birthday is no date (a hand-over cut short, or a hand edit).
+std::optional<Favorite> favorite(const SettingsStore &settings);
 
 // The main screen has taken the hand-over; `pickerMoved` when its wheels went
 // to the favorite's date.

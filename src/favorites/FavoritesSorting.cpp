@@ -2,7 +2,6 @@
 #include "favorites/FavoritesSorting.h"
 
 #include "core/DatePattern.h"
-#include "core/FatalError.h"
 
 #include <algorithm>
 #include <numeric>
@@ -71,18 +70,13 @@ QList<qsizetype> FavoritesSorting::ordering(const QList<Favorite> &favorites, Or
             },
             codePointLess);
     case Order::ByAge: {
+        // A birthday that cannot be read has no age: such favorites come
+        // last, where they wait to be fixed.
         const DatePattern &recordDate = DatePattern::stored();
         return orderByKey<QDate>(
             favorites,
-            [&](const Favorite &f, qsizetype index) {
-                const std::optional<QDate> date = recordDate.parse(f.birthday);
-                if (!date) {
-                    fatalError(QStringLiteral("favorite %1 has the birthday \"%2\", which is "
-                                              "not a date, so it cannot be sorted by age")
-                                   .arg(index)
-                                   .arg(f.birthday));
-                }
-                return *date;
+            [&](const Favorite &f, qsizetype) {
+                return recordDate.parse(f.birthday).value_or(QDate());
             },
             [](QDate a, QDate b) { return b < a; });
     }

@@ -213,10 +213,10 @@ void FavoritesStore::requireIndex(qsizetype index) const
 Favorite FavoritesStore::at(qsizetype index) const
 {
     requireIndex(index);
+    // A row cut short (a damaged file) is a favorite whose birthday cannot
+    // be read, to be fixed or deleted, not a reason to stop.
     const QStringList &row = m_rows.at(index);
-    if (row.size() < 2)
-        fatalError(QStringLiteral("stored favorite %1 has fewer than two texts").arg(index));
-    return {row.at(0), row.at(1)};
+    return {row.value(0), row.value(1)};
 }
 
 std::optional<QDate> FavoritesStore::birthDate(qsizetype index) const

@@ -23,8 +23,9 @@ struct Favorite
 // The one favorites list, kept under "person" as an array of [name, birthday]
 // string arrays in display order. Every change writes the whole list.
 //
-// Rows are held exactly as stored, so a row with fewer than two texts only
-// stops the program when it is read, and save() writes back what was loaded.
+// Rows are held exactly as stored, and save() writes back what was loaded. A
+// row with fewer than two texts (a damaged file) reads with the missing ones
+// empty: a favorite whose birthday cannot be read, listed to be fixed.
 //
 // Another process (the command line beside the open app) may change "person"
 // between our load() and a change. So each change reads "person" again in one
@@ -43,9 +44,9 @@ public:
     void load();
 
     qsizetype count() const { return m_rows.size(); }
-    // Fatal for an index outside the list or a stored row with fewer than two texts.
+    // Fatal for an index outside the list: the program's own mistake.
     Favorite at(qsizetype index) const;
-    // Every favorite in order; fatal as at().
+    // Every favorite in order.
     QList<Favorite> all() const;
     // The favorite's birthday read as a record date ("12 3 1985"), kept
     // until the list changes; nothing when it is no date. Fatal as at().

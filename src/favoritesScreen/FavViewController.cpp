@@ -86,10 +86,10 @@ void FavViewController::viewDidLoad()
     }
     m_showWeekday = settings.value(SettingsKeys::weekday);
 
-    const qint64 theme = settings.value(SettingsKeys::color);
+    const int theme = ThemeTable::stored(settings.value(SettingsKeys::color));
     m_theme->apply(m_session.themes.look(theme));
     const FavoriteCardColors colors = FavoriteCards::legible(
-        FavoriteCards::colors(m_session.themes, int(theme), m_session.appearance),
+        FavoriteCards::colors(m_session.themes, theme, m_session.appearance),
         FavoriteCards::cardBackdrop(m_session.appearance, m_theme->backdrop()));
     m_signCircle = ScreenTheme::toColor(colors.signCircle);
     m_star = ScreenTheme::toColor(colors.star);
@@ -117,12 +117,15 @@ void FavViewController::reloadRows()
     const bool showWeekday = m_showWeekday;
     const QDateTime now = session.clock.now();
     const QVariantMap spokenNames = accessibleNames(session.strings, session.language());
-    m_model->reset(session.favorites.all(), [&session, showWeekday, now, spokenNames](
-                                                const Favorite &favorite, qsizetype index) {
+    m_model->reset(session.favorites.all(), [&session, showWeekday, now,
+                                             spokenNames](const Favorite &favorite, qsizetype) {
         // The star setting is read for each card as it is made.
         FavoriteCard card =
-            FavoriteCards::card(favorite, index, now, session.language(), session.formatLocale,
+            FavoriteCards::card(favorite, now, session.language(), session.formatLocale,
                                 showWeekday, session.settings.value(SettingsKeys::star));
+        if (!card.readable)
+            card.birthdayText =
+                session.strings[UiText::UnreadableBirthday] + u": "_s + card.birthdayText;
         card.spoken = FavoriteCards::spokenRow(card, session.strings, spokenNames);
         return card;
     });
@@ -149,6 +152,11 @@ void FavViewController::chooseSort(int order)
 
 void FavViewController::selectRow(int row)
 {
+    // One that cannot be shown opens to be fixed instead.
+    if (!m_session.favorites.birthDate(row)) {
+        longPressed(row);
+        return;
+    }
     m_session.favorites.select(row);
     close();
 }
@@ -156,15 +164,12 @@ void FavViewController::selectRow(int row)
 void FavViewController::longPressed(int row)
 {
     const Favorite favorite = m_session.favorites.at(row);
+    // A birthday that cannot be read is what the dialog is there to fix:
+    // its wheels start at today.
     const std::optional<QDate> date = DatePattern::stored().parse(favorite.birthday);
-    if (!date) {
-        fatalError(u"ERROR: Date conversion failed due to mismatched format. (favorite %1, "
-                   "birthday \"%2\")"_s.arg(row)
-                       .arg(favorite.birthday));
-    }
     m_editRow = row;
     m_editName = favorite.name;
-    m_editDate = *date;
+    m_editDate = date.value_or(m_session.launchDate().date());
     emit editChanged();
     emit editDialogRequested();
 }

@@ -59,8 +59,10 @@ QVariant FavoritesModel::data(const QModelIndex &index, int role) const
     case BirthdayRole:
         return card.birthdayText;
     case AgeRole:
-        return QString::number(card.age);
+        return card.readable ? QString::number(card.age) : QString();
     case SignImageRole:
+        if (!card.readable)
+            return QUrl();
         return QUrl(QStringLiteral("qrc:/qt/qml/Tavlo/resources/images/") + card.signKey +
                     QStringLiteral(".svg"));
     case StarRole:

@@ -38,6 +38,16 @@ QDateTime Session::launchDate()
     return m_launchDate;
 }
 
+void Session::tellUnreadableBirthdays(qsizetype count)
+{
+    if (count == 0 || m_unreadableBirthdaysTold)
+        return;
+    m_unreadableBirthdaysTold = true;
+    saveNotice.tell(strings[UiText::BirthdaysUnreadable].arg(count),
+                    QStringLiteral("%1 favorites have a birthday that cannot be read").arg(count),
+                    SaveNotice::showStoredProblemsFor);
+}
+
 void Session::prepareMainScreen()
 {
     decideLanguage();

@@ -62,11 +62,16 @@ public:
     // time, tells what was wrong with the stored settings.
     void prepareMainScreen();
 
+    // Tells, once a run, that `count` favorites have a birthday that cannot
+    // be read; nothing for none.
+    void tellUnreadableBirthdays(qsizetype count);
+
     // "Today" for the whole run: the moment of first use.
     QDateTime launchDate();
 
 private:
     Language m_language = Language::English;
     bool m_storedStateTold = false;
+    bool m_unreadableBirthdaysTold = false;
     QDateTime m_launchDate;
 };

@@ -41,7 +41,7 @@ QString SetViewController::appColorsCaption() const
 
 int SetViewController::selectedColor() const
 {
-    return int(m_session.settings.value(SettingsKeys::color));
+    return ThemeTable::stored(m_session.settings.value(SettingsKeys::color));
 }
 
 QVariantList SetViewController::colorButtons() const

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "themes/Themes.h"
 
-#include "core/FatalError.h"
+#include "core/DebugLog.h"
 #include "themes/Contrast.h"
 
 #include <algorithm>
@@ -86,13 +86,18 @@ std::pair<Rgb, Rgb> ThemeTable::gradientOf(Rgb color)
     return {shifted(color, 0.07), shifted(color, -0.12)};
 }
 
+int ThemeTable::stored(qint64 number)
+{
+    if (number >= 0 && number < count)
+        return int(number);
+    DebugLog::line(
+        QStringLiteral("the setting \"color\" is %1, but themes run from 0 to 9").arg(number));
+    return 0;
+}
+
 ThemeLook ThemeTable::look(qint64 index) const
 {
-    if (index < 0 || index >= count) {
-        fatalError(
-            QStringLiteral("the setting \"color\" is %1, but themes run from 0 to 9").arg(index));
-    }
-    const int c = int(index);
+    const int c = stored(index);
     ThemeLook look;
     look.accent = color(c);
     if (c <= 4) {

@@ -90,9 +90,11 @@ public:
     // Entry `index` as the table holds it, before any such change.
     Rgb tableColor(int index) const;
 
-    // The look of theme `index`. An index outside 0 to 9 stops the program:
-    // it can only come from a damaged "color" setting.
+    // The look of theme `index`, as stored(): outside 0 to 9 the first.
     ThemeLook look(qint64 index) const;
+    // The theme a stored number stands for: one beyond the table (a hand
+    // edit, a later version) is the first, not a reason to stop.
+    static int stored(qint64 number);
 
     // The colour with each of red, green and blue raised by percent / 100,
     // clamped at 1.
