@@ -21,6 +21,11 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
+// Texts of a reminder with markup in them, as a vCard may bring in a name.
+const QString markupTitle = u"Reminder <b>&</b>"_s;
+const QString markupName = u"<a href=\"https://example.invalid/\">x</a> & "
+                           "<img src=\"file:///etc/passwd\"/> has a birthday today!"_s;
+
 // The notification server is a Python process on a private bus: on a busy
 // machine its answers can take seconds. Waits end as soon as they come.
 constexpr int busPatience = 20000;
@@ -168,7 +173,7 @@ private slots:
     {
         QTest::addColumn<bool>("active");
         QTest::addColumn<int>("answer"); // -1: no main screen to ask
-        QTest::addColumn<int>("shown");
+        QTest::addColumn<int>("expected");
         QTest::newRow("active, main screen: banner")
             << true << int(PresentationOption::Banner) << 1;
         QTest::newRow("active, another screen: banner") << true << -1 << 1;
@@ -195,12 +200,15 @@ private slots:
         clock.set(at(3, 2, 7, 30));
         center.deliverDue();
         QCOMPARE(m_store->pending().size(), 0);
-        const QList<NotificationServer::Shown> shown = shownSoFar();
-        QTEST(int(shown.size()), "shown");
+        QFETCH(int, expected);
+        QTRY_COMPARE_WITH_TIMEOUT(int(m_server.shown().size()), expected, busPatience);
+        QCOMPARE(int(shownSoFar().size()), expected);
+        const QList<NotificationServer::Shown> shown = m_server.shown();
         if (shown.isEmpty())
             return;
         QCOMPARE((QStringList{shown[0].app, shown[0].icon, shown[0].summary, shown[0].body}),
-                 (QStringList{"Tavlo", "/icons/tavlo.svg", "Birthday Reminder", body}));
+                 (QStringList{"Tavlo", "/icons/tavlo.svg", "Birthday Reminder",
+                              body.toHtmlEscaped().replace(u"&quot;"_s, u"\""_s)}));
         checkHints(shown[0], !active);
 
         // A tap on it opens Tavlo; a tap on another app's notification does not.
@@ -212,6 +220,58 @@ private slots:
         QTRY_COMPARE_WITH_TIMEOUT(opened, 1, busPatience);
         QTest::qWait(100);
         QCOMPARE(opened, 1);
+    }
+
+    // A name with markup in it is shown as typed: escaped for a server that
+    // reads the texts as markup, as it is for one that does not; whether the
+    // running app shows it or a timer does.
+    void markupInANameStaysText_data()
+    {
+        QTest::addColumn<QString>("capabilities");
+        QTest::addColumn<bool>("byTimer");
+        QTest::addColumn<QString>("summary");
+        QTest::addColumn<QString>("body");
+        const QString markupSummary = u"Reminder &lt;b&gt;&amp;&lt;/b&gt;"_s;
+        const QString markupBody =
+            u"&lt;a href=\"https://example.invalid/\"&gt;x&lt;/a&gt; &amp; "
+            "&lt;img src=\"file:///etc/passwd\"/&gt; has a birthday today!"_s;
+        QTest::newRow("markup server, app running")
+            << u"body body-markup"_s << false << markupSummary << markupBody;
+        QTest::newRow("markup server, timer")
+            << u"body body-markup"_s << true << markupSummary << markupBody;
+        QTest::newRow("plain server, app running")
+            << u"body"_s << false << markupTitle << markupName;
+        QTest::newRow("plain server, timer") << u"body"_s << true << markupTitle << markupName;
+    }
+    void markupInANameStaysText()
+    {
+        QFETCH(QString, capabilities);
+        QFETCH(bool, byTimer);
+        m_server.stopServer();
+        QVERIFY(m_server.startServer(capabilities));
+        const QDateTime fire = at(3, 2, 7, 30);
+        const PendingReminder due{
+            {u"birthdayReminder1"_s, markupTitle, markupName, CalendarTrigger::at(fire)}, fire};
+        FixedClock clock(fire.addSecs(-600));
+        if (byTimer) {
+            clock.set(fire);
+            QVERIFY(!m_store->put(due));
+            DBusNotifier notifier(QDBusConnection(u"tavlo"_s), {});
+            QCOMPARE(DeliveryCommand::deliver(due.request.identifier, *m_store, clock, notifier),
+                     0);
+        } else {
+            LinuxNotificationCenter center(*m_store, clock, options());
+            QVERIFY(!add(center, due));
+            clock.set(fire);
+            center.deliverDue();
+            QTRY_COMPARE_WITH_TIMEOUT(m_server.shown().size(), 1, busPatience);
+        }
+        const QList<NotificationServer::Shown> shown = shownSoFar();
+        m_server.stopServer();
+        QVERIFY(m_server.startServer());
+        QCOMPARE(shown.size(), 1);
+        QTEST(shown[0].summary, "summary");
+        QTEST(shown[0].body, "body");
     }
 
     void sameIdentifierReplacesAndPendingOutlivesTheApp()
