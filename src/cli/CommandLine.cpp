@@ -3,11 +3,11 @@
 
 #include "cli/CalendarCommand.h"
 #include "cli/FavoritesCommand.h"
+#include "cli/OutputTarget.h"
 #include "cli/RemindersCommand.h"
 #include "cli/ReportCommand.h"
-#include "contacts/SavedFile.h"
 #include "core/FatalError.h"
-#include "settings/WriteResult.h"
+#include "settings/AtomicFileWriter.h"
 
 namespace {
 
@@ -52,12 +52,17 @@ int writeOutputFile(CommandContext &context, const QString &path, const QByteArr
         context.out.flush();
         return ExitStatus::ok;
     }
-    const QString problem = saveWholeFile(path, contents);
-    if (problem.isEmpty())
-        return ExitStatus::ok;
-    context.err << "tavlo: " << oneLine(problem) << '\n';
-    context.err.flush();
-    return ExitStatus::notSaved;
+    const OutputTarget target = OutputTarget::of(path);
+    if (target.refused()) {
+        context.err << "tavlo: " << oneLine(WriteResult::failed(path, target.refusal()).message())
+                    << '\n';
+        context.err.flush();
+        return ExitStatus::notSaved;
+    }
+    // The person's own file: as their umask says, like any file they make.
+    return finishChange(
+        context,
+        AtomicFileWriter(AtomicFileWriter::Access::FollowUmask).write(target.filePath(), contents));
 }
 
 int runCommandLine(const QStringList &arguments, CommandContext &context)

@@ -50,8 +50,10 @@ int failCommand(CommandContext &context, const char *command, const QString &mes
 class WriteResult;
 int finishChange(CommandContext &context, const WriteResult &result);
 // Writes `contents` to the file at `path`, whole or not at all, or to standard
-// output for "-". A file that could not be saved: one line "tavlo: could not
-// save PATH: REASON" on standard error and the status notSaved.
+// output for "-". Only a regular file (or a new one) is replaced; a link is
+// followed as OutputTarget allows. A file that could not be saved, or a path
+// that is no file: one line "tavlo: could not save PATH: REASON" on standard
+// error and the status notSaved.
 int writeOutputFile(CommandContext &context, const QString &path, const QByteArray &contents);
 
 // Runs `tavlo <command> ...`; arguments[0] is the program name. Returns the

@@ -12,6 +12,10 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <sys/stat.h>
+#include <sys/sysmacros.h>
+#include <unistd.h>
+
 using Rows = QList<QStringList>;
 
 namespace {
@@ -375,6 +379,85 @@ private slots:
         QFile written(m_files.filePath("birthdays.ics"));
         QVERIFY(written.open(QIODevice::ReadOnly));
         QVERIFY(written.readAll().contains("SUMMARY:Bob's birthday\r\n"));
+    }
+
+    // An export replaces only a regular file, or makes a new one: whatever
+    // else sits at the path stays as it was, with one line and status 1. A
+    // link is followed (and kept) unless it lies in a sticky folder anyone
+    // may write to and belongs to someone else, as the kernel decides.
+    void exportsReplaceOnlyFiles_data()
+    {
+        QTest::addColumn<QString>("command");
+        QTest::addColumn<QString>("target");
+        QTest::addColumn<bool>("written");
+        for (const char *command : {"favorites", "calendar"}) {
+            const auto row = [&](const char *target, bool written) {
+                QTest::newRow(qPrintable(u"%1, %2"_qs.arg(command, target)))
+                    << command << target << written;
+            };
+            row("named pipe", false);
+            row("folder", false);
+            row("device", false);
+            row("someone else's link in a shared folder", false);
+            row("own link in a shared folder", true);
+            row("link in an ordinary folder", true);
+        }
+    }
+    void exportsReplaceOnlyFiles()
+    {
+        QFETCH(QString, command);
+        QFETCH(QString, target);
+        QFETCH(bool, written);
+        const bool root = ::geteuid() == 0;
+        if (!root && (target == u"device" || target.startsWith(u"someone")))
+            QSKIP("making a device or another user's link needs root");
+        QTemporaryDir dir;
+        const QString victim = dir.filePath("victim.txt");
+        const QByteArray kept = "kept as it was\n";
+        QFile victimFile(victim);
+        QVERIFY(victimFile.open(QIODevice::WriteOnly) && victimFile.write(kept) == kept.size());
+        victimFile.close();
+        const QString shared = dir.filePath("shared");
+        QVERIFY(QDir().mkpath(shared) && ::chmod(QFile::encodeName(shared), 01777) == 0);
+        const bool isLink = target.contains(u"link");
+        const QString path = (target.contains(u"shared") ? shared : dir.path()) + "/out";
+        const QByteArray native = QFile::encodeName(path);
+        if (target == u"named pipe")
+            QCOMPARE(::mkfifo(native, 0600), 0);
+        else if (target == u"folder")
+            QVERIFY(QDir().mkpath(path));
+        else if (target == u"device") // as /dev/null is
+            QCOMPARE(::mknod(native, S_IFCHR | 0666, makedev(1, 3)), 0);
+        else
+            QVERIFY(QFile::link(victim, path));
+        if (target.startsWith(u"someone"))
+            QCOMPARE(::lchown(native, 65534, 65534), 0);
+        struct stat before
+        {};
+        QCOMPARE(::lstat(native, &before), 0);
+
+        m_settings.set(SettingsKeys::favorites, twoFavorites);
+        const CommandRun run = tavlo({command, "export", path});
+        struct stat after
+        {};
+        QCOMPARE(::lstat(native, &after), 0);
+        QCOMPARE(after.st_mode & S_IFMT, before.st_mode & S_IFMT);
+        QCOMPARE(after.st_ino, before.st_ino);
+        QVERIFY(victimFile.open(QIODevice::ReadOnly));
+        const QByteArray victimNow = victimFile.readAll();
+        if (written) {
+            QCOMPARE(run.status, 0);
+            QCOMPARE(run.err, QString());
+            QVERIFY(victimNow.startsWith("BEGIN:"));
+            return;
+        }
+        QCOMPARE(run.status, 1);
+        QCOMPARE(run.out, QString());
+        QCOMPARE(run.err.count(u'\n'), 1);
+        QVERIFY2(run.err.startsWith("tavlo: could not save " + path + ": "), qPrintable(run.err));
+        QCOMPARE(victimNow, kept);
+        if (isLink)
+            QCOMPARE(QFile::symLinkTarget(path), victim);
     }
 
     // A file that cannot be written: status 1, one line, nothing on standard
