@@ -65,6 +65,34 @@ int writeOutputFile(CommandContext &context, const QString &path, const QByteArr
         AtomicFileWriter(AtomicFileWriter::Access::FollowUmask).write(target.filePath(), contents));
 }
 
+bool asksForHelp(const QStringList &arguments)
+{
+    for (const QString &argument : arguments) {
+        if (argument == u"--")
+            return false;
+        if (argument == u"--help" || argument == u"-h")
+            return true;
+    }
+    return false;
+}
+
+QStringList fileArguments(const QStringList &arguments, QString *unknown)
+{
+    QStringList files;
+    bool optionsEnded = false;
+    for (const QString &argument : arguments) {
+        if (!optionsEnded && argument == u"--") {
+            optionsEnded = true;
+        } else if (!optionsEnded && argument.startsWith(u'-') && argument != u"-") {
+            *unknown = argument;
+            return {};
+        } else {
+            files.append(argument);
+        }
+    }
+    return files;
+}
+
 int runCommandLine(const QStringList &arguments, CommandContext &context)
 {
     // Stored data that cannot be read (a favorite's birthday) is bad input

@@ -56,6 +56,16 @@ int finishChange(CommandContext &context, const WriteResult &result);
 // error and the status notSaved.
 int writeOutputFile(CommandContext &context, const QString &path, const QByteArray &contents);
 
+// Whether the arguments of a command ask for its help: "--help" or "-h"
+// anywhere before a "--" (after it, they are names of files).
+bool asksForHelp(const QStringList &arguments);
+
+// The FILE arguments of a command that takes no options but these: "-" is
+// standard input or output, "--" ends the options so that a file may be
+// named "--help". Anything else that begins with "-" is an unknown option:
+// the result is empty and `unknown` names it.
+QStringList fileArguments(const QStringList &arguments, QString *unknown);
+
 // Runs `tavlo <command> ...`; arguments[0] is the program name. Returns the
 // exit status.
 int runCommandLine(const QStringList &arguments, CommandContext &context);

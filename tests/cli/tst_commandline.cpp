@@ -30,6 +30,8 @@ QByteArray card(const QByteArray &lines)
     return "BEGIN:VCARD\r\nVERSION:3.0\r\n" + lines + "END:VCARD\r\n";
 }
 
+// Retitles and clears a terminal that prints it raw.
+const QString hostileName = "\x1b]0;pwned\x07\x1b[2J\rEve";
 const Rows twoFavorites{{" Anna ", "22 11 1985"}, {"Bob", "21 11 2000"}};
 const QString twoReminders = "birthdayReminder1 2026-03-02T07:30:00+01:00 Birthday Reminder: Bob "
                              "has a birthday today!\n"
@@ -161,6 +163,9 @@ private slots:
         row("favorites export a.vcf b.vcf", "FILE.vcf");
         row("calendar export", "FILE");
         row("calendar export - --lang fr", "fr");
+        row("calendar export --hepl", "--hepl");
+        row("favorites export -x", "-x");
+        row("favorites import a.vcf --contacts", "--contacts");
         row("reminders --now 2026-02-30", "2026-02-30");
         row("reminders --now 2026-03-29T02:00", "02:00");
         row("reminders --now 2026-03-01 --now 2026-03-02", "--now");
@@ -529,6 +534,110 @@ private slots:
         QCOMPARE(run.out, "{\"identifier\":\"birthdayReminder1\",\"fire\":\"2026-03-14T07:30:00+01:"
                           "00\",\"title\":\"День рождения\",\"body\":\"Anna отмечает сегодня "
                           "день рождения!\"}\n");
+    }
+
+    // A name is printed with its control characters as escapes by every
+    // command, so that it cannot retitle or clear the terminal.
+    void namesStayText_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+        QTest::newRow("favorites list") << QStringList{"favorites", "list"};
+        QTest::newRow("reminders") << QStringList{"reminders"};
+        QTest::newRow("reminders schedule") << QStringList{"reminders", "schedule"};
+        QTest::newRow("report --name")
+            << QStringList{"report", "--name", hostileName, "1985-03-12"};
+    }
+    void namesStayText()
+    {
+        QFETCH(QStringList, arguments);
+        beforeReminders();
+        m_settings.set(SettingsKeys::favorites, Rows{{hostileName, "2 3 1990"}});
+        const CommandRun run = tavlo(arguments);
+        QCOMPARE(run.err, QString());
+        QCOMPARE(run.status, 0);
+        QVERIFY2(run.out.contains(u"\\u001B]0;pwned\\u0007\\u001B[2J\\rEve"_qs),
+                 qPrintable(run.out));
+        for (const QChar c : run.out)
+            QVERIFY2(c == u'\n' || c == u'\t' || c.unicode() >= 0x20, qPrintable(run.out));
+    }
+
+    // --help anywhere among a command's arguments shows its help and writes
+    // nothing; after "--" it is a file's name like any other.
+    void helpWritesNoFile_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+        QTest::addColumn<QString>("written"); // the file made, if any
+        const auto row = [](const QString &command, const QString &written = {}) {
+            QTest::newRow(qPrintable(command)) << command.split(u' ') << written;
+        };
+        row("calendar export --help");
+        row("calendar export -h");
+        row("calendar export out.ics --help");
+        row("calendar export --lang de --help");
+        row("favorites export --help");
+        row("favorites export out.vcf -h");
+        row("favorites import --help");
+        row("favorites import in.vcf --help");
+        row("favorites add --help 2001-02-03");
+        row("calendar export -- --help", "--help");
+        row("favorites export -- -h", "-h");
+    }
+    void helpWritesNoFile()
+    {
+        QFETCH(QStringList, arguments);
+        QFETCH(QString, written);
+        m_settings.set(SettingsKeys::favorites, twoFavorites);
+        const qsizetype writes = m_settings.writeCount();
+        QTemporaryDir here;
+        const QString before = QDir::currentPath();
+        QDir::setCurrent(here.path());
+        const CommandRun run = tavlo(arguments);
+        QDir::setCurrent(before);
+        QCOMPARE(run.err, QString());
+        QCOMPARE(run.status, 0);
+        const QStringList files = QDir(here.path()).entryList(QDir::Files | QDir::NoDotAndDotDot);
+        QCOMPARE(m_settings.writeCount(), writes);
+        if (!written.isEmpty()) {
+            QCOMPARE(files, QStringList{written});
+            return;
+        }
+        QVERIFY2(run.out.startsWith("Usage: tavlo " + arguments[0]), qPrintable(run.out));
+        QCOMPARE(files, QStringList());
+    }
+
+    // A stored birthday that is no date: the others are printed, then one
+    // plain line names the favorite, and the status is 2.
+    void unreadableBirthdayIsNamed_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+        QTest::addColumn<QStringList>("printed"); // how each line begins
+        QTest::newRow("favorites list") << QStringList{"favorites", "list"}
+                                        << QStringList{"0\tBob\t2 3 1990\t", "2\tCleo\t5 3 1980\t"};
+        QTest::newRow("reminders")
+            << QStringList{"reminders", "--now", "2026-03-01T10:00"}
+            << QStringList{"birthdayReminder1 2026-03-02T07:30:00+01:00 Birthday Reminder: Bob "
+                           "has a birthday today!",
+                           "birthdayReminder2 2026-03-05T07:30:00+01:00 Birthday Reminder: "
+                           "Cleo has a birthday today!"};
+    }
+    void unreadableBirthdayIsNamed()
+    {
+        QFETCH(QStringList, arguments);
+        QFETCH(QStringList, printed);
+        file("config/tavlo/tavlo.conf", "[person]\n1\\1=Bob\n1\\2=2 3 1990\n1\\size=2\n"
+                                        "2\\1=Anna\n2\\2=31 2 x\n2\\size=2\n"
+                                        "3\\1=Cleo\n3\\2=5 3 1980\n3\\size=2\nsize=3\n");
+        QProcess *p = start(arguments);
+        QDir(m_files.filePath("config")).removeRecursively();
+        QCOMPARE(p->exitStatus(), QProcess::NormalExit);
+        QCOMPARE(p->readAllStandardError(),
+                 "tavlo: favorite 1 (\"Anna\") has an unreadable birthday \"31 2 x\"\n");
+        const QStringList lines =
+            QString::fromUtf8(p->readAllStandardOutput()).split(u'\n', Qt::SkipEmptyParts);
+        QCOMPARE(lines.size(), printed.size());
+        for (qsizetype i = 0; i < lines.size(); ++i)
+            QVERIFY2(lines[i].startsWith(printed[i]), qPrintable(lines[i]));
+        QCOMPARE(p->exitCode(), 2);
     }
 
     void theInstalledProgram()
