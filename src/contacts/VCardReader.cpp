@@ -59,6 +59,8 @@ struct ContentLine
     QByteArrayView charset;
     QByteArrayView valueType;
     bool omitYear = false;
+    // Tavlo's own export: the exact name, percent-encoded UTF-8.
+    QByteArrayView exactName;
 };
 
 // The colon that ends the name and parameters; colons inside a quoted
@@ -86,6 +88,8 @@ void takeParameter(QByteArrayView parameter, ContentLine &line)
         value = value.sliced(1, value.size() - 2);
     if (equalsIgnoringCase(key, "X-APPLE-OMIT-YEAR")) {
         line.omitYear = true;
+    } else if (equalsIgnoringCase(key, "X-TAVLO-NAME")) {
+        line.exactName = value;
     } else if (equalsIgnoringCase(key, "CHARSET")) {
         line.charset = value;
     } else if (equalsIgnoringCase(key, "VALUE")) {
@@ -208,6 +212,18 @@ QList<QString> components(QStringView text)
     return parts;
 }
 
+// The name Tavlo's export kept whole beside FN's text, when it decodes.
+std::optional<QString> exactName(const ContentLine &line)
+{
+    if (line.exactName.isEmpty())
+        return std::nullopt;
+    QStringDecoder utf8(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+    QString name = utf8(QByteArray::fromPercentEncoding(line.exactName.toByteArray()));
+    if (utf8.hasError())
+        return std::nullopt;
+    return name;
+}
+
 bool isBlank(const QString &text)
 {
     return text.trimmed().isEmpty();
@@ -225,7 +241,7 @@ struct CardBuilder
     {
         if (equalsIgnoringCase(line.name, "FN")) {
             if (!formattedName || isBlank(*formattedName))
-                formattedName = unescaped(decodeValue(line));
+                formattedName = exactName(line).value_or(unescaped(decodeValue(line)));
         } else if (equalsIgnoringCase(line.name, "N")) {
             if (structuredName.isEmpty()) {
                 const QList<QString> parts = components(decodeValue(line));
