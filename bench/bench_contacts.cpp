@@ -4,6 +4,7 @@
 // 1,000 favorites (read from the settings file, written as vCards and as
 // the birthdays calendar).
 
+#include "SoftlyBrokenCard.h"
 #include "contacts/BirthdayExport.h"
 #include "contacts/BirthdayImport.h"
 #include "settings/FileSettingsStore.h"
@@ -74,6 +75,20 @@ void exportFavorites(benchmark::State &state)
     }
 }
 BENCHMARK(exportFavorites)->Unit(benchmark::kMillisecond);
+
+// One 4 MB vCard 2.1 card: a long parameter part and a quoted-printable
+// name with about 330,000 soft line breaks.
+void readSoftlyBrokenCard(benchmark::State &state)
+{
+    const QByteArray file = softlyBrokenCard(4 * 1000 * 1000);
+    for (auto _ : state) {
+        const VCardReader::Result read = VCardReader::read(file);
+        if (read.contacts.size() != 1)
+            state.SkipWithError("the card was not read");
+        benchmark::DoNotOptimize(read.contacts.constFirst().name.size());
+    }
+}
+BENCHMARK(readSoftlyBrokenCard)->Unit(benchmark::kMillisecond);
 
 } // namespace
 

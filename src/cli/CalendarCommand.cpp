@@ -18,7 +18,10 @@ day of birth, named "Anna's birthday" with "born 1985" in its description,
 in the interface language (or the one --lang names). Someone born on
 29 February has the birthday on 1 March in common years. Each event keeps
 its UID from one export to the next, so a calendar updates it instead of
-adding it twice. FILE "-" writes to standard output.
+adding it twice. FILE "-" writes to standard output; a FILE that begins
+with "-" comes after "--". Only a regular file is replaced: a folder, a named
+pipe or a device is refused, and so is a link in a shared folder such as /tmp
+that belongs to someone else.
 
 Exit status: 0 on success, 1 when the file could not be saved, 2 for wrong
 arguments. A favorite whose birthday cannot be read is left out, with a
@@ -35,7 +38,8 @@ int CalendarCommand::fail(const QString &message)
 int CalendarCommand::run(const QStringList &arguments)
 {
     const QString action = arguments.value(1);
-    if (action == u"--help" || action == u"-h" || action == u"help") {
+    if (action == u"--help" || action == u"-h" || action == u"help" ||
+        asksForHelp(arguments.mid(2))) {
         m_context.out << help;
         m_context.out.flush();
         return ExitStatus::ok;
@@ -53,7 +57,11 @@ int CalendarCommand::run(const QStringList &arguments)
             return fail(u"--lang \"%1\": expected en, de or ru"_s.arg(rest.value(at + 1)));
         rest.remove(at, 2);
     }
-    if (rest.size() != 1)
+    QString unknown;
+    const QStringList files = fileArguments(rest, &unknown);
+    if (!unknown.isEmpty())
+        return fail(u"unknown option \"%1\" (try tavlo calendar --help)"_s.arg(unknown));
+    if (files.size() != 1)
         return fail(u"export takes one FILE.ics (\"-\" for standard output)"_s);
 
     FavoritesStore favorites(m_context.settings);
@@ -72,5 +80,5 @@ int CalendarCommand::run(const QStringList &arguments)
                       << " favorites left out: their birthday cannot be read\n";
         m_context.err.flush();
     }
-    return writeOutputFile(m_context, rest.at(0), output.text);
+    return writeOutputFile(m_context, files.at(0), output.text);
 }

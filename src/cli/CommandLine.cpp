@@ -3,10 +3,11 @@
 
 #include "cli/CalendarCommand.h"
 #include "cli/FavoritesCommand.h"
+#include "cli/OutputTarget.h"
 #include "cli/RemindersCommand.h"
 #include "cli/ReportCommand.h"
-#include "contacts/SavedFile.h"
 #include "core/FatalError.h"
+#include "settings/AtomicFileWriter.h"
 #include "settings/SettingsStore.h"
 #include "settings/WriteResult.h"
 
@@ -53,12 +54,45 @@ int writeOutputFile(CommandContext &context, const QString &path, const QByteArr
         context.out.flush();
         return ExitStatus::ok;
     }
-    const QString problem = saveWholeFile(path, contents);
-    if (problem.isEmpty())
-        return ExitStatus::ok;
-    context.err << "tavlo: " << oneLine(problem) << '\n';
-    context.err.flush();
-    return ExitStatus::notSaved;
+    const OutputTarget target = OutputTarget::of(path);
+    if (target.refused()) {
+        context.err << "tavlo: " << oneLine(WriteResult::failed(path, target.refusal()).message())
+                    << '\n';
+        context.err.flush();
+        return ExitStatus::notSaved;
+    }
+    // The person's own file: as their umask says, like any file they make.
+    return finishChange(
+        context,
+        AtomicFileWriter(AtomicFileWriter::Access::FollowUmask).write(target.filePath(), contents));
+}
+
+bool asksForHelp(const QStringList &arguments)
+{
+    for (const QString &argument : arguments) {
+        if (argument == u"--")
+            return false;
+        if (argument == u"--help" || argument == u"-h")
+            return true;
+    }
+    return false;
+}
+
+QStringList fileArguments(const QStringList &arguments, QString *unknown)
+{
+    QStringList files;
+    bool optionsEnded = false;
+    for (const QString &argument : arguments) {
+        if (!optionsEnded && argument == u"--") {
+            optionsEnded = true;
+        } else if (!optionsEnded && argument.startsWith(u'-') && argument != u"-") {
+            *unknown = argument;
+            return {};
+        } else {
+            files.append(argument);
+        }
+    }
+    return files;
 }
 
 // Says in one line what was wrong with the settings file. A damaged one is

@@ -51,9 +51,21 @@ int failCommand(CommandContext &context, const char *command, const QString &mes
 class WriteResult;
 int finishChange(CommandContext &context, const WriteResult &result);
 // Writes `contents` to the file at `path`, whole or not at all, or to standard
-// output for "-". A file that could not be saved: one line "tavlo: could not
-// save PATH: REASON" on standard error and the status notSaved.
+// output for "-". Only a regular file (or a new one) is replaced; a link is
+// followed as OutputTarget allows. A file that could not be saved, or a path
+// that is no file: one line "tavlo: could not save PATH: REASON" on standard
+// error and the status notSaved.
 int writeOutputFile(CommandContext &context, const QString &path, const QByteArray &contents);
+
+// Whether the arguments of a command ask for its help: "--help" or "-h"
+// anywhere before a "--" (after it, they are names of files).
+bool asksForHelp(const QStringList &arguments);
+
+// The FILE arguments of a command that takes no options but these: "-" is
+// standard input or output, "--" ends the options so that a file may be
+// named "--help". Anything else that begins with "-" is an unknown option:
+// the result is empty and `unknown` names it.
+QStringList fileArguments(const QStringList &arguments, QString *unknown);
 
 // Runs `tavlo <command> ...`; arguments[0] is the program name. Returns the
 // exit status.

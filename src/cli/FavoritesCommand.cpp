@@ -2,6 +2,7 @@
 #include "cli/FavoritesCommand.h"
 
 #include "cli/JsonLine.h"
+#include "cli/UnreadableBirthdays.h"
 #include "contacts/BirthdayExport.h"
 #include "contacts/BirthdayImport.h"
 #include "core/Clock.h"
@@ -31,7 +32,9 @@ The saved birthdays, as the app keeps them.
            this year; line breaks, tabs and other control characters in a
            name show as \n, \t, \u001B. --json prints one object per line
            with the keys index, name, birthday, age, signKey, star (true or
-           false), the name exactly as stored.
+           false), the name exactly as stored. A favorite whose stored
+           birthday cannot be read is named in one line on standard error
+           after the others are listed, and the status is 2.
   add      Adds a favorite at the end of the list, as the app's add dialog
            does: a name of only blanks is stored as "Unknown".
   remove   Removes the favorite at INDEX (counted from 0, as list shows).
@@ -51,7 +54,13 @@ The saved birthdays, as the app keeps them.
            read changes nothing: one line on standard error names it.
   export   Writes every favorite as a vCard 4.0 card (FN, BDAY and a UID
            that stays the same from one export to the next); "-" writes to
-           standard output. Import reads it back unchanged.
+           standard output. Import reads it back unchanged. Only a regular
+           file is replaced: a folder, a named pipe or a device is refused,
+           and so is a link in a shared folder such as /tmp that belongs to
+           someone else.
+
+A FILE that begins with "-" comes after "--"; --help anywhere before it
+shows this help and writes nothing.
 
 Exit status: 0 on success; 1 when the list or a file could not be saved (a
 full disk, a folder Tavlo may not write; one line on standard error names
@@ -70,7 +79,8 @@ int FavoritesCommand::fail(const QString &message)
 int FavoritesCommand::run(const QStringList &arguments)
 {
     const QString action = arguments.value(1);
-    if (action == u"--help" || action == u"-h" || action == u"help") {
+    if (action == u"--help" || action == u"-h" || action == u"help" ||
+        asksForHelp(arguments.mid(2))) {
         m_context.out << help;
         m_context.out.flush();
         return ExitStatus::ok;
@@ -100,19 +110,13 @@ int FavoritesCommand::list(const QStringList &arguments)
     FavoritesStore favorites(m_context.settings);
     favorites.load();
     const QDateTime now = m_context.clock.now();
-    int status = ExitStatus::ok;
+    UnreadableBirthdays unreadable;
     for (qsizetype i = 0; i < favorites.count(); ++i) {
         const Favorite favorite = favorites.at(i);
+        if (!unreadable.check(i, favorite))
+            continue;
         const FavoriteCard card =
             FavoriteCards::card(favorite, now, Language::English, QLocale::c(), false, false);
-        // Told, and the rest still listed: the app lists it to be fixed.
-        if (!card.readable) {
-            m_context.err << "tavlo favorites: favorite " << i << " (\"" << oneLine(favorite.name)
-                          << "\") has the birthday \"" << oneLine(favorite.birthday)
-                          << "\", which is not a date\n";
-            status = ExitStatus::usage;
-            continue;
-        }
         const bool star =
             FavoriteCards::birthdayStillToCome(favorite.birthday, now.date()).value_or(false);
         if (json) {
@@ -135,12 +139,13 @@ int FavoritesCommand::list(const QStringList &arguments)
         }
     }
     m_context.out.flush();
-    m_context.err.flush();
-    return status;
+    return unreadable.report(m_context.err);
 }
 
-int FavoritesCommand::add(const QStringList &arguments)
+int FavoritesCommand::add(const QStringList &given)
 {
+    // "--" first lets a name begin with "-".
+    const QStringList arguments = given.value(0) == u"--" ? given.mid(1) : given;
     if (arguments.size() != 2)
         return fail(u"add takes a NAME and a date YYYY-MM-DD"_s);
     // Anchored: "$" alone would let a line break end the text.
@@ -191,11 +196,15 @@ int FavoritesCommand::importCards(const QStringList &arguments)
         }();
         contacts = read.contacts;
     } else {
+        QString unknown;
+        const QStringList files = fileArguments(arguments, &unknown);
+        if (!unknown.isEmpty())
+            return fail(u"unknown option \"%1\" (try tavlo favorites --help)"_s.arg(unknown));
+        if (files.isEmpty())
+            return fail(u"import takes vCard FILEs or --contacts"_s);
         // Every file is read before anything is stored: one that cannot be
         // imported leaves the list as it was.
-        for (const QString &path : arguments) {
-            if (path.startsWith(u"--"))
-                return fail(u"unknown option \"%1\" (try tavlo favorites --help)"_s.arg(path));
+        for (const QString &path : files) {
             QFile file;
             const bool opened = path == u"-"
                                     ? file.open(stdin, QIODevice::ReadOnly)
@@ -222,7 +231,11 @@ int FavoritesCommand::importCards(const QStringList &arguments)
 
 int FavoritesCommand::exportCards(const QStringList &arguments)
 {
-    if (arguments.size() != 1 || (arguments.at(0).startsWith(u"--")))
+    QString unknown;
+    const QStringList files = fileArguments(arguments, &unknown);
+    if (!unknown.isEmpty())
+        return fail(u"unknown option \"%1\" (try tavlo favorites --help)"_s.arg(unknown));
+    if (files.size() != 1)
         return fail(u"export takes one FILE.vcf (\"-\" for standard output)"_s);
     FavoritesStore favorites(m_context.settings);
     favorites.load();
@@ -232,5 +245,5 @@ int FavoritesCommand::exportCards(const QStringList &arguments)
                       << " favorites left out: their birthday cannot be read\n";
         m_context.err.flush();
     }
-    return writeOutputFile(m_context, arguments.at(0), output.text);
+    return writeOutputFile(m_context, files.at(0), output.text);
 }

@@ -3,6 +3,7 @@
 
 #include "cli/DateTimeArgument.h"
 #include "cli/JsonLine.h"
+#include "cli/UnreadableBirthdays.h"
 #include "core/Clock.h"
 #include "core/FatalError.h"
 #include "favorites/FavoritesStore.h"
@@ -44,7 +45,9 @@ Options:
 
 Exit status: 0 on success, 2 for a malformed date, option or argument or a
 favorites list that cannot be read (one line on standard error says which;
-nothing else is printed).
+nothing else is printed). A favorite whose stored birthday cannot be read is
+named in one line on standard error after the reminders of the others, and
+the status is 2.
 )";
 
 void printReminder(QTextStream &out, const PlannedReminder &reminder, bool json)
@@ -59,8 +62,9 @@ void printReminder(QTextStream &out, const PlannedReminder &reminder, bool json)
                    .text()
             << '\n';
     } else {
-        out << reminder.identifier << ' ' << fire << ' ' << reminder.title << ": " << reminder.body
-            << '\n';
+        // A name may hold a terminal's escape sequences: they stay text.
+        out << reminder.identifier << ' ' << fire << ' ' << oneLine(reminder.title) << ": "
+            << oneLine(reminder.body) << '\n';
     }
 }
 
@@ -123,7 +127,9 @@ int RemindersCommand::run(const QStringList &arguments)
     for (const PlannedReminder &reminder : planned)
         printReminder(m_context.out, reminder, json);
     m_context.out.flush();
-    return ExitStatus::ok;
+    UnreadableBirthdays unreadable;
+    unreadable.checkAll(favorites.all());
+    return unreadable.report(m_context.err);
 }
 
 int RemindersCommand::scheduleNow(const FavoritesStore &favorites, const UiStrings &strings)
@@ -165,5 +171,7 @@ int RemindersCommand::scheduleNow(const FavoritesStore &favorites, const UiStrin
     for (const PlannedReminder &reminder : scheduled)
         printReminder(m_context.out, reminder, false);
     m_context.out.flush();
-    return ExitStatus::ok;
+    UnreadableBirthdays unreadable;
+    unreadable.checkAll(favorites.all());
+    return unreadable.report(m_context.err);
 }

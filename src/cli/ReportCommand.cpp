@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "cli/ReportCommand.h"
 
+#include "core/OneLine.h"
+
 #include "cli/DateTimeArgument.h"
 #include "cli/JsonLine.h"
 #include "core/BirthDateResults.h"
@@ -147,10 +149,12 @@ int ReportCommand::run(const QStringList &arguments)
     strings.apply(*language);
     const bool details = parser.isSet(detailsOption) ||
                          (!parser.isSet(shortOption) && settings.value(SettingsKeys::moreDetails));
-    const QString person = parser.isSet(nameOption)
-                               ? personNameFromFavorite(parser.value(nameOption), *language)
-                               : strings[UiText::ReportYour];
     const bool json = parser.isSet(jsonOption);
+    // Printed as text, a name's control characters stay text; JSON keeps
+    // it exactly.
+    const QString name = json ? parser.value(nameOption) : oneLine(parser.value(nameOption));
+    const QString person = parser.isSet(nameOption) ? personNameFromFavorite(name, *language)
+                                                    : strings[UiText::ReportYour];
 
     BirthDateResults results;
     ReportComposer composer(strings, results);

@@ -6,6 +6,8 @@
 #include <QHash>
 #include <QUuid>
 
+#include <algorithm>
+
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
@@ -57,6 +59,28 @@ QString escaped(const QString &text)
         }
     }
     return result;
+}
+
+// Whether a name holds a character that a vCard text cannot carry: a
+// carriage return (it has only "\n" for a line break) or another control
+// character but the tab.
+bool beyondVCardText(const QString &name)
+{
+    return std::any_of(name.begin(), name.end(), [](QChar c) {
+        const char16_t u = c.unicode();
+        return (u < 0x20 && u != u'\n' && u != u'\t') || u == 0x7f;
+    });
+}
+
+// FN with the name as vCard text, readable by any address book; a name
+// beyond vCard text also goes whole, percent-encoded UTF-8, into the
+// parameter X-TAVLO-NAME, which Tavlo's own import prefers.
+QString formattedNameLine(const QString &name)
+{
+    if (!beyondVCardText(name))
+        return u"FN:"_s + escaped(name);
+    return u"FN;"_s + QString::fromLatin1(BirthdayExport::exactNameParameter) + u'=' +
+           QString::fromLatin1(name.toUtf8().toPercentEncoding()) + u':' + escaped(name);
 }
 
 std::optional<QDate> birthDate(const Favorite &favorite)
@@ -116,7 +140,7 @@ Output vCards(const QList<Favorite> &favorites)
             appendLine(out, u"BEGIN:VCARD"_s);
             appendLine(out, u"VERSION:4.0"_s);
             appendLine(out, u"UID:urn:uuid:"_s + id);
-            appendLine(out, u"FN:"_s + escaped(favorite.name));
+            appendLine(out, formattedNameLine(favorite.name));
             appendLine(out, u"BDAY:"_s + basicDate(date));
             appendLine(out, u"END:VCARD"_s);
         });

@@ -22,8 +22,14 @@ struct Output
 };
 
 // vCard 4.0, one card per favorite: FN with the name, BDAY with the date, and
-// a UID that stays the same from one export to the next.
+// a UID that stays the same from one export to the next. A name with a
+// carriage return or another control character that vCard text cannot carry
+// also goes exactly into FN's parameter exactNameParameter, as
+// percent-encoded UTF-8, so that Tavlo's import gives back the same name.
 Output vCards(const QList<Favorite> &favorites);
+
+// FN;X-TAVLO-NAME=Ann%0DLee:Ann\nLee
+inline constexpr char exactNameParameter[] = "X-TAVLO-NAME";
 
 // An iCalendar of one all-day event per favorite, repeating every year from
 // the day of birth; its summary ("Anna's birthday") and its description with

@@ -59,6 +59,8 @@ struct ContentLine
     QByteArrayView charset;
     QByteArrayView valueType;
     bool omitYear = false;
+    // Tavlo's own export: the exact name, percent-encoded UTF-8.
+    QByteArrayView exactName;
 };
 
 // The colon that ends the name and parameters; colons inside a quoted
@@ -86,6 +88,8 @@ void takeParameter(QByteArrayView parameter, ContentLine &line)
         value = value.sliced(1, value.size() - 2);
     if (equalsIgnoringCase(key, "X-APPLE-OMIT-YEAR")) {
         line.omitYear = true;
+    } else if (equalsIgnoringCase(key, "X-TAVLO-NAME")) {
+        line.exactName = value;
     } else if (equalsIgnoringCase(key, "CHARSET")) {
         line.charset = value;
     } else if (equalsIgnoringCase(key, "VALUE")) {
@@ -208,6 +212,18 @@ QList<QString> components(QStringView text)
     return parts;
 }
 
+// The name Tavlo's export kept whole beside FN's text, when it decodes.
+std::optional<QString> exactName(const ContentLine &line)
+{
+    if (line.exactName.isEmpty())
+        return std::nullopt;
+    QStringDecoder utf8(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+    QString name = utf8(QByteArray::fromPercentEncoding(line.exactName.toByteArray()));
+    if (utf8.hasError())
+        return std::nullopt;
+    return name;
+}
+
 bool isBlank(const QString &text)
 {
     return text.trimmed().isEmpty();
@@ -225,7 +241,7 @@ struct CardBuilder
     {
         if (equalsIgnoringCase(line.name, "FN")) {
             if (!formattedName || isBlank(*formattedName))
-                formattedName = unescaped(decodeValue(line));
+                formattedName = exactName(line).value_or(unescaped(decodeValue(line)));
         } else if (equalsIgnoringCase(line.name, "N")) {
             if (structuredName.isEmpty()) {
                 const QList<QString> parts = components(decodeValue(line));
@@ -247,6 +263,36 @@ struct CardBuilder
         contact.name = formattedName && !isBlank(*formattedName) ? *formattedName : structuredName;
         return std::move(contact);
     }
+};
+
+// Finds the end of a logical line's name and parameters while the line is
+// still being gathered, looking at each byte once: a value with many soft line
+// breaks after a long parameter part stays linear to read.
+class LineHead
+{
+public:
+    // `text` is the line gathered so far; it only grows at its end until the
+    // colon is found.
+    void scan(QByteArrayView text)
+    {
+        for (; m_colon < 0 && m_scanned < text.size(); ++m_scanned) {
+            if (text[m_scanned] == '"') {
+                m_quoted = !m_quoted;
+            } else if (text[m_scanned] == ':' && !m_quoted) {
+                m_colon = m_scanned;
+                const std::optional<ContentLine> line = parseContentLine(text.first(m_colon + 1));
+                m_quotedPrintable = line && line->quotedPrintable;
+            }
+        }
+    }
+    // Whether the parameters, once complete, ask for quoted-printable.
+    bool quotedPrintable() const { return m_colon >= 0 && m_quotedPrintable; }
+
+private:
+    qsizetype m_scanned = 0;
+    qsizetype m_colon = -1;
+    bool m_quoted = false;
+    bool m_quotedPrintable = false;
 };
 
 } // namespace
@@ -292,15 +338,6 @@ VCardReader::Result VCardReader::read(const QByteArray &data)
             card->take(*line);
     };
 
-    // Whether a logical line is a quoted-printable value that goes on in the
-    // next physical line (2.1's soft line break: a final "=").
-    const auto continuesSoftly = [](QByteArrayView text) {
-        if (!text.endsWith('='))
-            return false;
-        const qsizetype colon = valueColon(text);
-        return colon >= 0 && text.first(colon).toByteArray().toUpper().contains("QUOTED-PRINTABLE");
-    };
-
     QByteArrayView physical;
     bool more = lines.next(physical);
     while (more) {
@@ -308,15 +345,18 @@ VCardReader::Result VCardReader::read(const QByteArray &data)
         haveCurrent = true;
         joined.clear();
         bool usesJoined = false;
+        LineHead head;
         while ((more = lines.next(physical))) {
             const QByteArrayView text = usesJoined ? QByteArrayView(joined) : current;
+            head.scan(text);
             if (!physical.isEmpty() && (physical.front() == ' ' || physical.front() == '\t')) {
                 if (!usesJoined) {
                     joined = current.toByteArray();
                     usesJoined = true;
                 }
                 joined.append(physical.sliced(1));
-            } else if (continuesSoftly(text)) {
+            } else if (text.endsWith('=') && head.quotedPrintable()) {
+                // 2.1's soft line break: the value goes on in the next line.
                 if (!usesJoined) {
                     joined = current.toByteArray();
                     usesJoined = true;

@@ -6,9 +6,11 @@
 #include <QSaveFile>
 #include <cerrno>
 #include <cstring>
+#include <mutex>
 
 #ifdef Q_OS_UNIX
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 #endif
 
@@ -25,6 +27,27 @@ int lastError(int fallback = EIO)
 {
     return errno != 0 ? errno : fallback;
 }
+
+#ifdef Q_OS_UNIX
+// QSaveFile creates the temporary file of a new file as the umask allows
+// (often readable by everyone) and only then could it be narrowed: a reader
+// that opened it in between would see what is written later. While an
+// owner-only file is opened the umask lets nothing through to others. The
+// umask belongs to the whole process, so writers take turns here; other
+// threads can only find their files created narrower for that moment.
+std::mutex umaskTurns;
+
+bool openOwnerOnly(QSaveFile &file)
+{
+    const std::lock_guard turn(umaskTurns);
+    const mode_t before = ::umask(077);
+    const bool opened = file.open(QIODevice::WriteOnly);
+    const int error = errno;
+    ::umask(before);
+    errno = error;
+    return opened;
+}
+#endif
 
 } // namespace
 
@@ -48,8 +71,19 @@ WriteResult AtomicFileWriter::write(const QString &path, const QByteArray &conte
     const QFileInfo existing(path);
     if (existing.exists() && !existing.isWritable())
         return failed(EACCES);
-    if (!file.open(QIODevice::WriteOnly))
+#ifdef Q_OS_UNIX
+    const bool opened =
+        m_access == Access::OwnerOnly ? openOwnerOnly(file) : file.open(QIODevice::WriteOnly);
+#else
+    const bool opened = file.open(QIODevice::WriteOnly);
+#endif
+    if (!opened)
         return errno != 0 ? failed(errno) : WriteResult::failed(path, file.errorString());
+#ifdef Q_OS_UNIX
+    // QSaveFile gave the new file the old one's permissions; ours are fixed.
+    if (m_access == Access::OwnerOnly && ::fchmod(file.handle(), S_IRUSR | S_IWUSR) != 0)
+        return failed(lastError());
+#endif
 
     errno = 0;
     if (int fault = injectedFault(Step::Write)) {

@@ -23,8 +23,22 @@ public:
     // (ENOSPC, EACCES, EIO, ...) to fail `step` with, or 0 to let it run.
     using FaultHook = std::function<int(Step step)>;
 
+    // Who may read the file written.
+    enum class Access {
+        // Only its owner (0600), whatever the umask: Tavlo's own files hold
+        // names and birth dates. An older file of other permissions gets
+        // these too.
+        OwnerOnly,
+        // As the umask allows for a new file; an existing file keeps its
+        // permissions. For files the person names, such as exports.
+        FollowUmask,
+    };
+
     AtomicFileWriter() = default;
-    explicit AtomicFileWriter(FaultHook faults) : m_faults(std::move(faults)) {}
+    explicit AtomicFileWriter(Access access) : m_access(access) {}
+    explicit AtomicFileWriter(FaultHook faults, Access access = Access::OwnerOnly)
+        : m_faults(std::move(faults)), m_access(access)
+    {}
 
     // Creates the file's folder when it is missing.
     WriteResult write(const QString &path, const QByteArray &contents) const;
@@ -33,4 +47,5 @@ private:
     int injectedFault(Step step) const { return m_faults ? m_faults(step) : 0; }
 
     FaultHook m_faults;
+    Access m_access = Access::OwnerOnly;
 };

@@ -12,6 +12,10 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <sys/stat.h>
+#include <sys/sysmacros.h>
+#include <unistd.h>
+
 using Rows = QList<QStringList>;
 
 namespace {
@@ -26,6 +30,8 @@ QByteArray card(const QByteArray &lines)
     return "BEGIN:VCARD\r\nVERSION:3.0\r\n" + lines + "END:VCARD\r\n";
 }
 
+// Retitles and clears a terminal that prints it raw.
+const QString hostileName = "\x1b]0;pwned\x07\x1b[2J\rEve";
 const Rows twoFavorites{{" Anna ", "22 11 1985"}, {"Bob", "21 11 2000"}};
 const QString twoReminders = "birthdayReminder1 2026-03-02T07:30:00+01:00 Birthday Reminder: Bob "
                              "has a birthday today!\n"
@@ -157,6 +163,9 @@ private slots:
         row("favorites export a.vcf b.vcf", "FILE.vcf");
         row("calendar export", "FILE");
         row("calendar export - --lang fr", "fr");
+        row("calendar export --hepl", "--hepl");
+        row("favorites export -x", "-x");
+        row("favorites import a.vcf --contacts", "--contacts");
         row("reminders --now 2026-02-30", "2026-02-30");
         row("reminders --now 2026-03-29T02:00", "02:00");
         row("reminders --now 2026-03-01 --now 2026-03-02", "--now");
@@ -377,6 +386,85 @@ private slots:
         QVERIFY(written.readAll().contains("SUMMARY:Bob's birthday\r\n"));
     }
 
+    // An export replaces only a regular file, or makes a new one: whatever
+    // else sits at the path stays as it was, with one line and status 1. A
+    // link is followed (and kept) unless it lies in a sticky folder anyone
+    // may write to and belongs to someone else, as the kernel decides.
+    void exportsReplaceOnlyFiles_data()
+    {
+        QTest::addColumn<QString>("command");
+        QTest::addColumn<QString>("target");
+        QTest::addColumn<bool>("written");
+        for (const char *command : {"favorites", "calendar"}) {
+            const auto row = [&](const char *target, bool written) {
+                QTest::newRow(qPrintable(u"%1, %2"_qs.arg(command, target)))
+                    << command << target << written;
+            };
+            row("named pipe", false);
+            row("folder", false);
+            row("device", false);
+            row("someone else's link in a shared folder", false);
+            row("own link in a shared folder", true);
+            row("link in an ordinary folder", true);
+        }
+    }
+    void exportsReplaceOnlyFiles()
+    {
+        QFETCH(QString, command);
+        QFETCH(QString, target);
+        QFETCH(bool, written);
+        const bool root = ::geteuid() == 0;
+        if (!root && (target == u"device" || target.startsWith(u"someone")))
+            QSKIP("making a device or another user's link needs root");
+        QTemporaryDir dir;
+        const QString victim = dir.filePath("victim.txt");
+        const QByteArray kept = "kept as it was\n";
+        QFile victimFile(victim);
+        QVERIFY(victimFile.open(QIODevice::WriteOnly) && victimFile.write(kept) == kept.size());
+        victimFile.close();
+        const QString shared = dir.filePath("shared");
+        QVERIFY(QDir().mkpath(shared) && ::chmod(QFile::encodeName(shared), 01777) == 0);
+        const bool isLink = target.contains(u"link");
+        const QString path = (target.contains(u"shared") ? shared : dir.path()) + "/out";
+        const QByteArray native = QFile::encodeName(path);
+        if (target == u"named pipe")
+            QCOMPARE(::mkfifo(native, 0600), 0);
+        else if (target == u"folder")
+            QVERIFY(QDir().mkpath(path));
+        else if (target == u"device") // as /dev/null is
+            QCOMPARE(::mknod(native, S_IFCHR | 0666, makedev(1, 3)), 0);
+        else
+            QVERIFY(QFile::link(victim, path));
+        if (target.startsWith(u"someone"))
+            QCOMPARE(::lchown(native, 65534, 65534), 0);
+        struct stat before
+        {};
+        QCOMPARE(::lstat(native, &before), 0);
+
+        m_settings.set(SettingsKeys::favorites, twoFavorites);
+        const CommandRun run = tavlo({command, "export", path});
+        struct stat after
+        {};
+        QCOMPARE(::lstat(native, &after), 0);
+        QCOMPARE(after.st_mode & S_IFMT, before.st_mode & S_IFMT);
+        QCOMPARE(after.st_ino, before.st_ino);
+        QVERIFY(victimFile.open(QIODevice::ReadOnly));
+        const QByteArray victimNow = victimFile.readAll();
+        if (written) {
+            QCOMPARE(run.status, 0);
+            QCOMPARE(run.err, QString());
+            QVERIFY(victimNow.startsWith("BEGIN:"));
+            return;
+        }
+        QCOMPARE(run.status, 1);
+        QCOMPARE(run.out, QString());
+        QCOMPARE(run.err.count(u'\n'), 1);
+        QVERIFY2(run.err.startsWith("tavlo: could not save " + path + ": "), qPrintable(run.err));
+        QCOMPARE(victimNow, kept);
+        if (isLink)
+            QCOMPARE(QFile::symLinkTarget(path), victim);
+    }
+
     // A file that cannot be written: status 1, one line, nothing on standard
     // output.
     void unsavedFileSaysSo_data()
@@ -446,6 +534,110 @@ private slots:
         QCOMPARE(run.out, "{\"identifier\":\"birthdayReminder1\",\"fire\":\"2026-03-14T07:30:00+01:"
                           "00\",\"title\":\"День рождения\",\"body\":\"Anna отмечает сегодня "
                           "день рождения!\"}\n");
+    }
+
+    // A name is printed with its control characters as escapes by every
+    // command, so that it cannot retitle or clear the terminal.
+    void namesStayText_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+        QTest::newRow("favorites list") << QStringList{"favorites", "list"};
+        QTest::newRow("reminders") << QStringList{"reminders"};
+        QTest::newRow("reminders schedule") << QStringList{"reminders", "schedule"};
+        QTest::newRow("report --name")
+            << QStringList{"report", "--name", hostileName, "1985-03-12"};
+    }
+    void namesStayText()
+    {
+        QFETCH(QStringList, arguments);
+        beforeReminders();
+        m_settings.set(SettingsKeys::favorites, Rows{{hostileName, "2 3 1990"}});
+        const CommandRun run = tavlo(arguments);
+        QCOMPARE(run.err, QString());
+        QCOMPARE(run.status, 0);
+        QVERIFY2(run.out.contains(u"\\u001B]0;pwned\\u0007\\u001B[2J\\rEve"_qs),
+                 qPrintable(run.out));
+        for (const QChar c : run.out)
+            QVERIFY2(c == u'\n' || c == u'\t' || c.unicode() >= 0x20, qPrintable(run.out));
+    }
+
+    // --help anywhere among a command's arguments shows its help and writes
+    // nothing; after "--" it is a file's name like any other.
+    void helpWritesNoFile_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+        QTest::addColumn<QString>("written"); // the file made, if any
+        const auto row = [](const QString &command, const QString &written = {}) {
+            QTest::newRow(qPrintable(command)) << command.split(u' ') << written;
+        };
+        row("calendar export --help");
+        row("calendar export -h");
+        row("calendar export out.ics --help");
+        row("calendar export --lang de --help");
+        row("favorites export --help");
+        row("favorites export out.vcf -h");
+        row("favorites import --help");
+        row("favorites import in.vcf --help");
+        row("favorites add --help 2001-02-03");
+        row("calendar export -- --help", "--help");
+        row("favorites export -- -h", "-h");
+    }
+    void helpWritesNoFile()
+    {
+        QFETCH(QStringList, arguments);
+        QFETCH(QString, written);
+        m_settings.set(SettingsKeys::favorites, twoFavorites);
+        const qsizetype writes = m_settings.writeCount();
+        QTemporaryDir here;
+        const QString before = QDir::currentPath();
+        QDir::setCurrent(here.path());
+        const CommandRun run = tavlo(arguments);
+        QDir::setCurrent(before);
+        QCOMPARE(run.err, QString());
+        QCOMPARE(run.status, 0);
+        const QStringList files = QDir(here.path()).entryList(QDir::Files | QDir::NoDotAndDotDot);
+        QCOMPARE(m_settings.writeCount(), writes);
+        if (!written.isEmpty()) {
+            QCOMPARE(files, QStringList{written});
+            return;
+        }
+        QVERIFY2(run.out.startsWith("Usage: tavlo " + arguments[0]), qPrintable(run.out));
+        QCOMPARE(files, QStringList());
+    }
+
+    // A stored birthday that is no date: the others are printed, then one
+    // plain line names the favorite, and the status is 2.
+    void unreadableBirthdayIsNamed_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+        QTest::addColumn<QStringList>("printed"); // how each line begins
+        QTest::newRow("favorites list") << QStringList{"favorites", "list"}
+                                        << QStringList{"0\tBob\t2 3 1990\t", "2\tCleo\t5 3 1980\t"};
+        QTest::newRow("reminders")
+            << QStringList{"reminders", "--now", "2026-03-01T10:00"}
+            << QStringList{"birthdayReminder1 2026-03-02T07:30:00+01:00 Birthday Reminder: Bob "
+                           "has a birthday today!",
+                           "birthdayReminder2 2026-03-05T07:30:00+01:00 Birthday Reminder: "
+                           "Cleo has a birthday today!"};
+    }
+    void unreadableBirthdayIsNamed()
+    {
+        QFETCH(QStringList, arguments);
+        QFETCH(QStringList, printed);
+        file("config/tavlo/tavlo.conf", "[person]\n1\\1=Bob\n1\\2=2 3 1990\n1\\size=2\n"
+                                        "2\\1=Anna\n2\\2=31 2 x\n2\\size=2\n"
+                                        "3\\1=Cleo\n3\\2=5 3 1980\n3\\size=2\nsize=3\n");
+        QProcess *p = start(arguments);
+        QDir(m_files.filePath("config")).removeRecursively();
+        QCOMPARE(p->exitStatus(), QProcess::NormalExit);
+        QCOMPARE(p->readAllStandardError(),
+                 "tavlo: favorite 1 (\"Anna\") has an unreadable birthday \"31 2 x\"\n");
+        const QStringList lines =
+            QString::fromUtf8(p->readAllStandardOutput()).split(u'\n', Qt::SkipEmptyParts);
+        QCOMPARE(lines.size(), printed.size());
+        for (qsizetype i = 0; i < lines.size(); ++i)
+            QVERIFY2(lines[i].startsWith(printed[i]), qPrintable(lines[i]));
+        QCOMPARE(p->exitCode(), 2);
     }
 
     void theInstalledProgram()

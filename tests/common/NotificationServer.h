@@ -44,14 +44,20 @@ public:
         m_connection = connectionName;
         return QDBusConnection::connectToBus(m_address, connectionName).isConnected();
     }
-    // Starts the notification server and waits until it answers.
-    bool startServer()
+    // Starts the notification server and waits until it answers. It
+    // announces `capabilities` (blank-separated) in GetCapabilities; by
+    // default those of a full server, "body-markup" among them.
+    bool startServer(const QString &capabilities = {})
     {
         QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
         env.insert("DBUS_SESSION_BUS_ADDRESS", m_address);
         m_server.setProcessEnvironment(env);
         m_server.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-        m_server.start("/usr/bin/python3", {"-m", "dbusmock", "--template", "notification_daemon"});
+        QStringList arguments{"-m", "dbusmock", "--template", "notification_daemon"};
+        if (!capabilities.isEmpty())
+            arguments << "-p"
+                      << "{\"capabilities\": \"" + capabilities + "\"}";
+        m_server.start("/usr/bin/python3", arguments);
         m_earlier = 0;
         return QTest::qWaitFor([&] { return registered(); }, 20000);
     }

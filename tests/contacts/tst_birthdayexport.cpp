@@ -99,6 +99,34 @@ private slots:
     }
 
     // Both formats: CRLF after every line, none longer than 75 octets.
+    // Every name comes back exactly, whatever control characters it holds,
+    // and the file itself holds none but its line ends and the tab vCard
+    // text allows; importing it again adds nothing.
+    void namesComeBackExactly_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::newRow("carriage return") << u"Ann\rLee"_s;
+        QTest::newRow("CRLF") << u"Ann\r\nLee"_s;
+        QTest::newRow("line feed and tab") << u"Ann\nLee\tJr"_s;
+        QTest::newRow("terminal escapes") << u"\x1b]0;x\x07\x1b[2J Eve\x7f"_s;
+        QTest::newRow("long, folded") << u"\x01"_s.repeated(40) + u"Ж"_s.repeated(40);
+        QTest::newRow("markup and escapes") << u"<b>Doe</b>, Jane; \\ 100% ^n"_s;
+    }
+    void namesComeBackExactly()
+    {
+        QFETCH(QString, name);
+        const Favorite favorite{name, "12 3 1985"};
+        const QByteArray text = BirthdayExport::vCards({favorite}).text;
+        const QByteArray unfolded = QByteArray(text).replace("\r\n", "");
+        for (const char c : unfolded)
+            QVERIFY2((uchar(c) >= 0x20 || c == '\t') && c != 0x7f, text.constData());
+        const VCardReader::Result read = VCardReader::read(text);
+        QCOMPARE(read.error, VCardReader::Error::None);
+        QCOMPARE(BirthdayImport::plan(read.contacts, {}, today).additions,
+                 QList<Favorite>{favorite});
+        QCOMPARE(BirthdayImport::plan(read.contacts, {favorite}, today).summary.added, 0);
+    }
+
     void linesAreFoldedAndEndInCrlf()
     {
         for (const QByteArray &text :

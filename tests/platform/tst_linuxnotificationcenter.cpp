@@ -21,6 +21,11 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
+// Texts of a reminder with markup in them, as a vCard may bring in a name.
+const QString markupTitle = u"Reminder <b>&</b>"_s;
+const QString markupName = u"<a href=\"https://example.invalid/\">x</a> & "
+                           "<img src=\"file:///etc/passwd\"/> has a birthday today!"_s;
+
 // The notification server is a Python process on a private bus: on a busy
 // machine its answers can take seconds. Waits end as soon as they come.
 constexpr int busPatience = 20000;
@@ -113,6 +118,25 @@ class TestLinuxNotificationCenter : public QObject
         QCOMPARE(shown.actions.value(0), u"default"_s);
     }
     QString units() const { return m_dir->filePath(u"systemd/user"_s); }
+    // systemd's own reading of unit files finds nothing to complain about.
+    void verifyUnits(const QStringList &files) const
+    {
+        QProcess verify;
+        QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+        env.insert(u"XDG_RUNTIME_DIR"_s, m_dir->path()); // a user manager's paths, not its process
+        verify.setProcessEnvironment(env);
+        verify.start(u"systemd-analyze"_s,
+                     QStringList{u"--user"_s, u"--man=no"_s, u"verify"_s} + files);
+        QVERIFY(verify.waitForFinished(60000));
+        QCOMPARE(verify.readAllStandardError(), QByteArray());
+        QCOMPARE(verify.exitCode(), 0);
+    }
+    // No control character but the line ends.
+    static bool linesIntact(const QByteArray &text)
+    {
+        return std::none_of(text.begin(), text.end(),
+                            [](char c) { return (uchar(c) < 0x20 && c != '\n') || c == 0x7f; });
+    }
     SystemdTimers timers(CommandRunner *manager, const QString &program = TAVLO_EXECUTABLE)
     {
         return SystemdTimers(units(), program, {u"XDG_DATA_HOME=/home/u/data"_s}, manager);
@@ -168,7 +192,7 @@ private slots:
     {
         QTest::addColumn<bool>("active");
         QTest::addColumn<int>("answer"); // -1: no main screen to ask
-        QTest::addColumn<int>("shown");
+        QTest::addColumn<int>("expected");
         QTest::newRow("active, main screen: banner")
             << true << int(PresentationOption::Banner) << 1;
         QTest::newRow("active, another screen: banner") << true << -1 << 1;
@@ -195,12 +219,15 @@ private slots:
         clock.set(at(3, 2, 7, 30));
         center.deliverDue();
         QCOMPARE(m_store->pending().size(), 0);
-        const QList<NotificationServer::Shown> shown = shownSoFar();
-        QTEST(int(shown.size()), "shown");
+        QFETCH(int, expected);
+        QTRY_COMPARE_WITH_TIMEOUT(int(m_server.shown().size()), expected, busPatience);
+        QCOMPARE(int(shownSoFar().size()), expected);
+        const QList<NotificationServer::Shown> shown = m_server.shown();
         if (shown.isEmpty())
             return;
         QCOMPARE((QStringList{shown[0].app, shown[0].icon, shown[0].summary, shown[0].body}),
-                 (QStringList{"Tavlo", "/icons/tavlo.svg", "Birthday Reminder", body}));
+                 (QStringList{"Tavlo", "/icons/tavlo.svg", "Birthday Reminder",
+                              body.toHtmlEscaped().replace(u"&quot;"_s, u"\""_s)}));
         checkHints(shown[0], !active);
 
         // A tap on it opens Tavlo; a tap on another app's notification does not.
@@ -212,6 +239,58 @@ private slots:
         QTRY_COMPARE_WITH_TIMEOUT(opened, 1, busPatience);
         QTest::qWait(100);
         QCOMPARE(opened, 1);
+    }
+
+    // A name with markup in it is shown as typed: escaped for a server that
+    // reads the texts as markup, as it is for one that does not; whether the
+    // running app shows it or a timer does.
+    void markupInANameStaysText_data()
+    {
+        QTest::addColumn<QString>("capabilities");
+        QTest::addColumn<bool>("byTimer");
+        QTest::addColumn<QString>("summary");
+        QTest::addColumn<QString>("body");
+        const QString markupSummary = u"Reminder &lt;b&gt;&amp;&lt;/b&gt;"_s;
+        const QString markupBody =
+            u"&lt;a href=\"https://example.invalid/\"&gt;x&lt;/a&gt; &amp; "
+            "&lt;img src=\"file:///etc/passwd\"/&gt; has a birthday today!"_s;
+        QTest::newRow("markup server, app running")
+            << u"body body-markup"_s << false << markupSummary << markupBody;
+        QTest::newRow("markup server, timer")
+            << u"body body-markup"_s << true << markupSummary << markupBody;
+        QTest::newRow("plain server, app running")
+            << u"body"_s << false << markupTitle << markupName;
+        QTest::newRow("plain server, timer") << u"body"_s << true << markupTitle << markupName;
+    }
+    void markupInANameStaysText()
+    {
+        QFETCH(QString, capabilities);
+        QFETCH(bool, byTimer);
+        m_server.stopServer();
+        QVERIFY(m_server.startServer(capabilities));
+        const QDateTime fire = at(3, 2, 7, 30);
+        const PendingReminder due{
+            {u"birthdayReminder1"_s, markupTitle, markupName, CalendarTrigger::at(fire)}, fire};
+        FixedClock clock(fire.addSecs(-600));
+        if (byTimer) {
+            clock.set(fire);
+            QVERIFY(!m_store->put(due));
+            DBusNotifier notifier(QDBusConnection(u"tavlo"_s), {});
+            QCOMPARE(DeliveryCommand::deliver(due.request.identifier, *m_store, clock, notifier),
+                     0);
+        } else {
+            LinuxNotificationCenter center(*m_store, clock, options());
+            QVERIFY(!add(center, due));
+            clock.set(fire);
+            center.deliverDue();
+            QTRY_COMPARE_WITH_TIMEOUT(m_server.shown().size(), 1, busPatience);
+        }
+        const QList<NotificationServer::Shown> shown = shownSoFar();
+        m_server.stopServer();
+        QVERIFY(m_server.startServer());
+        QCOMPARE(shown.size(), 1);
+        QTEST(shown[0].summary, "summary");
+        QTEST(shown[0].body, "body");
     }
 
     void sameIdentifierReplacesAndPendingOutlivesTheApp()
@@ -392,15 +471,9 @@ private slots:
         QCOMPARE(files.value(u"timers.target.wants/tavlo-birthdayReminder1.timer"_s),
                  written[1].toUtf8());
 
-        QProcess verify;
-        QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
-        env.insert(u"XDG_RUNTIME_DIR"_s, m_dir->path()); // a user manager's paths, not its process
-        verify.setProcessEnvironment(env);
-        verify.start(u"systemd-analyze"_s,
-                     QStringList{u"--user"_s, u"--man=no"_s, u"verify"_s} + written);
-        QVERIFY(verify.waitForFinished(60000));
-        QCOMPARE(verify.readAllStandardError(), QByteArray());
-        QCOMPARE(verify.exitCode(), 0);
+        verifyUnits(written);
+        if (QTest::currentTestFailed())
+            return;
 
         // What systemd runs is the program as it is named, with its environment.
         const QByteArray service = files.value(u"tavlo-birthdayReminder1.service"_s);
@@ -408,6 +481,64 @@ private slots:
                                  "/bin dir/tavlo 100%% $HOME\" deliver-reminder "
                                  "\"birthdayReminder1\"\n"));
         QVERIFY(service.contains("\nEnvironment=\"XDG_DATA_HOME=/home/u/data\"\n"));
+    }
+
+    // A data folder's name with a carriage return, a line break, a tab or an
+    // escape sequence in it stays inside its value: a unit gets C escapes;
+    // the autostart entry gets its own escapes, and where it has none the
+    // entry is refused with one line and the old one stays.
+    void controlCharactersStayInTheirLine_data()
+    {
+        QTest::addColumn<QString>("dataHome");
+        QTest::addColumn<QString>("inUnit");
+        QTest::addColumn<QString>("inEntry"); // empty: refused
+        QTest::newRow("carriage return")
+            << u"/home/u/da\rta"_s << u"/home/u/da\\rta"_s << u"/home/u/da\\rta"_s;
+        QTest::newRow("line break and tab")
+            << u"/home/u/da\nta\tx"_s << u"/home/u/da\\nta\\tx"_s << u"/home/u/da\\nta\\tx"_s;
+        QTest::newRow("escape sequence")
+            << u"/home/u/\x1b]0;x\x07/data"_s << u"/home/u/\\x1b]0;x\\x07/data"_s << QString();
+    }
+    void controlCharactersStayInTheirLine()
+    {
+        QFETCH(QString, dataHome);
+        QFETCH(QString, inUnit);
+        QFETCH(QString, inEntry);
+        const QStringList environment{u"XDG_DATA_HOME="_s + dataHome};
+        const QList<PendingReminder> plan{reminder(u"birthdayReminder1"_s, 5)};
+        QVERIFY(!SystemdTimers(units(), TAVLO_EXECUTABLE, environment, nullptr).apply(plan));
+        const QByteArray service = snapshot(units()).value(u"tavlo-birthdayReminder1.service"_s);
+        QVERIFY2(linesIntact(service), service.constData());
+        QVERIFY2(service.contains("\nEnvironment=\"XDG_DATA_HOME=" + inUnit.toUtf8() + "\"\n"),
+                 service.constData());
+        verifyUnits({QDir(units()).absoluteFilePath(u"tavlo-birthdayReminder1.service"_s)});
+
+        const QString folder = m_dir->filePath(u"autostart"_s);
+        const QString path = QDir(folder).filePath(AutostartEntry::fileName());
+        QVERIFY(QDir().mkpath(folder));
+        QFile before(path);
+        QVERIFY(before.open(QIODevice::WriteOnly) && before.write("[Desktop Entry]\n") > 0);
+        before.close();
+        const std::optional<QString> refused =
+            AutostartEntry(folder, u"/usr/bin/tavlo"_s, environment, m_dir->filePath(u"lock"_s),
+                           nullptr)
+                .apply(plan);
+        const QByteArray entry = snapshot(folder).value(AutostartEntry::fileName());
+        if (inEntry.isEmpty()) {
+            QVERIFY(refused);
+            QVERIFY2(!refused->contains(u'\n') && refused->contains(u"XDG_DATA_HOME"_s),
+                     qPrintable(*refused));
+            QCOMPARE(entry, "[Desktop Entry]\n");
+            return;
+        }
+        QVERIFY(!refused);
+        QVERIFY2(linesIntact(entry), entry.constData());
+        QVERIFY2(entry.contains("\nExec=env \"XDG_DATA_HOME=" + inEntry.toUtf8() + "\" "),
+                 entry.constData());
+        QProcess validate;
+        validate.start(u"desktop-file-validate"_s, {path});
+        QVERIFY(validate.waitForFinished(30000));
+        QCOMPARE(validate.readAllStandardOutput(), QByteArray());
     }
 
     void onlyChangesReachTheDiskAndTheManager()

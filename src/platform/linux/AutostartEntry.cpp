@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/AutostartEntry.h"
 
+#include "core/OneLine.h"
 #include "platform/linux/PlatformFile.h"
 
 #include <QDir>
@@ -8,14 +9,18 @@
 #include <QLockFile>
 #include <QStandardPaths>
 
+#include <algorithm>
+
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
 // One argument of an Exec line: in double quotes with `"`, `` ` ``, `$` and
 // `\` escaped, "%" doubled (field codes), then the backslashes doubled as
-// every value of a desktop entry needs.
-QString execArgument(QString word)
+// every value of a desktop entry needs, and a line break, carriage return or
+// tab written as the entry's own escape (\n, \r, \t) so that it stays in its
+// line.
+QString execArgument(const QString &word)
 {
     QString escaped;
     for (const QChar c : word) {
@@ -26,7 +31,20 @@ QString execArgument(QString word)
         escaped += c;
     }
     escaped = u'"' + escaped + u'"';
-    return escaped.replace(u'\\', u"\\\\"_s).replace(u'\n', u"\\n"_s);
+    return escaped.replace(u'\\', u"\\\\"_s)
+        .replace(u'\n', u"\\n"_s)
+        .replace(u'\r', u"\\r"_s)
+        .replace(u'\t', u"\\t"_s);
+}
+
+// A desktop entry has no escape for the other control characters: such a
+// word cannot be written at all.
+bool carriable(const QString &word)
+{
+    return std::none_of(word.begin(), word.end(), [](QChar c) {
+        const char16_t u = c.unicode();
+        return (u < 0x20 && u != u'\n' && u != u'\r' && u != u'\t') || u == 0x7f;
+    });
 }
 
 } // namespace
@@ -75,6 +93,14 @@ std::optional<QString> AutostartEntry::apply(const QList<PendingReminder> &waiti
     if (waiting.isEmpty()) {
         QFile::remove(m_path);
         return std::nullopt;
+    }
+    const QStringList words = m_environment + QStringList{m_program};
+    for (const QString &word : words) {
+        if (!carriable(word)) {
+            // The entry there stays as it was.
+            return u"could not save %1: \"%2\" holds a control character that an autostart "
+                   "entry cannot carry"_s.arg(m_path, oneLine(word));
+        }
     }
     bool changed = false;
     const std::optional<QString> error = PlatformFile::update(m_path, entry(), &changed);

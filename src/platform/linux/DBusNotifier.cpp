@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/DBusNotifier.h"
 
+#include "platform/linux/NotificationMarkup.h"
+
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
 #include <QDeadlineTimer>
@@ -48,8 +50,21 @@ void DBusNotifier::probe(std::function<void(bool answered)> handler)
                      });
 }
 
-QDBusMessage DBusNotifier::message(const NotificationRequest &request,
-                                   PresentationOptions options) const
+QDBusMessage DBusNotifier::capabilitiesQuestion() const
+{
+    return QDBusMessage::createMethodCall(service, objectPath, interfaceName, u"GetCapabilities"_s);
+}
+
+bool DBusNotifier::doesMarkup(const QDBusMessage &capabilities)
+{
+    // A server that does not answer is asked for nothing fancy: plain text.
+    return capabilities.type() == QDBusMessage::ReplyMessage &&
+           capabilities.arguments().value(0).toStringList().contains(
+               QString::fromUtf16(NotificationMarkup::bodyMarkupCapability));
+}
+
+QDBusMessage DBusNotifier::message(const NotificationRequest &request, PresentationOptions options,
+                                   bool serverDoesMarkup) const
 {
     QVariantMap hints;
     // Desktops group the reminders under the app, and open it from there.
@@ -63,7 +78,9 @@ QDBusMessage DBusNotifier::message(const NotificationRequest &request,
     QDBusMessage message =
         QDBusMessage::createMethodCall(service, objectPath, interfaceName, u"Notify"_s);
     // "default" is the tap on the notification itself: it opens Tavlo.
-    message << appName << uint(0) << m_iconPath << request.title << request.body
+    message << appName << uint(0) << m_iconPath
+            << NotificationMarkup::forServer(request.title, serverDoesMarkup)
+            << NotificationMarkup::forServer(request.body, serverDoesMarkup)
             << QStringList{u"default"_s, appName} << hints << int(-1);
     return message;
 }
@@ -75,24 +92,34 @@ void DBusNotifier::notify(const NotificationRequest &request, PresentationOption
                  qPrintable(request.identifier));
         return;
     }
-    auto *watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(message(request, options)), this);
-    QObject::connect(watcher, &QDBusPendingCallWatcher::finished, this,
-                     [this, options, identifier = request.identifier](QDBusPendingCallWatcher *w) {
-                         w->deleteLater();
-                         const QDBusPendingReply<uint> reply = *w;
-                         if (reply.isError()) {
-                             qWarning("tavlo: the reminder %s could not be shown: %s",
-                                      qPrintable(identifier), qPrintable(reply.error().message()));
-                             return;
-                         }
-                         shown(reply.value(), options);
-                     });
+    auto *asked = new QDBusPendingCallWatcher(m_bus.asyncCall(capabilitiesQuestion()), this);
+    QObject::connect(
+        asked, &QDBusPendingCallWatcher::finished, this,
+        [this, request, options](QDBusPendingCallWatcher *capabilities) {
+            capabilities->deleteLater();
+            const bool markup = doesMarkup(capabilities->reply());
+            auto *watcher = new QDBusPendingCallWatcher(
+                m_bus.asyncCall(message(request, options, markup)), this);
+            QObject::connect(
+                watcher, &QDBusPendingCallWatcher::finished, this,
+                [this, options, identifier = request.identifier](QDBusPendingCallWatcher *w) {
+                    w->deleteLater();
+                    const QDBusPendingReply<uint> reply = *w;
+                    if (reply.isError()) {
+                        qWarning("tavlo: the reminder %s could not be shown: %s",
+                                 qPrintable(identifier), qPrintable(reply.error().message()));
+                        return;
+                    }
+                    shown(reply.value(), options);
+                });
+        });
 }
 
 std::variant<uint, QString> DBusNotifier::notifyAndWait(const NotificationRequest &request,
                                                         PresentationOptions options)
 {
-    const QDBusMessage reply = m_bus.call(message(request, options), QDBus::Block, 10'000);
+    const bool markup = doesMarkup(m_bus.call(capabilitiesQuestion(), QDBus::Block, 10'000));
+    const QDBusMessage reply = m_bus.call(message(request, options, markup), QDBus::Block, 10'000);
     if (reply.type() != QDBusMessage::ReplyMessage)
         return reply.errorMessage();
     const uint id = reply.arguments().value(0).toUInt();

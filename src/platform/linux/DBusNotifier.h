@@ -11,7 +11,9 @@
 
 // Shows reminders as freedesktop notifications (org.freedesktop.Notifications)
 // over a D-Bus connection, with Tavlo's name, icon and desktop entry, and
-// learns when the person taps one.
+// learns when the person taps one. Each notification first asks the server
+// whether it reads markup (it may have been replaced since the last one) and
+// escapes the texts for it when it does.
 class DBusNotifier final : public QObject
 {
     Q_OBJECT
@@ -41,7 +43,10 @@ private slots:
     void notificationClosed(uint id, uint reason);
 
 private:
-    QDBusMessage message(const NotificationRequest &request, PresentationOptions options) const;
+    QDBusMessage capabilitiesQuestion() const;
+    static bool doesMarkup(const QDBusMessage &capabilities);
+    QDBusMessage message(const NotificationRequest &request, PresentationOptions options,
+                         bool serverDoesMarkup) const;
     void shown(uint id, PresentationOptions options);
 
     QDBusConnection m_bus;

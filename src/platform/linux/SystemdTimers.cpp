@@ -27,14 +27,32 @@ QString calendarText(const QDateTime &moment)
 // One word of a unit file's command line or assignment, in double quotes:
 // backslashes and quotes escaped, "%" (specifiers) doubled, and in a
 // command's arguments "$" (variables) doubled too; the program's own name
-// is never expanded.
-QString quoted(QString word, bool command)
+// is never expanded. Control characters (a folder's name may hold a line
+// break or a carriage return) are written as C escapes, which systemd
+// decodes inside quotes, so the word stays on its line.
+QString quoted(const QString &word, bool command)
 {
-    word.replace(u'\\', u"\\\\"_s).replace(u'"', u"\\\""_s).replace(u'%', u"%%"_s);
-    word.replace(u'\n', u"\\n"_s);
-    if (command)
-        word.replace(u'$', u"$$"_s);
-    return u'"' + word + u'"';
+    QString result = u"\""_s;
+    for (const QChar c : word) {
+        const char16_t u = c.unicode();
+        if (u == u'\\' || u == u'"')
+            result += u'\\' + QString(c);
+        else if (u == u'%')
+            result += u"%%"_s;
+        else if (u == u'$' && command)
+            result += u"$$"_s;
+        else if (u == u'\n')
+            result += u"\\n"_s;
+        else if (u == u'\r')
+            result += u"\\r"_s;
+        else if (u == u'\t')
+            result += u"\\t"_s;
+        else if (u < 0x20 || u == 0x7f)
+            result += u"\\x%1"_s.arg(uint(u), 2, 16, QChar(u'0'));
+        else
+            result += c;
+    }
+    return result + u'"';
 }
 
 } // namespace
