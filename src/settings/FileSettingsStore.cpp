@@ -218,7 +218,10 @@ void FileSettingsStore::reloadIfReplaced()
     const std::optional<FileVersion> version = currentVersion();
     if (m_loaded && version == m_seen && !m_memoryStale)
         return;
-    m_memoryStale = false;
+    // Our changes not yet written are put back on top below, as they are:
+    // until they are written (and merged), our values may still lack what
+    // another process added.
+    m_memoryStale = !m_unsaved.isEmpty();
     std::optional<Contents> ahead = m_loaded ? std::nullopt : takeReadAhead(m_path);
     Contents contents =
         ahead && ahead->version == version ? std::move(*ahead) : readFile(m_path, version);
