@@ -49,6 +49,13 @@ Alert {
             Layout.fillWidth: true
             implicitHeight: 170
 
+            Timer {
+                id: placeDayAgain
+
+                interval: 0
+                onTriggered: wheels.placeDay(Math.min(dialog.day, wheels.dayCount))
+            }
+
             DateWheelRow {
                 id: wheels
 
@@ -60,8 +67,8 @@ Alert {
                 monthWidth: 130
                 yearWidth: 70
                 wheelNames: ["editDayWheel", "editMonthWheel", "editYearWheel"]
-                onDayCountChanged: wheels.setDate(Math.min(dialog.day, wheels.dayCount), wheels.month,
-                                                  wheels.year)
+                // Once the wheel has taken its new labels.
+                onDayCountChanged: placeDayAgain.restart()
                 onDayMovingChanged: if (!wheels.dayMoving) dialog.day = wheels.day
                 onDateRequested: (day, month, year) => {
                     if (day !== wheels.day)

@@ -123,9 +123,11 @@ void FavViewController::reloadRows()
         FavoriteCard card =
             FavoriteCards::card(favorite, now, session.language(), session.formatLocale,
                                 showWeekday, session.settings.value(SettingsKeys::star));
-        if (!card.readable)
+        if (!card.readable) {
+            const QString label = session.strings[UiText::UnreadableBirthday];
             card.birthdayText =
-                session.strings[UiText::UnreadableBirthday] + u": "_s + card.birthdayText;
+                card.birthdayText.isEmpty() ? label : label + u": "_s + card.birthdayText;
+        }
         card.spoken = FavoriteCards::spokenRow(card, session.strings, spokenNames);
         return card;
     });

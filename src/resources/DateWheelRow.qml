@@ -49,6 +49,13 @@ Item {
         dayWheel.currentIndex = Qt.binding(() => row.shownDay - 1)
     }
 
+    // Stands the day wheel on `day` at once. New day labels (another month)
+    // leave the wheel drawn on the first day even where its index is kept.
+    function placeDay(day) {
+        dayWheel.currentIndex = day - 1
+        dayWheel.positionViewAtIndex(day - 1, Tumbler.Center)
+    }
+
     // Stands the wheels on a date at once, without a ride across the years.
     function jumpTo(day, month, year) {
         setDate(day, month, year)

@@ -147,11 +147,11 @@ const std::array<Row, UiTextCount> &rows()
         {u"born %1"_s, u"geboren %1"_s, u"год рождения: %1"_s},
         {u"OK"_s, u"OK"_s, u"ОК"_s},
         {u"The saved settings were damaged. Tavlo kept every favorite it could read and "
-         u"keeps the damaged file beside them."_s,
+         u"keeps a copy of the damaged file."_s,
          u"Die gespeicherten Einstellungen waren beschädigt. Tavlo hat jeden lesbaren "
-         u"Favoriten behalten und bewahrt die beschädigte Datei daneben auf."_s,
+         u"Favoriten behalten und bewahrt eine Kopie der beschädigten Datei auf."_s,
          u"Сохранённые настройки были повреждены. Tavlo сохранил всё избранное, что удалось "
-         u"прочитать, и хранит повреждённый файл рядом."_s},
+         u"прочитать, и хранит копию повреждённого файла."_s},
         {u"Your saved birthdays cannot be read (%1). Nothing is saved until this is fixed."_s,
          u"Ihre gespeicherten Geburtstage können nicht gelesen werden (%1). Bis das behoben "
          u"ist, wird nichts gespeichert."_s,

@@ -125,7 +125,7 @@ private slots:
                            "[person]: its size is missing",
                            {}}
             << "Die gespeicherten Einstellungen waren beschädigt. Tavlo hat jeden lesbaren "
-               "Favoriten behalten und bewahrt die beschädigte Datei daneben auf."
+               "Favoriten behalten und bewahrt eine Kopie der beschädigten Datei auf."
             << "/c/tavlo.conf is damaged: [person]: its size is missing";
         QTest::newRow("unreadable")
             << StoredState{StoredState::Kind::Unreadable, "/c/tavlo.conf", "Permission denied", {}}
