@@ -382,6 +382,40 @@ private slots:
         QTRY_VERIFY(h->opened("importSummary"));
     }
 
+    // The edit dialog's day wheel shows the favorite's own day when the
+    // dialog first opens, even in a month with fewer days than the one the
+    // wheels stood on: what the person sees is what OK stores.
+    void editDialogShowsTheDayOfAShorterMonth()
+    {
+        h->settings.set(favorites, Rows{{"Dora", "15 11 1990"}});
+        start();
+        QVERIFY(QMetaObject::invokeMethod(c, "longPressed", Q_ARG(int, 0)));
+        QTRY_VERIFY(h->opened("editDialog"));
+        QQuickItem *wheel = h->find("editDayWheel");
+        // The label drawn at the wheel's middle.
+        const auto shownDay = [&] {
+            QString shown;
+            qreal nearest = wheel->height();
+            for (QList<QQuickItem *> scene{wheel}; !scene.isEmpty();) {
+                QQuickItem *item = scene.takeLast();
+                scene.append(item->childItems());
+                const QString text = item->property("text").toString();
+                if (!item->isVisible() || text.isEmpty() || !item->inherits("QQuickText"))
+                    continue;
+                const qreal apart =
+                    std::abs(item->mapToItem(wheel, QPointF(0, item->height() / 2)).y() -
+                             wheel->height() / 2);
+                if (apart < nearest) {
+                    nearest = apart;
+                    shown = text;
+                }
+            }
+            return shown;
+        };
+        QTRY_COMPARE(shownDay(), "15");
+        QCOMPARE(wheel->property("currentIndex").toInt(), 14);
+    }
+
     // A birthday that cannot be read is listed as such, with no age or
     // sign, and a tap opens it to be fixed: the wheels start at today and
     // the fixed date is stored.
