@@ -93,35 +93,17 @@ QList<QStringList> merged(const QList<QStringList> &base, const QList<QStringLis
     return result;
 }
 
-// The rows of the stored list, as the settings store keeps them: a list of
-// lists of texts. Nothing for a value that is no such list.
-std::optional<QList<QStringList>> rowsOf(const QVariant &stored)
-{
-    if (stored.typeId() != QMetaType::QVariantList)
-        return std::nullopt;
-    QList<QStringList> rows;
-    for (const QVariant &row : stored.toList()) {
-        if (row.typeId() != QMetaType::QVariantList && row.typeId() != QMetaType::QStringList)
-            return std::nullopt;
-        rows.append(row.toStringList());
-    }
-    return rows;
-}
-
 // Our change of the list put together with what another process did to it
 // meanwhile, as a change made here is (merged()). The settings store calls
 // it when it writes, on its own thread.
 QVariant mergedStored(const QVariant &base, const QVariant &ours, const QVariant &theirs)
 {
-    const std::optional<QList<QStringList>> changed = rowsOf(ours);
-    const std::optional<QList<QStringList>> stored = rowsOf(theirs);
+    const std::optional<QList<QStringList>> changed = SettingsStore::tableOf(ours);
+    const std::optional<QList<QStringList>> stored = SettingsStore::tableOf(theirs);
     if (!changed || !stored)
         return ours;
-    QVariantList rows;
-    for (const QStringList &row :
-         merged(rowsOf(base).value_or(QList<QStringList>()), *changed, *stored))
-        rows.append(QVariant(QVariantList(row.cbegin(), row.cend())));
-    return rows;
+    return SettingsStore::storedTable(
+        merged(SettingsStore::tableOf(base).value_or(QList<QStringList>()), *changed, *stored));
 }
 
 FavoritesStore::ChangeListener &changeListener()

@@ -171,10 +171,8 @@ WriteResult FileSettingsStore::keepDamagedCopy(const QByteArray &text)
     for (int n = 2; QFileInfo::exists(copy); ++n)
         copy = base + u'-' + QString::number(n);
     const WriteResult kept = m_writer.write(copy, text);
-    if (kept) {
+    if (kept)
         m_state.keptCopy = copy;
-        m_damagedText.clear();
-    }
     return kept;
 }
 
@@ -226,11 +224,10 @@ void FileSettingsStore::reloadIfReplaced()
     Contents contents =
         ahead && ahead->version == version ? std::move(*ahead) : readFile(m_path, version);
     m_values = std::move(contents.values);
-    const QString keptCopy = m_state.keptCopy;
-    m_state = {contents.kind, m_path, contents.problem, {}};
-    // A copy kept of this very damage stays named.
-    if (contents.kind == StoredState::Kind::Damaged && contents.damagedText == m_damagedText)
-        m_state.keptCopy = keptCopy;
+    // The same damage read again (our write after the copy failed) is kept
+    // once only.
+    const QString keptCopy = contents.damagedText == m_damagedText ? m_state.keptCopy : QString();
+    m_state = {contents.kind, m_path, contents.problem, keptCopy};
     m_damagedText = std::move(contents.damagedText);
     for (auto it = m_unsaved.cbegin(); it != m_unsaved.cend(); ++it) {
         removeGroup(m_values, it.key());

@@ -115,7 +115,11 @@ std::optional<QStringList> SettingsStore::value(const StringListKey &key) const
 
 std::optional<QList<QStringList>> SettingsStore::value(const StringTableKey &key) const
 {
-    const QVariant stored = read(key.name);
+    return tableOf(read(key.name));
+}
+
+std::optional<QList<QStringList>> SettingsStore::tableOf(const QVariant &stored)
+{
     if (stored.typeId() != QMetaType::QVariantList)
         return std::nullopt;
     const QVariantList rows = stored.toList();
@@ -156,6 +160,11 @@ WriteResult SettingsStore::set(const StringListKey &key, const QStringList &valu
 
 WriteResult SettingsStore::set(const StringTableKey &key, const QList<QStringList> &value)
 {
+    return store(key.name, storedTable(value));
+}
+
+QVariant SettingsStore::storedTable(const QList<QStringList> &value)
+{
     QVariantList rows;
     rows.reserve(value.size());
     for (const QStringList &row : value) {
@@ -165,5 +174,5 @@ WriteResult SettingsStore::set(const StringTableKey &key, const QList<QStringLis
             strings.append(item);
         rows.append(QVariant(strings));
     }
-    return store(key.name, rows);
+    return rows;
 }

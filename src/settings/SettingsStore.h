@@ -63,6 +63,10 @@ public:
     // our change, ours and theirs, the value to store. Without one, ours
     // stands. Stores that no other process shares need none.
     using Merge = QVariant (*)(const QVariant &base, const QVariant &ours, const QVariant &theirs);
+    // A table as the store holds it, and back: for merges, which see stored
+    // values. Nothing for a value that is no table.
+    static std::optional<QList<QStringList>> tableOf(const QVariant &stored);
+    static QVariant storedTable(const QList<QStringList> &table);
     virtual void setMerge(const QString &key, Merge merge)
     {
         Q_UNUSED(key);
