@@ -96,6 +96,16 @@ QList<Finding> findings(QQuickWindow *window, bool popups)
              !item->property("text").toString().trimmed().isEmpty()))
             marks.append(item);
     }
+    // Only the marks looked at are hidden: a text of the screen under a
+    // popup's rounded corner is not a glyph of the popup's title.
+    const auto inPopup = [](const QQuickItem *mark) {
+        for (const QQuickItem *up = mark; up; up = up->parentItem()) {
+            if (up->inherits("QQuickPopupItem"))
+                return true;
+        }
+        return false;
+    };
+    marks.removeIf([&](const QQuickItem *mark) { return inPopup(mark) != popups; });
     const QImage shown = window->grabWindow();
     // A source an effect hides is left out of drawing only: its place in the
     // layout and its bindings stay as they are.
@@ -113,17 +123,15 @@ QList<Finding> findings(QQuickWindow *window, bool popups)
     for (const QQuickItem *mark : std::as_const(marks)) {
         QRectF area = mark->mapRectToScene(mark->boundingRect() |
                                            QRectF(0, 0, mark->width(), mark->height()));
-        bool inPopup = false;
         const QColor c = mark->property("color").value<QColor>();
         double alpha = c.alphaF();
         for (const QQuickItem *up = mark; up; up = up->parentItem()) {
             alpha *= up->opacity();
             if (up->clip())
                 area &= up->mapRectToScene(up->boundingRect());
-            inPopup = inPopup || up->inherits("QQuickPopupItem");
         }
         const QRect rect = area.toAlignedRect() & behind.rect();
-        if (rect.isEmpty() || !mark->isEnabled() || inPopup != popups)
+        if (rect.isEmpty() || !mark->isEnabled())
             continue;
         // Under its glyphs; where none differ from what is behind, all of it.
         QSet<QRgb> under, all;

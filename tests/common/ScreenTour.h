@@ -7,7 +7,8 @@
 #include <functional>
 
 // The whole app, every screen, dialog and menu shown in turn with a list of
-// favorites whose names need every bundled face (a sign, an emoji, markup),
+// favorites whose names need every bundled face (a sign, an emoji, markup)
+// and one whose birthday cannot be read (listed as such, and told of),
 // so that a test can look at each. `look` is called with the screen's name
 // and whether it is a popup, while it is shown and still. The harness's
 // settings take the theme `theme` and every switch on; the app speaks
@@ -25,7 +26,8 @@ public:
         settings.set(favorites, {{u"Anna"_qs, u"12 3 1985"_qs},
                                  {u"<i>Zoë</i> 🎂"_qs, u"29 2 1996"_qs},
                                  {u"Max Mustermann"_qs, u"24 12 1970"_qs},
-                                 {u"Bob"_qs, u"1 1 2000"_qs}});
+                                 {u"Bob"_qs, u"1 1 2000"_qs},
+                                 {u"Cleo"_qs, u"soon"_qs}});
         settings.set(color, theme);
         for (const BooleanKey &key :
              {firstStartDone, moreDetails, star, handOverPending, handOverMovePicker})
