@@ -8,6 +8,10 @@ Window {
 
     // Makes each screen's controller; the app hands it over.
     required property ScreenFactory screens
+    // A notice shown before the window had the focus (what was wrong with
+    // the stored data, at start) appears once it has it: a screen reader
+    // reads what appears in the window it follows, not what was there.
+    property bool hasHadFocus: false
 
     width: 390
     height: 844
@@ -16,6 +20,7 @@ Window {
     visible: true
     title: "Tavlo"
     color: "black"
+    onActiveChanged: if (active) hasHadFocus = true
 
     ScreenHost {
         objectName: "screenHost"
@@ -37,7 +42,7 @@ Window {
         height: noticeText.implicitHeight + 20
         radius: 12
         color: window.screens.saveNoticeColor
-        opacity: window.screens.saveNoticeShown ? 1 : 0
+        opacity: window.screens.saveNoticeShown && window.hasHadFocus ? 1 : 0
         visible: opacity > 0
 
         Behavior on opacity {
@@ -57,7 +62,7 @@ Window {
             horizontalAlignment: Text.AlignHCenter
             color: "white"
             font.pixelSize: 15
-            Accessible.role: Accessible.AlertMessage
+            Accessible.role: Accessible.Notification
             Accessible.name: text
         }
     }
