@@ -6,6 +6,7 @@
 #include "contacts/BirthdayExport.h"
 #include "contacts/BirthdayImport.h"
 #include "core/Clock.h"
+#include "core/DayOfBirth.h"
 #include "core/FatalError.h"
 #include "favorites/FavoriteCard.h"
 #include "favorites/FavoritesStore.h"
@@ -19,6 +20,7 @@ namespace {
 
 const char *const help = R"(Usage: tavlo favorites list [--json]
        tavlo favorites add NAME YYYY-MM-DD
+       tavlo favorites add NAME --MM-DD
        tavlo favorites remove INDEX
        tavlo favorites import FILE...
        tavlo favorites import --contacts
@@ -27,33 +29,39 @@ const char *const help = R"(Usage: tavlo favorites list [--json]
 The saved birthdays, as the app keeps them.
 
   list     One line per favorite in stored order, fields separated by tabs:
-           index, name as stored, birthday text ("12 3 1985"), age in whole
-           years, sign key, and a star when the birthday is still to come
+           index, name as stored, birthday text ("12 3 1985", or "12 3"
+           when the year is not known), age in whole years (empty without
+           a year), sign key, and a star when the birthday is still to come
            this year; line breaks, tabs and other control characters in a
            name show as \n, \t, \u001B. --json prints one object per line
-           with the keys index, name, birthday, age, signKey, star (true or
-           false), the name exactly as stored. A favorite whose stored
+           with the keys index, name, birthday, age (null without a year),
+           signKey, star (true or false), the name exactly as stored. A favorite whose stored
            birthday cannot be read is named in one line on standard error
            after the others are listed, and the status is 2.
   add      Adds a favorite at the end of the list, as the app's add dialog
-           does: a name of only blanks is stored as "Unknown".
+           does: a name of only blanks is stored as "Unknown". --MM-DD
+           (--04-15) adds a birthday whose year is not known.
   remove   Removes the favorite at INDEX (counted from 0, as list shows).
   import   Adds the birthdays of vCard files (2.1, 3.0 or 4.0; "-" reads
            standard input), or with --contacts those of the phone's address
            books: Plasma Mobile's folder ~/.local/share/kpeoplevcard and
            evolution-data-server's address books (Phosh, GNOME). The name is
            FN, or the given and family names of N; the birthday is BDAY.
-           A card whose name and birthday a favorite has already is not
-           added again, so importing the same file twice adds nothing.
-           Cards without a birthday, without a birth year, with an
-           impossible or unreadable date, or with a date in the future are
-           skipped. One line says what happened, for example
-             tavlo: 8 added, 1 already there, 4 skipped (1 no birthday, 2 no
-             birth year, 1 impossible date)
+           A birthday without a year (--0415, a year marked with
+           X-APPLE-OMIT-YEAR, or the placeholder years 1604, 0000 and 0001)
+           is kept as a day and month. A card whose UID is a favorite's
+           (one Tavlo exported), or whose name and birthday a favorite has
+           already, is not added again, so importing the same file twice
+           adds nothing. Cards without a birthday, with an impossible or
+           unreadable date, or with a date in the future are skipped. One
+           line says what happened, for example
+             tavlo: 8 added, 1 already there, 4 skipped (1 no birthday, 2
+             impossible date, 1 date in the future)
            A file that is no vCard, is cut off inside a card, or cannot be
            read changes nothing: one line on standard error names it.
-  export   Writes every favorite as a vCard 4.0 card (FN, BDAY and a UID
-           that stays the same from one export to the next); "-" writes to
+  export   Writes every favorite as a vCard 4.0 card (FN, BDAY, --0415
+           without a year, and the favorite's identity as UID, the same
+           from one export to the next and through renames); "-" writes to
            standard output. Import reads it back unchanged. Only a regular
            file is replaced: a folder, a named pipe or a device is refused,
            and so is a link in a shared folder such as /tmp that belongs to
@@ -134,8 +142,9 @@ int FavoritesCommand::list(const QStringList &arguments)
             // favorite on one line of fields (and a terminal's escape
             // sequences in it stay text).
             m_context.out << i << '\t' << oneLine(favorite.name) << '\t'
-                          << oneLine(favorite.birthday) << '\t' << card.age << '\t' << card.signKey
-                          << '\t' << (star ? u"★"_s : QString()) << '\n';
+                          << oneLine(favorite.birthday) << '\t'
+                          << (card.age ? QString::number(*card.age) : QString()) << '\t'
+                          << card.signKey << '\t' << (star ? u"★"_s : QString()) << '\n';
         }
     }
     m_context.out.flush();
@@ -147,7 +156,20 @@ int FavoritesCommand::add(const QStringList &given)
     // "--" first lets a name begin with "-".
     const QStringList arguments = given.value(0) == u"--" ? given.mid(1) : given;
     if (arguments.size() != 2)
-        return fail(u"add takes a NAME and a date YYYY-MM-DD"_s);
+        return fail(u"add takes a NAME and a date YYYY-MM-DD or --MM-DD"_s);
+    static const QRegularExpression withoutYear(
+        QRegularExpression::anchoredPattern(u"--(\\d{2})-(\\d{2})"_s));
+    if (const QRegularExpressionMatch match = withoutYear.match(arguments.at(1));
+        match.hasMatch()) {
+        const std::optional<DayOfBirth> day =
+            DayOfBirth::withoutYear(match.captured(2).toInt(), match.captured(1).toInt());
+        if (!day)
+            return fail(u"\"%1\" is no day of any year"_s.arg(arguments.at(1)));
+        FavoritesStore favorites(m_context.settings);
+        favorites.load();
+        return finishChange(
+            m_context, favorites.append(arguments.at(0), day->day(), day->month(), std::nullopt));
+    }
     // Anchored: "$" alone would let a line break end the text.
     static const QRegularExpression shape(
         QRegularExpression::anchoredPattern(u"(\\d{4})-(\\d{2})-(\\d{2})"_s));
@@ -157,7 +179,7 @@ int FavoritesCommand::add(const QStringList &given)
             ? QDate(match.captured(1).toInt(), match.captured(2).toInt(), match.captured(3).toInt())
             : QDate();
     if (!date.isValid())
-        return fail(u"\"%1\" is not a date YYYY-MM-DD"_s.arg(arguments.at(1)));
+        return fail(u"\"%1\" is not a date YYYY-MM-DD or --MM-DD"_s.arg(arguments.at(1)));
 
     FavoritesStore favorites(m_context.settings);
     favorites.load();
@@ -222,9 +244,13 @@ int FavoritesCommand::importCards(const QStringList &arguments)
     }
 
     FavoritesStore favorites(m_context.settings);
-    const ImportSummary summary =
+    const BirthdayImport::Imported imported =
         BirthdayImport::importInto(favorites, contacts, m_context.clock.now().date());
-    m_context.out << "tavlo: " << BirthdayImport::summaryText(summary, UiStrings()) << '\n';
+    // Nothing is said to be added that did not reach the disk.
+    if (!imported.stored)
+        return finishChange(m_context, imported.stored);
+    m_context.out << "tavlo: " << BirthdayImport::summaryText(imported.summary, UiStrings())
+                  << '\n';
     m_context.out.flush();
     return ExitStatus::ok;
 }

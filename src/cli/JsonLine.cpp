@@ -42,3 +42,12 @@ JsonLine &JsonLine::addBoolean(const QString &key, bool value)
     m_members += value ? QStringLiteral("true") : QStringLiteral("false");
     return *this;
 }
+
+JsonLine &JsonLine::add(const QString &key, std::optional<qint64> value)
+{
+    if (value)
+        return add(key, *value);
+    addKey(key);
+    m_members += QStringLiteral("null");
+    return *this;
+}

@@ -2,14 +2,14 @@
 #include "cli/UnreadableBirthdays.h"
 
 #include "cli/CommandLine.h"
-#include "core/DatePattern.h"
+#include "core/DayOfBirth.h"
 #include "core/OneLine.h"
 
 using namespace Qt::Literals::StringLiterals;
 
 bool UnreadableBirthdays::check(qsizetype index, const Favorite &favorite)
 {
-    if (DatePattern::stored().parse(favorite.birthday))
+    if (DayOfBirth::fromStored(favorite.birthday))
         return true;
     m_lines.append(
         u"tavlo: favorite %1 (\"%2\") has an unreadable birthday \"%3\""_s.arg(index).arg(

@@ -159,7 +159,7 @@ QString BirthdayCalendar::setEnabled(bool on)
         for (const QStringList &row :
              m_settings.value(SettingsKeys::favorites).value_or(QList<QStringList>())) {
             if (row.size() >= 2)
-                favorites.append({row.at(0), row.at(1)});
+                favorites.append({row.at(0), row.at(1), row.value(2)});
         }
         return publish(contents(favorites));
     }

@@ -2,18 +2,15 @@
 #include "contacts/BirthdayExport.h"
 
 #include "core/DatePattern.h"
+#include "core/DayOfBirth.h"
 
 #include <QHash>
-#include <QUuid>
 
 #include <algorithm>
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
-
-// Tavlo's own namespace for name-based UUIDs of its birthdays.
-const QUuid uidNamespace(u"6f1b0c2e-5a4d-4c1e-9a7b-3d2f8e6c1a90"_s);
 
 // A content line, CRLF-ended and folded so that no line is longer than 75
 // octets; a fold never splits a UTF-8 character.
@@ -83,14 +80,18 @@ QString formattedNameLine(const QString &name)
            QString::fromLatin1(name.toUtf8().toPercentEncoding()) + u':' + escaped(name);
 }
 
-std::optional<QDate> birthDate(const Favorite &favorite)
-{
-    return DatePattern::stored().parse(favorite.birthday);
-}
-
 QString basicDate(QDate date)
 {
     return DatePattern(u"yyyyMMdd").format(date);
+}
+
+// BDAY's value: "19850312", or "--0312" without a year (vCard 4.0's form
+// for a date whose year is not known).
+QString birthdayValue(const DayOfBirth &day)
+{
+    if (const std::optional<QDate> date = day.date())
+        return basicDate(*date);
+    return DatePattern(u"--MMdd").format(day.inLeapYear());
 }
 
 // The name as the list shows it: trailing blanks gone, "Unknown" for none.
@@ -102,20 +103,27 @@ QString shownName(const QString &name)
     return end == 0 ? u"Unknown"_s : name.first(end);
 }
 
-// Walks the favorites that can be written, with the UID each gets.
+// Walks the favorites that can be written, with the UID each has: its own
+// identity.
 template <typename Write>
 BirthdayExport::Output eachFavorite(const QList<Favorite> &favorites, Write write)
 {
     BirthdayExport::Output output;
     QHash<QString, int> seen;
     for (const Favorite &favorite : favorites) {
-        const std::optional<QDate> date = birthDate(favorite);
-        if (!date) {
+        const std::optional<DayOfBirth> day = DayOfBirth::fromStored(favorite.birthday);
+        if (!day) {
             ++output.unreadable;
             continue;
         }
+        // A favorite that was never stored has no identity yet; it gets the
+        // one the store would give it.
         int &repeat = seen[favorite.name + u'\x1f' + favorite.birthday];
-        write(output.text, favorite, *date, BirthdayExport::uid(favorite, repeat++));
+        const QString id = favorite.id.isEmpty()
+                               ? FavoritesStore::derivedId(favorite.name, favorite.birthday, repeat)
+                               : favorite.id;
+        ++repeat;
+        write(output.text, favorite, *day, id);
         ++output.written;
     }
     return output;
@@ -125,25 +133,17 @@ BirthdayExport::Output eachFavorite(const QList<Favorite> &favorites, Write writ
 
 namespace BirthdayExport {
 
-QString uid(const Favorite &favorite, int repeat)
-{
-    QString base = favorite.name + u'\n' + favorite.birthday;
-    if (repeat > 0)
-        base += u'\n' + QString::number(repeat);
-    return QUuid::createUuidV5(uidNamespace, base).toString(QUuid::WithoutBraces);
-}
-
 Output vCards(const QList<Favorite> &favorites)
 {
-    return eachFavorite(
-        favorites, [](QByteArray &out, const Favorite &favorite, QDate date, const QString &id) {
-            appendLine(out, u"BEGIN:VCARD"_s);
-            appendLine(out, u"VERSION:4.0"_s);
-            appendLine(out, u"UID:urn:uuid:"_s + id);
-            appendLine(out, formattedNameLine(favorite.name));
-            appendLine(out, u"BDAY:"_s + basicDate(date));
-            appendLine(out, u"END:VCARD"_s);
-        });
+    return eachFavorite(favorites, [](QByteArray &out, const Favorite &favorite,
+                                      const DayOfBirth &day, const QString &id) {
+        appendLine(out, u"BEGIN:VCARD"_s);
+        appendLine(out, u"VERSION:4.0"_s);
+        appendLine(out, u"UID:urn:uuid:"_s + id);
+        appendLine(out, formattedNameLine(favorite.name));
+        appendLine(out, u"BDAY:"_s + birthdayValue(day));
+        appendLine(out, u"END:VCARD"_s);
+    });
 }
 
 Output calendar(const QList<Favorite> &favorites, const UiStrings &strings, const QDateTime &stamp)
@@ -154,8 +154,13 @@ Output calendar(const QList<Favorite> &favorites, const UiStrings &strings, cons
     appendLine(head, u"VERSION:2.0"_s);
     appendLine(head, u"PRODID:-//Tavlo//Birthdays//EN"_s);
     appendLine(head, u"CALSCALE:GREGORIAN"_s);
+    const int thisYear = stamp.toLocalTime().date().year();
     Output output = eachFavorite(favorites, [&](QByteArray &out, const Favorite &favorite,
-                                                QDate date, const QString &id) {
+                                                const DayOfBirth &day, const QString &id) {
+        // Without a year the series starts with this year's birthday (on
+        // 1 March for 29 February in a common year, as below).
+        const QDate date =
+            day.date().value_or(QDate(thisYear, day.month(), 1).addDays(day.day() - 1));
         appendLine(out, u"BEGIN:VEVENT"_s);
         appendLine(out, u"UID:"_s + id);
         appendLine(out, u"DTSTAMP:"_s + dtstamp);
@@ -167,8 +172,9 @@ Output calendar(const QList<Favorite> &favorites, const UiStrings &strings, cons
         appendLine(out, leapDay ? u"RRULE:FREQ=YEARLY;BYYEARDAY=60"_s : u"RRULE:FREQ=YEARLY"_s);
         appendLine(out, u"SUMMARY:"_s + escaped(strings[UiText::CalendarBirthdayOf].arg(
                                             shownName(favorite.name))));
-        appendLine(out,
-                   u"DESCRIPTION:"_s + escaped(strings[UiText::CalendarBornIn].arg(date.year())));
+        if (day.hasYear())
+            appendLine(out, u"DESCRIPTION:"_s +
+                                escaped(strings[UiText::CalendarBornIn].arg(date.year())));
         appendLine(out, u"CATEGORIES:BIRTHDAY"_s);
         appendLine(out, u"TRANSP:TRANSPARENT"_s);
         appendLine(out, u"END:VEVENT"_s);

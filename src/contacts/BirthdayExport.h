@@ -11,7 +11,7 @@
 // The favorites as files other programs read: address-book cards and a
 // calendar of yearly birthdays. Lines end in CRLF and are folded at 75
 // octets; texts are escaped. A favorite whose birthday is no record date
-// ("12 3 1985") cannot be written and is counted in `unreadable`.
+// ("12 3 1985", "12 3") cannot be written and is counted in `unreadable`.
 namespace BirthdayExport {
 
 struct Output
@@ -21,8 +21,9 @@ struct Output
     qsizetype unreadable = 0;
 };
 
-// vCard 4.0, one card per favorite: FN with the name, BDAY with the date, and
-// a UID that stays the same from one export to the next. A name with a
+// vCard 4.0, one card per favorite: FN with the name, BDAY with the date
+// ("--0312" without a year), and the favorite's identity as UID, the same
+// from one export to the next. A name with a
 // carriage return or another control character that vCard text cannot carry
 // also goes exactly into FN's parameter exactNameParameter, as
 // percent-encoded UTF-8, so that Tavlo's import gives back the same name.
@@ -32,14 +33,11 @@ Output vCards(const QList<Favorite> &favorites);
 inline constexpr char exactNameParameter[] = "X-TAVLO-NAME";
 
 // An iCalendar of one all-day event per favorite, repeating every year from
-// the day of birth; its summary ("Anna's birthday") and its description with
-// the year of birth ("born 1985") in the language of `strings`. Born on
+// the day of birth (from this year's birthday when the year is not known);
+// its summary ("Anna's birthday") and, with a year, its description with the
+// year of birth ("born 1985") in the language of `strings`. Born on
 // 29 February, the birthday falls on 1 March in common years, as Tavlo counts
 // it. `stamp` is the moment of writing (DTSTAMP).
 Output calendar(const QList<Favorite> &favorites, const UiStrings &strings, const QDateTime &stamp);
-
-// A favorite's lasting identity in both files, from its name and birthday.
-// The n-th favorite with the same name and birthday (n from 0) gets its own.
-QString uid(const Favorite &favorite, int repeat = 0);
 
 } // namespace BirthdayExport

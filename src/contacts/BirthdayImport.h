@@ -2,6 +2,7 @@
 #pragma once
 
 #include "contacts/VCardReader.h"
+#include "core/DayOfBirth.h"
 #include "favorites/FavoritesStore.h"
 #include "texts/UiStrings.h"
 
@@ -11,11 +12,10 @@
 // What an import does with one card.
 enum class ImportOutcome {
     Added,
-    // Same name and birthday as a favorite, or as a card before it.
+    // The UID of a favorite (a card Tavlo exported), or the same name and
+    // birthday as a favorite or as a card before it.
     AlreadyThere,
     NoBirthday,
-    // "--0312", or a year marked as a placeholder (X-APPLE-OMIT-YEAR, 0000).
-    NoBirthYear,
     // Written as a date that does not exist, such as 1985-02-30.
     ImpossibleDate,
     FutureDate,
@@ -29,15 +29,11 @@ struct ImportSummary
     qsizetype added = 0;
     qsizetype alreadyThere = 0;
     qsizetype noBirthday = 0;
-    qsizetype noBirthYear = 0;
     qsizetype impossibleDate = 0;
     qsizetype futureDate = 0;
     qsizetype unreadableDate = 0;
 
-    qsizetype skipped() const
-    {
-        return noBirthday + noBirthYear + impossibleDate + futureDate + unreadableDate;
-    }
+    qsizetype skipped() const { return noBirthday + impossibleDate + futureDate + unreadableDate; }
     void count(ImportOutcome outcome);
     friend bool operator==(const ImportSummary &, const ImportSummary &) = default;
 };
@@ -52,12 +48,15 @@ struct ImportPlan
 
 namespace BirthdayImport {
 
-// The birthday of a card as a date, or why it is none. `today` decides what
-// is in the future.
+// The birthday of a card as a day of birth, with or without its year, or
+// why it is none. `today` decides what is in the future. "--0312" and a date
+// in a year that stands for "not known" (X-APPLE-OMIT-YEAR's, else 1604,
+// 0000 or 0001) are a day and month without a year.
 struct Birthday
 {
     ImportOutcome outcome = ImportOutcome::Added;
-    QDate date;
+    // Only when Added.
+    std::optional<DayOfBirth> day;
 };
 Birthday birthday(const VCardContact &contact, QDate today);
 
@@ -65,11 +64,17 @@ Birthday birthday(const VCardContact &contact, QDate today);
 ImportPlan plan(const QList<VCardContact> &contacts, const QList<Favorite> &existing, QDate today);
 
 // Imports `contacts` into `store` as it is stored now: the plan, then its
-// additions appended in one write. Returns the counts.
-ImportSummary importInto(FavoritesStore &store, const QList<VCardContact> &contacts, QDate today);
+// additions appended in one write. Returns the counts and whether the
+// additions were stored.
+struct Imported
+{
+    ImportSummary summary;
+    WriteResult stored;
+};
+Imported importInto(FavoritesStore &store, const QList<VCardContact> &contacts, QDate today);
 
-// "8 added, 1 already there, 4 skipped (1 no birthday, 2 no birth year, 1
-// impossible date)" in the interface language of `strings`; only the reasons
+// "8 added, 1 already there, 4 skipped (1 no birthday, 2 impossible date,
+// 1 date in the future)" in the interface language of `strings`; only the reasons
 // that occurred are named.
 QString summaryText(const ImportSummary &summary, const UiStrings &strings);
 

@@ -58,7 +58,8 @@ struct ContentLine
     bool quotedPrintable = false;
     QByteArrayView charset;
     QByteArrayView valueType;
-    bool omitYear = false;
+    // X-APPLE-OMIT-YEAR's value: the year that stands for "not known".
+    QByteArrayView omitYear;
     // Tavlo's own export: the exact name, percent-encoded UTF-8.
     QByteArrayView exactName;
 };
@@ -87,7 +88,7 @@ void takeParameter(QByteArrayView parameter, ContentLine &line)
     if (value.size() >= 2 && value.front() == '"' && value.back() == '"')
         value = value.sliced(1, value.size() - 2);
     if (equalsIgnoringCase(key, "X-APPLE-OMIT-YEAR")) {
-        line.omitYear = true;
+        line.omitYear = value;
     } else if (equalsIgnoringCase(key, "X-TAVLO-NAME")) {
         line.exactName = value;
     } else if (equalsIgnoringCase(key, "CHARSET")) {
@@ -254,7 +255,14 @@ struct CardBuilder
             hasBirthday = true;
             contact.birthday = unescaped(decodeValue(line)).trimmed();
             contact.birthdayIsText = equalsIgnoringCase(line.valueType, "text");
-            contact.birthYearOmitted = line.omitYear;
+            if (!line.omitYear.isEmpty()) {
+                bool ok = false;
+                const int year = line.omitYear.toByteArray().toInt(&ok);
+                // A mark without a year it names marks every year.
+                contact.omittedYear = ok ? year : -1;
+            }
+        } else if (equalsIgnoringCase(line.name, "UID") && contact.uid.isEmpty()) {
+            contact.uid = unescaped(decodeValue(line)).trimmed();
         }
     }
 

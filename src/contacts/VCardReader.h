@@ -17,8 +17,11 @@ struct VCardContact
     std::optional<QString> birthday;
     // BDAY;VALUE=text: a phrase, not a date.
     bool birthdayIsText = false;
-    // Apple's X-APPLE-OMIT-YEAR on BDAY: the year written is a placeholder.
-    bool birthYearOmitted = false;
+    // Apple's X-APPLE-OMIT-YEAR=1604 on BDAY: the year that, written in the
+    // date, stands for "not known" (-1 for the mark without a year).
+    std::optional<int> omittedYear;
+    // UID, as written ("urn:uuid:…"); empty without one.
+    QString uid;
 };
 
 // Reads vCard 2.1, 3.0 and 4.0 as address books write them: several cards in

@@ -3,6 +3,7 @@
 
 #include "core/CalendarDifference.h"
 #include "core/DatePattern.h"
+#include "core/DayOfBirth.h"
 #include "core/DebugLog.h"
 #include "core/FatalError.h"
 #include "core/WesternZodiac.h"
@@ -46,6 +47,14 @@ QString birthdayFormat(Language language, bool showWeekday)
     return showWeekday ? u"EEEE, MMMM dd, yyyy"_s : u"MMMM dd, yyyy"_s;
 }
 
+// Without a year there is no weekday either: the day and the month alone.
+QString dayAndMonthFormat(Language language)
+{
+    if (language == Language::German || language == Language::Russian)
+        return u"dd. MMMM"_s;
+    return u"MMMM dd"_s;
+}
+
 } // namespace
 
 QString FavoriteCards::displayName(const QString &name)
@@ -68,6 +77,11 @@ std::optional<QString> FavoriteCards::signPicture(int day, int month)
 
 std::optional<bool> FavoriteCards::birthdayStillToCome(const QString &birthday, QDate today)
 {
+    if (const std::optional<DayOfBirth> day = DayOfBirth::fromStored(birthday);
+        day && !day->hasYear()) {
+        const std::optional<QDate> date = day->in(today.year());
+        return date ? std::optional(*date >= today) : std::nullopt;
+    }
     const QString thisYear =
         birthday.chopped(std::min<qsizetype>(4, birthday.size())) + QString::number(today.year());
     const std::optional<QDate> date = DatePattern::stored().parse(thisYear);
@@ -79,19 +93,24 @@ std::optional<bool> FavoriteCards::birthdayStillToCome(const QString &birthday, 
 FavoriteCard FavoriteCards::card(const Favorite &favorite, const QDateTime &now, Language language,
                                  const QLocale &deviceLocale, bool showWeekday, bool markComing)
 {
-    const std::optional<QDate> birth = DatePattern::stored().parse(favorite.birthday);
+    const std::optional<DayOfBirth> day = DayOfBirth::fromStored(favorite.birthday);
     FavoriteCard card;
     card.name = displayName(favorite.name);
-    if (!birth) {
+    if (!day) {
         // Listed as it is stored, with no age or sign, to be fixed or deleted.
         card.readable = false;
         card.birthdayText = oneLine(favorite.birthday);
         return card;
     }
-    card.birthdayText =
-        DatePattern(birthdayFormat(language, showWeekday), deviceLocale).format(*birth);
-    card.age = CalendarDifference::count(birth->startOfDay(), now, CalendarUnit::Years);
-    if (const std::optional<QString> picture = signPicture(birth->day(), birth->month())) {
+    if (const std::optional<QDate> birth = day->date()) {
+        card.birthdayText =
+            DatePattern(birthdayFormat(language, showWeekday), deviceLocale).format(*birth);
+        card.age = CalendarDifference::count(birth->startOfDay(), now, CalendarUnit::Years);
+    } else {
+        card.birthdayText =
+            DatePattern(dayAndMonthFormat(language), deviceLocale).format(day->inLeapYear());
+    }
+    if (const std::optional<QString> picture = signPicture(day->day(), day->month())) {
         card.signKey = *picture;
     } else {
         DebugLog::line(u"NOT"_s);
@@ -146,8 +165,9 @@ QString FavoriteCards::spokenRow(const FavoriteCard &card, const UiStrings &stri
 {
     if (!card.readable)
         return card.name + u", "_s + card.birthdayText;
-    QStringList parts = {card.name, card.birthdayText,
-                         names.value(u"age"_s).toString().arg(card.age)};
+    QStringList parts = {card.name, card.birthdayText};
+    if (card.age)
+        parts.append(names.value(u"age"_s).toString().arg(*card.age));
     for (int i = 0; i < WesternZodiac::signCount; ++i) {
         if (WesternZodiac::signKey(i) == card.signKey) {
             // The word without its symbol, which a screen reader spells out.

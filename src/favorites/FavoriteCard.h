@@ -19,11 +19,12 @@ struct FavoriteCard
     QString name;
     // The birthday as the language writes dates, names from the device's locale.
     QString birthdayText;
-    // Whole years completed.
-    qint64 age = 0;
+    // Whole years completed; nothing when the year of birth is not known.
+    std::optional<qint64> age;
     // The sign picture: "aquarius" ... "capricorn".
     QString signKey;
-    // "★" when this year's birthday is today or still to come, or cannot be read.
+    // "★" when this year's birthday is today or still to come, or cannot be
+    // read (29 February in a common year).
     QString star;
     // What a screen reader says for the row (see spokenRow()).
     QString spoken;
@@ -52,8 +53,9 @@ FavoriteCard card(const Favorite &favorite, const QDateTime &now, Language langu
 // nothing is left.
 QString displayName(const QString &name);
 
-// Whether this year's birthday is today or still to come; nothing when the
-// text cannot be read with this year put in.
+// Whether this year's birthday is today or still to come, by day and month;
+// nothing when the text cannot be read with this year put in (29 February
+// in a common year).
 std::optional<bool> birthdayStillToCome(const QString &birthday, QDate today);
 
 // The sign picture of a day and month, by the cell's own boundaries; nothing

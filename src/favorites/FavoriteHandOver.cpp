@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "favorites/FavoriteHandOver.h"
 
-#include "core/DatePattern.h"
+#include "core/DayOfBirth.h"
 #include "settings/SettingsStore.h"
 
 using namespace SettingsKeys;
@@ -29,7 +29,7 @@ std::optional<Favorite> FavoriteHandOver::favorite(const SettingsStore &settings
 {
     const std::optional<QString> name = settings.value(handOverName);
     const std::optional<QString> birthday = settings.value(handOverBirthday);
-    if (!name || !birthday || !DatePattern::stored().parse(*birthday))
+    if (!name || !birthday || !DayOfBirth::fromStored(*birthday))
         return std::nullopt;
     return Favorite{*name, *birthday};
 }

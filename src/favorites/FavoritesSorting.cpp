@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "favorites/FavoritesSorting.h"
 
-#include "core/DatePattern.h"
+#include "core/DayOfBirth.h"
 
 #include <algorithm>
 #include <numeric>
@@ -70,28 +70,43 @@ QList<qsizetype> FavoritesSorting::ordering(const QList<Favorite> &favorites, Or
             },
             codePointLess);
     case Order::ByAge: {
-        // A birthday that cannot be read has no age: such favorites come
-        // last, where they wait to be fixed.
-        const DatePattern &recordDate = DatePattern::stored();
-        return orderByKey<QDate>(
+        // The youngest first. Without a year there is no age: such favorites
+        // come after everyone with one, by name; a birthday that cannot be
+        // read after those, where it waits to be fixed.
+        struct AgeKey
+        {
+            QDate born;
+            int rank = 0; // 0 with an age, 1 without a year, 2 unreadable
+            QString name;
+        };
+        return orderByKey<AgeKey>(
             favorites,
-            [&](const Favorite &f, qsizetype) {
-                return recordDate.parse(f.birthday).value_or(QDate());
+            [](const Favorite &f, qsizetype) {
+                const std::optional<DayOfBirth> day = DayOfBirth::fromStored(f.birthday);
+                if (!day)
+                    return AgeKey{QDate(), 2, QString()};
+                if (const std::optional<QDate> born = day->date())
+                    return AgeKey{*born, 0, QString()};
+                return AgeKey{QDate(), 1, f.name.normalized(QString::NormalizationForm_C)};
             },
-            [](QDate a, QDate b) { return b < a; });
+            [](const AgeKey &a, const AgeKey &b) {
+                if (a.rank != b.rank)
+                    return a.rank < b.rank;
+                if (a.rank == 1)
+                    return codePointLess(a.name, b.name);
+                return b.born < a.born;
+            });
     }
     case Order::ByBirthday:
         break;
     }
-    // Day and month in a leap year, so 29 February has its place; a text that
-    // cannot be read sorts before every date.
-    const DatePattern dayAndMonth(u"dd MM");
+    // Day and month in a leap year, so 29 February has its place, with or
+    // without a year; a text that cannot be read sorts before every date.
     return orderByKey<QDate>(
         favorites,
-        [&](const Favorite &f, qsizetype) {
-            return dayAndMonth
-                .parse(QStringView(f.birthday).chopped(std::min<qsizetype>(4, f.birthday.size())))
-                .value_or(QDate());
+        [](const Favorite &f, qsizetype) {
+            const std::optional<DayOfBirth> day = DayOfBirth::fromStored(f.birthday);
+            return day ? day->inLeapYear() : QDate();
         },
         [](QDate a, QDate b) { return a < b; });
 }

@@ -8,12 +8,60 @@
 #include "core/FatalError.h"
 
 #include <QHash>
+#include <QUuid>
 #include <algorithm>
 #include <utility>
 
 using namespace SettingsKeys;
+using namespace Qt::Literals::StringLiterals;
 
 namespace {
+
+// Tavlo's own namespace for the name-based identities of favorites stored
+// without one.
+const QUuid derivedIdNamespace(u"6f1b0c2e-5a4d-4c1e-9a7b-3d2f8e6c1a90"_s);
+
+// A birthday stored in a placeholder year ("2 3 1604") as the day and month
+// it stands for; any other text as it is. Only a text that ends in such a
+// year is read at all, so that 10,000 rows cost nothing.
+QString withoutPlaceholderYear(const QString &birthday)
+{
+    if (!(birthday.endsWith(u"1604") || birthday.endsWith(u"0000") || birthday.endsWith(u"0001")))
+        return birthday;
+    const std::optional<DayOfBirth> day = DayOfBirth::fromStored(birthday);
+    return day && !day->hasYear() ? day->stored() : birthday;
+}
+
+// Stored rows as this version reads them: each with its identity, the
+// derived one for a row of earlier versions, and no placeholder year.
+// Rows cut short are left as they are, to be listed and fixed.
+QList<QStringList> withIdentities(QList<QStringList> rows)
+{
+    QHash<QString, int> repeats;
+    for (QStringList &row : rows) {
+        if (row.size() < 2)
+            continue;
+        if (row.size() == 2) {
+            int &repeat = repeats[row.at(0) + u'\x1f' + row.at(1)];
+            row.append(FavoritesStore::derivedId(row.at(0), row.at(1), repeat++));
+        }
+        row[1] = withoutPlaceholderYear(row.at(1));
+    }
+    return rows;
+}
+
+std::optional<QList<QStringList>> withIdentities(std::optional<QList<QStringList>> rows)
+{
+    if (rows)
+        return withIdentities(std::move(*rows));
+    return rows;
+}
+
+QStringList rowOf(const Favorite &favorite)
+{
+    return {favorite.name, favorite.birthday,
+            favorite.id.isEmpty() ? FavoritesStore::newId() : favorite.id};
+}
 
 // The add dialog's idea of white space: tabs and any space separator (the
 // platform's "whitespaces"); a line feed is text.
@@ -98,12 +146,13 @@ QList<QStringList> merged(const QList<QStringList> &base, const QList<QStringLis
 // it when it writes, on its own thread.
 QVariant mergedStored(const QVariant &base, const QVariant &ours, const QVariant &theirs)
 {
-    const std::optional<QList<QStringList>> changed = SettingsStore::tableOf(ours);
-    const std::optional<QList<QStringList>> stored = SettingsStore::tableOf(theirs);
+    const std::optional<QList<QStringList>> changed = withIdentities(SettingsStore::tableOf(ours));
+    const std::optional<QList<QStringList>> stored = withIdentities(SettingsStore::tableOf(theirs));
     if (!changed || !stored)
         return ours;
     return SettingsStore::storedTable(
-        merged(SettingsStore::tableOf(base).value_or(QList<QStringList>()), *changed, *stored));
+        merged(withIdentities(SettingsStore::tableOf(base).value_or(QList<QStringList>())),
+               *changed, *stored));
 }
 
 FavoritesStore::ChangeListener &changeListener()
@@ -113,6 +162,19 @@ FavoritesStore::ChangeListener &changeListener()
 }
 
 } // namespace
+
+QString FavoritesStore::newId()
+{
+    return QUuid::createUuid().toString(QUuid::WithoutBraces);
+}
+
+QString FavoritesStore::derivedId(const QString &name, const QString &birthday, int repeat)
+{
+    QString base = name + u'\n' + birthday;
+    if (repeat > 0)
+        base += u'\n' + QString::number(repeat);
+    return QUuid::createUuidV5(derivedIdNamespace, base).toString(QUuid::WithoutBraces);
+}
 
 void FavoritesStore::setChangeListener(ChangeListener listener)
 {
@@ -134,7 +196,7 @@ void FavoritesStore::load()
         remember(m_storeHoldsRows ? std::optional(m_rows) : std::nullopt);
         return;
     }
-    const std::optional<QList<QStringList>> stored = m_settings.value(favorites);
+    const std::optional<QList<QStringList>> stored = withIdentities(m_settings.value(favorites));
     take(stored.value_or(QList<QStringList>()), raw);
     m_storeHoldsRows = stored.has_value();
     remember(stored);
@@ -144,7 +206,7 @@ void FavoritesStore::take(QList<QStringList> rows, const QVariant &stored)
 {
     m_rows = std::move(rows);
     m_rowsStored = stored;
-    m_birthDates = QList<std::optional<QDate>>(m_rows.size());
+    m_daysOfBirth = QList<std::optional<std::optional<DayOfBirth>>>(m_rows.size());
 }
 
 void FavoritesStore::remember(const std::optional<QList<QStringList>> &stored) const
@@ -160,7 +222,8 @@ WriteResult FavoritesStore::apply(QList<QStringList> changed)
     // holds while the store holds the same value (a change to another key
     // leaves it shared, so the comparison costs nothing).
     const std::optional<QList<QStringList>> stored =
-        m_settings.stored(favorites) == m_storedValue ? m_stored : m_settings.value(favorites);
+        m_settings.stored(favorites) == m_storedValue ? m_stored
+                                                      : withIdentities(m_settings.value(favorites));
     // A stored value that is no list cannot be merged with; ours replaces it.
     const QList<QStringList> rows = stored ? merged(m_rows, changed, *stored) : changed;
     m_settings.set(favorites, rows);
@@ -177,7 +240,7 @@ WriteResult FavoritesStore::apply(QList<QStringList> changed)
         list.reserve(m_stored->size());
         for (const QStringList &row : *m_stored) {
             if (row.size() >= 2)
-                list.append({row.at(0), row.at(1)});
+                list.append({row.at(0), row.at(1), row.value(2)});
         }
         listener(list);
     }
@@ -198,16 +261,16 @@ Favorite FavoritesStore::at(qsizetype index) const
     // A row cut short (a damaged file) is a favorite whose birthday cannot
     // be read, to be fixed or deleted, not a reason to stop.
     const QStringList &row = m_rows.at(index);
-    return {row.value(0), row.value(1)};
+    return {row.value(0), row.value(1), row.value(2)};
 }
 
-std::optional<QDate> FavoritesStore::birthDate(qsizetype index) const
+std::optional<DayOfBirth> FavoritesStore::dayOfBirth(qsizetype index) const
 {
     requireIndex(index);
-    std::optional<QDate> &date = m_birthDates[index];
-    if (!date)
-        date = DatePattern::stored().parse(at(index).birthday).value_or(QDate());
-    return date->isValid() ? date : std::nullopt;
+    std::optional<std::optional<DayOfBirth>> &day = m_daysOfBirth[index];
+    if (!day)
+        day = DayOfBirth::fromStored(m_rows.at(index).value(1));
+    return *day;
 }
 
 QList<Favorite> FavoritesStore::all() const
@@ -219,13 +282,15 @@ QList<Favorite> FavoritesStore::all() const
     return result;
 }
 
-WriteResult FavoritesStore::append(const QString &fieldText, qint64 day, qint64 month, qint64 year)
+WriteResult FavoritesStore::append(const QString &fieldText, qint64 day, qint64 month,
+                                   std::optional<qint64> year)
 {
     const QString name = isBlankText(fieldText) ? QStringLiteral("Unknown") : fieldText;
-    const QString birthday =
-        QString::number(day) + u' ' + QString::number(month) + u' ' + QString::number(year);
+    QString birthday = QString::number(day) + u' ' + QString::number(month);
+    if (year)
+        birthday += u' ' + QString::number(*year);
     QList<QStringList> rows = m_rows;
-    rows.append({name, birthday});
+    rows.append({name, birthday, newId()});
     return apply(std::move(rows));
 }
 
@@ -236,7 +301,7 @@ WriteResult FavoritesStore::appendMany(const QList<Favorite> &favorites)
     QList<QStringList> rows = m_rows;
     rows.reserve(rows.size() + favorites.size());
     for (const Favorite &favorite : favorites)
-        rows.append({favorite.name, favorite.birthday});
+        rows.append(rowOf(favorite));
     return apply(std::move(rows));
 }
 
@@ -251,7 +316,7 @@ WriteResult FavoritesStore::remove(qsizetype index)
 WriteResult FavoritesStore::insert(qsizetype index, const Favorite &favorite)
 {
     QList<QStringList> rows = m_rows;
-    rows.insert(std::clamp<qsizetype>(index, 0, rows.size()), {favorite.name, favorite.birthday});
+    rows.insert(std::clamp<qsizetype>(index, 0, rows.size()), rowOf(favorite));
     return apply(std::move(rows));
 }
 
@@ -259,7 +324,10 @@ WriteResult FavoritesStore::update(qsizetype index, const QString &name, const Q
 {
     requireIndex(index);
     QList<QStringList> rows = m_rows;
-    rows[index] = {name, birthday};
+    QStringList &row = rows[index];
+    // A row cut short has no identity yet: it gets one now.
+    const QString id = row.size() >= 3 ? row.at(2) : newId();
+    row = {name, birthday, id};
     return apply(std::move(rows));
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "core/DayOfBirth.h"
 #include "settings/SettingsStore.h"
 
 #include <QDate>
@@ -10,22 +11,37 @@
 #include <QVariant>
 #include <functional>
 #include <optional>
+#include <utility>
 
-// One saved birthday: the name as typed and the record date text ("12 3 1985").
+// One saved birthday: the name as typed, the record date text ("12 3 1985",
+// or "12 3" without a year) and the favorite's own lasting identity, a UUID
+// that stays through renames and date changes (empty for one not yet stored).
 struct Favorite
 {
+    Favorite() = default;
+    Favorite(QString name, QString birthday, QString id = QString())
+        : name(std::move(name)), birthday(std::move(birthday)), id(std::move(id))
+    {}
+
     QString name;
     QString birthday;
+    QString id;
 
     friend bool operator==(const Favorite &, const Favorite &) = default;
 };
 
-// The one favorites list, kept under "person" as an array of [name, birthday]
-// string arrays in display order. Every change writes the whole list.
+// The one favorites list, kept under "person" as an array of [name, birthday,
+// id] string arrays in display order. Every change writes the whole list.
 //
-// Rows are held exactly as stored, and save() writes back what was loaded. A
-// row with fewer than two texts (a damaged file) reads with the missing ones
-// empty: a favorite whose birthday cannot be read, listed to be fixed.
+// Rows are held as stored, and save() writes back what was loaded, with two
+// exceptions made on reading. A row of earlier versions, [name, birthday],
+// gets the identity that their exports gave it (derivedId()), so that a
+// calendar or address book fed before and after sees the same person. And a
+// birthday stored in a placeholder year ("2 3 1604", from an address book
+// that meant "no year") is read as the day and month it is ("2 3"). Both are
+// the same in every process, so rows read here and elsewhere still compare.
+// A row with fewer than two texts (a damaged file) reads with the missing
+// ones empty: a favorite whose birthday cannot be read, listed to be fixed.
 //
 // Another process (the command line beside the open app) may change "person"
 // between our load() and a change. So each change reads "person" again in one
@@ -48,23 +64,27 @@ public:
     Favorite at(qsizetype index) const;
     // Every favorite in order.
     QList<Favorite> all() const;
-    // The favorite's birthday read as a record date ("12 3 1985"), kept
-    // until the list changes; nothing when it is no date. Fatal as at().
-    std::optional<QDate> birthDate(qsizetype index) const;
+    // The favorite's birthday read from its record text, kept until the list
+    // changes; nothing when it cannot be read. Fatal as at().
+    std::optional<DayOfBirth> dayOfBirth(qsizetype index) const;
 
     // Every change below writes the whole list in one step and says whether
     // it reached the disk. One that did not stays in this list (and in the
     // settings store, which writes it again with its next change).
 
     // The add dialog: a field of only blanks and tabs stores "Unknown", any other
-    // text is kept untrimmed; the birthday is "d M yyyy" from the three integers.
-    WriteResult append(const QString &fieldText, qint64 day, qint64 month, qint64 year);
-    // An import: appends the favorites, as given, at the end in one write.
+    // text is kept untrimmed; the birthday is "d M yyyy" from the three
+    // integers, or "d M" without a year. The new favorite gets a new id.
+    WriteResult append(const QString &fieldText, qint64 day, qint64 month,
+                       std::optional<qint64> year);
+    // An import: appends the favorites, as given, at the end in one write;
+    // one without an id gets a new one.
     WriteResult appendMany(const QList<Favorite> &favorites);
     WriteResult remove(qsizetype index);
     // Puts a favorite back at `index` (at the end when the list has grown
     // shorter since), as an undo of remove().
     WriteResult insert(qsizetype index, const Favorite &favorite);
+    // A new name and birthday; the favorite keeps its id.
     WriteResult update(qsizetype index, const QString &name, const QString &birthday);
     // Puts the favorites in a new order, from sorting: `order` holds each
     // favorite's present position, the first first.
@@ -79,6 +99,13 @@ public:
     // left out. An empty listener stops it.
     using ChangeListener = std::function<void(const QList<Favorite> &)>;
     static void setChangeListener(ChangeListener listener);
+
+    // A new identity: a random UUID, without braces.
+    static QString newId();
+    // The identity of a row stored without one, as exports of earlier
+    // versions named it: from the name and the birthday text, the n-th row
+    // with both the same (n from 0) its own.
+    static QString derivedId(const QString &name, const QString &birthday, int repeat);
 
     // Converts the two arrays of an earlier version once, guarded by
     // "firstStart2". Returns true when it ran; the caller then turns on
@@ -101,8 +128,8 @@ private:
     // The stored value that m_rows was read from or written as; invalid
     // when there was none or our list is not what the store holds.
     QVariant m_rowsStored;
-    // Each row's birth date once asked for: an invalid date when it is none.
-    mutable QList<std::optional<QDate>> m_birthDates;
+    // Each row's day of birth once asked for: empty inside when it is none.
+    mutable QList<std::optional<std::optional<DayOfBirth>>> m_daysOfBirth;
     // Whether "person" held a list when last read or written: if not, even an
     // unchanged list is written, replacing what was there.
     mutable bool m_storeHoldsRows = false;

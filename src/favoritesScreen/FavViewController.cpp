@@ -4,6 +4,7 @@
 #include "contacts/BirthdayImport.h"
 #include "contacts/PhoneContacts.h"
 #include "core/DatePattern.h"
+#include "core/DayOfBirth.h"
 #include "core/DebugLog.h"
 #include "core/FatalError.h"
 #include "favorites/FavoritesSorting.h"
@@ -155,7 +156,7 @@ void FavViewController::chooseSort(int order)
 void FavViewController::selectRow(int row)
 {
     // One that cannot be shown opens to be fixed instead.
-    if (!m_session.favorites.birthDate(row)) {
+    if (!m_session.favorites.dayOfBirth(row)) {
         longPressed(row);
         return;
     }
@@ -168,19 +169,23 @@ void FavViewController::longPressed(int row)
     const Favorite favorite = m_session.favorites.at(row);
     // A birthday that cannot be read is what the dialog is there to fix:
     // its wheels start at today.
-    const std::optional<QDate> date = DatePattern::stored().parse(favorite.birthday);
+    const std::optional<DayOfBirth> day = m_session.favorites.dayOfBirth(row);
     m_editRow = row;
     m_editName = favorite.name;
-    m_editDate = date.value_or(m_session.launchDate().date());
+    m_editYearKnown = !day || day->hasYear();
+    m_editDate = !day ? m_session.launchDate().date() : day->date().value_or(day->inLeapYear());
     emit editChanged();
     emit editDialogRequested();
 }
 
 void FavViewController::confirmEdit(const QString &name, int day, int month, int year)
 {
-    const QDate date(year, month, std::clamp(day, 1, QDate(year, month, 1).daysInMonth()));
+    // The year wheel's "no year" gives a birthday without a year.
+    const int inYear = year == 0 ? DayOfBirth::leapYear : year;
+    const QDate date(inYear, month, std::clamp(day, 1, QDate(inYear, month, 1).daysInMonth()));
     // The record text, without leading zeros; the name exactly as typed, even empty.
-    const QString birthday = DatePattern::stored().format(date);
+    const QString birthday = year == 0 ? DayOfBirth::withoutYear(date.day(), month)->stored()
+                                       : DatePattern::stored().format(date);
     m_session.favorites.update(m_editRow, name, birthday);
     m_model->updateRow(m_editRow, m_session.favorites.at(m_editRow));
 }
@@ -287,8 +292,10 @@ void FavViewController::importContacts()
 
 void FavViewController::finishImport(const QList<VCardContact> &contacts)
 {
+    // A write that fails is told by the save notice, as every change's is.
     const ImportSummary summary =
-        BirthdayImport::importInto(m_session.favorites, contacts, m_session.launchDate().date());
+        BirthdayImport::importInto(m_session.favorites, contacts, m_session.launchDate().date())
+            .summary;
     // The new favorites take their place in the chosen order.
     applyOrder();
     reloadRows();

@@ -40,6 +40,7 @@ class FavViewController : public ScreenController
     Q_PROPERTY(QString editName READ editName NOTIFY editChanged)
     Q_PROPERTY(int editDay READ editDay NOTIFY editChanged)
     Q_PROPERTY(int editMonth READ editMonth NOTIFY editChanged)
+    // 0 for a birthday without a year: the year wheel's "no year".
     Q_PROPERTY(int editYear READ editYear NOTIFY editChanged)
     Q_PROPERTY(bool undoVisible READ undoVisible NOTIFY undoChanged)
     Q_PROPERTY(QString undoText READ undoText NOTIFY undoChanged)
@@ -74,7 +75,7 @@ public:
     QString editName() const { return m_editName; }
     int editDay() const { return m_editDate.day(); }
     int editMonth() const { return m_editDate.month(); }
-    int editYear() const { return m_editDate.year(); }
+    int editYear() const { return m_editYearKnown ? m_editDate.year() : 0; }
     bool undoVisible() const { return m_deleted.has_value(); }
     QString undoText() const;
     // The file dialog's filter: "vCard files (*.vcf *.vcard)".
@@ -131,6 +132,7 @@ private:
     int m_editRow = -1;
     QString m_editName;
     QDate m_editDate;
+    bool m_editYearKnown = true;
     struct Deleted
     {
         int row;

@@ -59,7 +59,7 @@ QVariant FavoritesModel::data(const QModelIndex &index, int role) const
     case BirthdayRole:
         return card.birthdayText;
     case AgeRole:
-        return card.readable ? QString::number(card.age) : QString();
+        return card.age ? QString::number(*card.age) : QString();
     case SignImageRole:
         if (!card.readable)
             return QUrl();

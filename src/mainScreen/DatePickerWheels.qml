@@ -11,12 +11,14 @@ Item {
     required property ViewController controller
     // The weekday line sits in the strip below the wheels.
     readonly property real weekdayStrip: 30
+    // 0 while the controller shows a birthday without a year.
+    readonly property int shownYear: controller.pickerYearKnown ? controller.pickerYear : 0
 
     function picked() {
         if (row.moving)
             return
         if (row.day !== controller.pickerDay || row.month !== controller.pickerMonth
-                || row.year !== controller.pickerYear)
+                || row.year !== shownYear)
             controller.pickDate(row.day, row.month, row.year)
     }
 
@@ -46,7 +48,7 @@ Item {
         dayModel: wheels.controller.dayLabels
         shownDay: wheels.controller.pickerDay
         shownMonth: wheels.controller.pickerMonth
-        shownYear: wheels.controller.pickerYear
+        shownYear: wheels.shownYear
         onTurned: settle.restart()
         onDateRequested: (day, month, year) => wheels.controller.pickDate(day, month, year)
     }

@@ -117,7 +117,11 @@ void ViewController::viewDidLoad()
             setPicker(saved);
         } else {
             m_personName = personNameFromFavorite(handed->name, m_session.language());
-            setPicker(*parseRecordDate(handed->birthday));
+            const DayOfBirth day = *DayOfBirth::fromStored(handed->birthday);
+            if (const std::optional<QDate> date = day.date())
+                setPicker(date->startOfDay());
+            else
+                setPickerWithoutYear(day);
         }
         FavoriteHandOver::taken(settings, handOver.movePicker);
         composeReport();
@@ -143,12 +147,13 @@ void ViewController::applyTheme()
 
 void ViewController::pickDate(int day, int month, int year)
 {
-    const QDate first(year, month, 1);
+    const bool yearKnown = year != 0;
+    const QDate first(yearKnown ? year : DayOfBirth::leapYear, month, 1);
     if (!first.isValid())
         return;
-    const QDate date(year, month, std::clamp(day, 1, first.daysInMonth()));
-    const bool sameDay = date == m_picker.date();
-    setPicker(QDateTime(date, m_picker.time()));
+    const QDate date(first.year(), month, std::clamp(day, 1, first.daysInMonth()));
+    const bool sameDay = date == m_picker.date() && yearKnown == m_yearKnown;
+    setPicker(QDateTime(date, m_picker.time()), yearKnown);
     if (!sameDay)
         dpChanged();
 }
@@ -156,7 +161,7 @@ void ViewController::pickDate(int day, int month, int year)
 void ViewController::dpChanged()
 {
     m_personName = m_session.strings[UiText::ReportYour];
-    if (m_picker < m_session.launchDate()) {
+    if (!m_yearKnown || m_picker < m_session.launchDate()) {
         composeReport();
         return;
     }
@@ -176,6 +181,15 @@ void ViewController::composeReport()
 {
     setPlusEnabled(false);
     ReportComposer composer(m_session.strings, m_session.results);
+    if (const std::optional<DayOfBirth> day = pickedWithoutYear()) {
+        const AgeReport report = composer.composeWithoutYear(
+            *day, m_session.clock.now().toLocalTime().date(), m_personName, m_session.language());
+        m_detailed = m_session.settings.value(SettingsKeys::moreDetails);
+        m_starImage = ScreenTheme::imageUrl(report.starImage);
+        setReport(report.detailed, QString());
+        setPlusEnabled(true);
+        return;
+    }
     const AgeReport report =
         composer.compose(m_picker, m_session.clock.now(), m_personName, m_session.language());
     storePickedDate();
@@ -188,6 +202,10 @@ void ViewController::composeReport()
 
 void ViewController::storePickedDate()
 {
+    // The stored date is always a whole one: a start with no year shown
+    // opens on the last date that had one.
+    if (!m_yearKnown)
+        return;
     const QDate date = m_picker.date();
     const SettingsBatch batch(m_session.settings);
     m_session.settings.set(SettingsKeys::day, date.day());
@@ -219,10 +237,17 @@ QString ViewController::todaysBirthdaysText()
     dates.reserve(favorites.count());
     qsizetype unreadable = 0;
     for (qsizetype i = 0; i < favorites.count(); ++i) {
-        const std::optional<QDate> date = favorites.birthDate(i);
+        const std::optional<DayOfBirth> day = favorites.dayOfBirth(i);
         // Left out here; the favorites list shows it to be fixed.
-        if (!date) {
+        if (!day) {
             ++unreadable;
+            continue;
+        }
+        // Without a year only the birthday itself has something to say.
+        const std::optional<QDate> date = day->date();
+        if (!date) {
+            greeting += birthdayWithoutYearGreetingLine(favorites.at(i).name, *day, today,
+                                                        m_session.strings);
             continue;
         }
         dates.append(*date);
@@ -234,9 +259,10 @@ QString ViewController::todaysBirthdaysText()
         }
     }
     m_session.tellUnreadableBirthdays(unreadable);
+    // Only birthdays without a year: the wheels stay where they were.
     if (dates.isEmpty()) {
         setReport(m_display, QString());
-        return {};
+        return greeting;
     }
     // The results carry a lookup that finds nothing over from the one
     // before: they are worked out from the last favorite that leaves nothing
@@ -253,7 +279,8 @@ QString ViewController::todaysBirthdaysText()
 
 void ViewController::plusPressed()
 {
-    const QString date = DatePattern(u"dd.MM.yyyy").format(m_picker.date());
+    const QString date =
+        DatePattern(m_yearKnown ? u"dd.MM.yyyy" : u"dd.MM.").format(m_picker.date());
     m_addDialogPlaceholder = m_session.strings[UiText::NameForThisBirthday] + u' ' + date;
     emit addDialogChanged();
     emit addFavoriteDialogRequested();
@@ -262,9 +289,12 @@ void ViewController::plusPressed()
 void ViewController::addFavorite(const QString &fieldText)
 {
     const SettingsStore &settings = m_session.settings;
-    m_session.favorites.append(fieldText, settings.value(SettingsKeys::day),
-                               settings.value(SettingsKeys::month),
-                               settings.value(SettingsKeys::year));
+    if (const std::optional<DayOfBirth> day = pickedWithoutYear())
+        m_session.favorites.append(fieldText, day->day(), day->month(), std::nullopt);
+    else
+        m_session.favorites.append(fieldText, settings.value(SettingsKeys::day),
+                                   settings.value(SettingsKeys::month),
+                                   settings.value(SettingsKeys::year));
     checkNotificationPermission();
 }
 
@@ -300,7 +330,7 @@ void ViewController::handleGesture(Swipe swipe)
     // is stepped over.
     if (index)
         index = std::clamp<qint64>(*index, 0, favorites.count() - 1);
-    while (index && !favorites.birthDate(*index)) {
+    while (index && !favorites.dayOfBirth(*index)) {
         const std::optional<qint64> next =
             FavoriteBrowsing::afterSwipe(*index, direction, favorites.count());
         index = next && *next != *index ? next : std::nullopt;
@@ -319,11 +349,14 @@ void ViewController::showFavorite(qint64 index)
 
     const Favorite favorite = m_session.favorites.at(index);
     // Only readable ones are shown (handleGesture()).
-    const std::optional<QDateTime> date = parseRecordDate(favorite.birthday);
-    if (!date)
+    const std::optional<DayOfBirth> day = m_session.favorites.dayOfBirth(index);
+    if (!day)
         return;
     m_personName = personNameFromFavorite(favorite.name, m_session.language());
-    setPicker(*date);
+    if (const std::optional<QDate> date = day->date())
+        setPicker(date->startOfDay());
+    else
+        setPickerWithoutYear(*day);
     FavoriteHandOver::taken(settings, true);
     composeReport();
 }
@@ -341,12 +374,25 @@ void ViewController::requestRating()
     DebugLog::line(u"CANCEL"_s);
 }
 
-void ViewController::setPicker(const QDateTime &date)
+void ViewController::setPickerWithoutYear(const DayOfBirth &day)
 {
-    if (date == m_picker)
+    setPicker(day.inLeapYear().startOfDay(), false);
+}
+
+std::optional<DayOfBirth> ViewController::pickedWithoutYear() const
+{
+    if (m_yearKnown)
+        return std::nullopt;
+    return DayOfBirth::withoutYear(m_picker.date().day(), m_picker.date().month());
+}
+
+void ViewController::setPicker(const QDateTime &date, bool yearKnown)
+{
+    if (date == m_picker && yearKnown == m_yearKnown)
         return;
     const int daysBefore = m_picker.date().daysInMonth();
     m_picker = date;
+    m_yearKnown = yearKnown;
     // New day labels reset the day wheel; the date that follows puts it back.
     if (m_picker.date().daysInMonth() != daysBefore)
         emit dayLabelsChanged();

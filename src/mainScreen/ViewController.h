@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "core/DayOfBirth.h"
 #include "favorites/FavoriteBrowsing.h"
 #include "resources/ScreenController.h"
 
@@ -33,6 +34,8 @@ class ViewController : public ScreenController
     Q_PROPERTY(int pickerDay READ pickerDay NOTIFY pickerChanged)
     Q_PROPERTY(int pickerMonth READ pickerMonth NOTIFY pickerChanged)
     Q_PROPERTY(int pickerYear READ pickerYear NOTIFY pickerChanged)
+    // False while the wheels show a birthday whose year is not known.
+    Q_PROPERTY(bool pickerYearKnown READ pickerYearKnown NOTIFY pickerChanged)
     Q_PROPERTY(QStringList dayLabels READ dayLabels NOTIFY dayLabelsChanged)
 
     Q_PROPERTY(bool dimmed READ dimmed NOTIFY dimmedChanged)
@@ -54,6 +57,7 @@ public:
     int pickerDay() const { return m_picker.date().day(); }
     int pickerMonth() const { return m_picker.date().month(); }
     int pickerYear() const { return m_picker.date().year(); }
+    bool pickerYearKnown() const { return m_yearKnown; }
     QDateTime pickerDate() const { return m_picker; }
     QStringList dayLabels() const;
     bool dimmed() const { return m_dimmed; }
@@ -64,7 +68,8 @@ public:
     Q_INVOKABLE void viewDidLoad();
     // After every layout pass.
     Q_INVOKABLE void viewDidLayoutSubviews();
-    // The user turned a wheel to this date; the time of day stays.
+    // The user turned a wheel to this date; the time of day stays. A year of
+    // 0 is the year wheel's "no year".
     Q_INVOKABLE void pickDate(int day, int month, int year);
     Q_INVOKABLE void resetPressed();
     Q_INVOKABLE void plusPressed();
@@ -99,7 +104,10 @@ private:
     void checkNotificationPermission();
     QString todaysBirthdaysText();
     void requestRating();
-    void setPicker(const QDateTime &date);
+    void setPicker(const QDateTime &date, bool yearKnown = true);
+    // The wheels on a day and month without a year.
+    void setPickerWithoutYear(const DayOfBirth &day);
+    std::optional<DayOfBirth> pickedWithoutYear() const;
     void setPlusEnabled(bool enabled);
     void setReport(const QString &display, const QString &weekday);
     void storePickedDate();
@@ -107,6 +115,8 @@ private:
     void showFavorite(qint64 index);
 
     QDateTime m_picker;
+    // Without a year, m_picker holds the day and month in a leap year.
+    bool m_yearKnown = true;
     QString m_display;
     QString m_weekday;
     bool m_detailed = false;

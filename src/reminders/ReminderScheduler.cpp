@@ -3,6 +3,7 @@
 
 #include "core/Clock.h"
 #include "core/DatePattern.h"
+#include "core/DayOfBirth.h"
 #include "core/DebugLog.h"
 #include "settings/SettingsStore.h"
 #include "texts/UiStrings.h"
@@ -67,7 +68,16 @@ QList<PlannedReminder> Reminders::plan(const QDateTime &now, const QList<Favorit
     // The first five by day, then by list order.
     QList<Match> chosen;
     for (qsizetype i = 0; i < favorites.size(); ++i) {
-        const auto found = dayOfText.constFind(withoutYear(favorites.at(i).birthday));
+        const QString &birthday = favorites.at(i).birthday;
+        // "7 3", a birthday without a year, has its day as "7 3 " too.
+        QString dayAndMonth;
+        if (birthday.count(u' ') == 1) {
+            if (const std::optional<DayOfBirth> day = DayOfBirth::fromStored(birthday);
+                day && !day->hasYear())
+                dayAndMonth = day->stored() + u' ';
+        }
+        const auto found =
+            dayOfText.constFind(dayAndMonth.isEmpty() ? withoutYear(birthday) : dayAndMonth);
         if (found == dayOfText.constEnd())
             continue;
         const int day = *found;

@@ -106,3 +106,12 @@ QString birthdayGreetingLine(const QString &name, const AgeFacts &age, const UiS
         return announce(age.totalWeeks, UiText::WeeksOld);
     return {};
 }
+
+QString birthdayWithoutYearGreetingLine(const QString &name, const DayOfBirth &day, QDate today,
+                                        const UiStrings &strings)
+{
+    const QDate birthday = QDate(today.year(), day.month(), 1).addDays(day.day() - 1);
+    if (birthday != today)
+        return {};
+    return name + u' ' + strings[UiText::HasABirthdayToday] + QStringLiteral("\n\n");
+}

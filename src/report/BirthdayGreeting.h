@@ -2,6 +2,7 @@
 #pragma once
 
 #include "core/AgeCalculator.h"
+#include "core/DayOfBirth.h"
 
 #include <QString>
 
@@ -18,3 +19,8 @@ QString birthdayGreetingLine(const QString &name, const AgeFacts &age, const UiS
 // age within a few days. Where it says no, the line is empty, so a long list
 // needs the full facts of only a few.
 bool birthdayGreetingMayApply(QDate birthDate, QDate today);
+
+// The greeting for someone whose year of birth is not known: only a birthday
+// today (1 March in a common year for 29 February, as the age counts it).
+QString birthdayWithoutYearGreetingLine(const QString &name, const DayOfBirth &day, QDate today,
+                                        const UiStrings &strings);

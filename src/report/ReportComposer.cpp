@@ -2,6 +2,7 @@
 #include "report/ReportComposer.h"
 
 #include "core/BirthDateResults.h"
+#include "core/DatePattern.h"
 #include "core/WesternZodiac.h"
 #include "texts/RussianPlural.h"
 #include "texts/UiStrings.h"
@@ -53,6 +54,45 @@ AgeReport ReportComposer::compose(const QDateTime &birth, const QDateTime &now,
         localeFor(language).dayName(birth.toLocalTime().date().dayOfWeek(), QLocale::LongFormat);
     report.detailed = detailedText(report, personName, language);
     report.shortText = shortText(report, personName);
+    return report;
+}
+
+AgeReport ReportComposer::composeWithoutYear(const DayOfBirth &day, QDate today,
+                                             const QString &personName, Language language) const
+{
+    AgeReport report;
+    // Every day of birth has a sign: the table covers each day of a leap year.
+    const int sign = WesternZodiac::signIndex(day.day(), day.month()).value_or(0);
+    report.zodiacSign = m_strings[WesternZodiac::signText(sign)];
+    report.signKey = WesternZodiac::signKey(sign);
+    report.starImage = WesternZodiac::starImage(sign);
+    report.age.birthDay = day.day();
+    report.age.birthMonth = day.month();
+    report.age.daysToBirthday = daysToNextBirthday(day.inLeapYear(), today);
+
+    const bool dayFirst = language != Language::English;
+    const QString dayAndMonth =
+        DatePattern(dayFirst ? u"dd. MMMM" : u"MMMM dd", localeFor(language))
+            .format(day.inLeapYear());
+    const qint64 days = report.age.daysToBirthday;
+    QString text = m_strings[UiText::BirthdayWithoutYear].arg(personName, dayAndMonth) + u'\n' +
+                   m_strings[UiText::BirthYearUnknown];
+    switch (language) {
+    case Language::Russian:
+        text += u"\n\nЗнак зодиака: "_s + report.zodiacSign + u"\nдень рождения через "_s +
+                number(days) + u' ' + russianDays(days);
+        break;
+    case Language::German:
+        text += u"\n\nSternzeichen: "_s + report.zodiacSign + u"\nnächster Geburtstag: in "_s +
+                number(days) + u' ' + (days == 1 ? u"Tag"_s : u"Tagen"_s);
+        break;
+    case Language::English:
+        text += u"\n\nZodiac sign: "_s + report.zodiacSign + u"\nnext birthday: in "_s +
+                number(days) + u' ' + (days == 1 ? u"day"_s : u"days"_s);
+        break;
+    }
+    report.detailed = text;
+    report.shortText = text;
     return report;
 }
 

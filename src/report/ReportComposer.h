@@ -2,6 +2,7 @@
 #pragma once
 
 #include "core/AgeCalculator.h"
+#include "core/DayOfBirth.h"
 #include "texts/Language.h"
 
 #include <QDateTime>
@@ -47,6 +48,12 @@ public:
 
     AgeReport compose(const QDateTime &birth, const QDateTime &now, const QString &personName,
                       Language language);
+    // The report on a birthday whose year is not known: the day and month,
+    // that the year is not known, the Western sign and the days to the next
+    // birthday. Nothing that needs the year (the age, the totals, the Chinese
+    // year and its planet, the weekday), and `results` stay as they were.
+    AgeReport composeWithoutYear(const DayOfBirth &day, QDate today, const QString &personName,
+                                 Language language) const;
 
 private:
     QString detailedText(const AgeReport &report, const QString &personName,

@@ -2,6 +2,7 @@
 #include "resources/DateWheelModel.h"
 
 #include "core/DateWheels.h"
+#include "core/DayOfBirth.h"
 #include "session/Session.h"
 
 #include <QDate>
@@ -17,7 +18,20 @@ QStringList DateWheelModel::monthNames() const
 
 QStringList DateWheelModel::yearLabels() const
 {
-    return DateWheels::yearLabels();
+    return DateWheels::yearLabels() << m_session.strings[UiText::NoYear];
+}
+
+int DateWheelModel::yearIndex(int year) const
+{
+    if (year == 0)
+        return DateWheels::lastYear - DateWheels::firstYear + 1;
+    return year - DateWheels::firstYear;
+}
+
+int DateWheelModel::yearAt(int index) const
+{
+    const int year = index + DateWheels::firstYear;
+    return year > DateWheels::lastYear ? 0 : year;
 }
 
 QStringList DateWheelModel::order() const
@@ -32,7 +46,7 @@ int DateWheelModel::firstYear() const
 
 int DateWheelModel::daysInMonth(int month, int year) const
 {
-    return QDate(year, month, 1).daysInMonth();
+    return QDate(year == 0 ? DayOfBirth::leapYear : year, month, 1).daysInMonth();
 }
 
 QStringList DateWheelModel::dayLabels(int month, int year) const

@@ -17,7 +17,8 @@ class DateWheelModel : public QObject
     QML_UNCREATABLE("Held by a screen's controller.")
 
     Q_PROPERTY(QStringList monthNames READ monthNames NOTIFY languageChanged)
-    Q_PROPERTY(QStringList yearLabels READ yearLabels CONSTANT)
+    // firstYear to the last year, then "no year" for a birthday without one.
+    Q_PROPERTY(QStringList yearLabels READ yearLabels NOTIFY languageChanged)
     // "day", "month" and "year" in the order the language writes them.
     Q_PROPERTY(QStringList order READ order NOTIFY languageChanged)
     Q_PROPERTY(int firstYear READ firstYear CONSTANT)
@@ -30,6 +31,10 @@ public:
     QStringList order() const;
     int firstYear() const;
 
+    // The year wheel's place of `year`, 0 being "no year"; and back.
+    Q_INVOKABLE int yearIndex(int year) const;
+    Q_INVOKABLE int yearAt(int index) const;
+    // Year 0, no year, has every day of a leap year.
     Q_INVOKABLE int daysInMonth(int month, int year) const;
     // "1" to the last day of the month.
     Q_INVOKABLE QStringList dayLabels(int month, int year) const;

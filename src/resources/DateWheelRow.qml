@@ -15,6 +15,7 @@ Item {
     property real fadedOpacity: controller.theme.fadedTextOpacity
     // The labels of the day wheel; by default the days of the month shown.
     property var dayModel: controller.wheels.dayLabels(month, year)
+    // 0 stands the year wheel on "no year".
     property int shownDay: 1
     property int shownMonth: 1
     property int shownYear: controller.wheels.firstYear
@@ -24,10 +25,10 @@ Item {
     property real spacing: 4
     property list<string> wheelNames: ["dayWheel", "monthWheel", "yearWheel"]
 
-    // The date the wheels stand on now.
+    // The date the wheels stand on now; year 0 is "no year".
     readonly property int day: dayWheel.currentIndex + 1
     readonly property int month: monthWheel.currentIndex + 1
-    readonly property int year: yearWheel.currentIndex + controller.wheels.firstYear
+    readonly property int year: controller.wheels.yearAt(yearWheel.currentIndex)
     readonly property int dayCount: dayWheel.count
     readonly property bool moving: dayWheel.moving || monthWheel.moving || yearWheel.moving
     readonly property bool dayMoving: dayWheel.moving
@@ -38,7 +39,7 @@ Item {
     signal turned
 
     function setDate(day, month, year) {
-        yearWheel.currentIndex = year - controller.wheels.firstYear
+        yearWheel.currentIndex = controller.wheels.yearIndex(year)
         monthWheel.currentIndex = month - 1
         dayWheel.currentIndex = day - 1
     }
@@ -117,12 +118,12 @@ Item {
         textColor: row.controller.theme.labelColor
         fadedOpacity: row.fadedOpacity
         model: row.controller.wheels.yearLabels
-        currentIndex: row.shownYear - row.controller.wheels.firstYear
+        currentIndex: row.controller.wheels.yearIndex(row.shownYear)
         firstValue: row.controller.wheels.firstYear
         spokenLabel: row.controller.accessibleName("year")
         onMovingChanged: row.turned()
         onCurrentIndexChanged: row.turned()
         onStepRequested: index => row.dateRequested(row.day, row.month,
-                                                   index + row.controller.wheels.firstYear)
+                                                   row.controller.wheels.yearAt(index))
     }
 }

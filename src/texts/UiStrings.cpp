@@ -126,7 +126,7 @@ const std::array<Row, UiTextCount> &rows()
         {u"%1 already there"_s, u"%1 schon vorhanden"_s, u"уже есть: %1"_s},
         {u"%1 skipped"_s, u"%1 übersprungen"_s, u"пропущено: %1"_s},
         {u"%1 no birthday"_s, u"%1 ohne Geburtstag"_s, u"без дня рождения: %1"_s},
-        {u"%1 no birth year"_s, u"%1 ohne Geburtsjahr"_s, u"без года рождения: %1"_s},
+        {u"no year"_s, u"ohne Jahr"_s, u"без года"_s},
         {u"%1 impossible date"_s, u"%1 unmögliches Datum"_s, u"несуществующая дата: %1"_s},
         {u"%1 date in the future"_s, u"%1 Datum in der Zukunft"_s, u"дата в будущем: %1"_s},
         {u"%1 unreadable date"_s, u"%1 unlesbares Datum"_s, u"нечитаемая дата: %1"_s},
@@ -167,6 +167,9 @@ const std::array<Row, UiTextCount> &rows()
          u"Дни рождения, которые не удаётся прочитать: %1. Исправьте или удалите их в "
          u"избранном."_s},
         {u"Unreadable birthday"_s, u"Unlesbarer Geburtstag"_s, u"Нечитаемый день рождения"_s},
+        {u"%1 birthday: %2"_s, u"%1 Geburtstag: %2"_s, u"%1\nДень рождения: %2"_s},
+        {u"The year of birth is not known."_s, u"Das Geburtsjahr ist nicht bekannt."_s,
+         u"Год рождения неизвестен."_s},
     }};
     return table;
 }

@@ -117,7 +117,7 @@ public:
         ImportAlreadyThere,      // 97
         ImportSkipped,           // 98
         ImportNoBirthday,        // 99
-        ImportNoBirthYear,       // 100
+        NoYear,                  // 100: the year wheel's place for a birthday without a year
         ImportImpossibleDate,    // 101
         ImportFutureDate,        // 102
         ImportUnreadableDate,    // 103
@@ -137,13 +137,15 @@ public:
         HandOverDropped,         // 117
         BirthdaysUnreadable,     // 118: %1 how many
         UnreadableBirthday,      // 119
+        BirthdayWithoutYear,     // 120: %1 whose ("Anna's", "Your"), %2 the day and month
+        BirthYearUnknown,        // 121
     };
     Q_ENUM(UiText)
 };
 
 using UiText = UiTexts::UiText;
 
-inline constexpr int UiTextCount = 119;
+inline constexpr int UiTextCount = 121;
 
 // The process-wide table of interface texts. It starts out English; applying
 // German or Russian overwrites every entry. Applying English changes nothing,

@@ -4,6 +4,7 @@
 #include "TimeZoneScope.h"
 #include "cli/CommandLine.h"
 #include "core/Clock.h"
+#include "favorites/FavoritesStore.h"
 #include "settings/MemorySettingsStore.h"
 
 #include <QJsonDocument>
@@ -70,7 +71,21 @@ class TestCommandLine : public QObject
             qFatal("cannot write %s", qPrintable(path));
         return path;
     }
-    Rows stored() const { return m_settings.value(SettingsKeys::favorites).value_or(Rows{}); }
+    // The stored names and birthdays, without the identities.
+    Rows stored() const
+    {
+        Rows rows = m_settings.value(SettingsKeys::favorites).value_or(Rows{});
+        for (QStringList &row : rows)
+            row = row.mid(0, 2);
+        return rows;
+    }
+    QStringList storedIds() const
+    {
+        QStringList ids;
+        for (const QStringList &row : m_settings.value(SettingsKeys::favorites).value_or(Rows{}))
+            ids.append(row.value(2));
+        return ids;
+    }
     // Reminders are planned on 1 March for Bob (2 March) and Anna (14 March).
     void beforeReminders()
     {
@@ -293,6 +308,20 @@ private slots:
         QCOMPARE(stored(), (twoFavorites + Rows{{"Unknown", "5 7 2001"}}));
         QCOMPARE(tavlo({"favorites", "remove", "0"}).status, 0);
         QCOMPARE(stored(), (Rows{{"Bob", "21 11 2000"}, {"Unknown", "5 7 2001"}}));
+
+        // A birthday without a year: no age, and null in JSON.
+        QCOMPARE(tavlo({"favorites", "add", "Dan", "--11-23"}).status, 0);
+        QCOMPARE(stored().constLast(), (QStringList{"Dan", "23 11"}));
+        QVERIFY(tavlo({"favorites", "list"}).out.endsWith("2\tDan\t23 11\t\tsagittauris\t★\n"));
+        QVERIFY(tavlo({"favorites", "list", "--json"})
+                    .out.endsWith("{\"index\":2,\"name\":\"Dan\",\"birthday\":\"23 11\","
+                                  "\"age\":null,\"signKey\":\"sagittauris\",\"star\":true}\n"));
+        for (const char *bad : {"--02-30", "--13-01", "--1123", "11-23"}) {
+            const CommandRun refused = tavlo({"favorites", "add", "Eve", bad});
+            QCOMPARE(refused.status, 2);
+            QVERIFY2(refused.err.contains(QString::fromLatin1(bad)), qPrintable(refused.err));
+        }
+        QCOMPARE(stored().size(), 3);
     }
 
     // One file that does not read stops the whole import.
@@ -332,16 +361,16 @@ private slots:
                                          card("FN:Cleo\r\nBDAY:1990-01-01T00:00:00Z\r\n") +
                                          card("FN:Future\r\nBDAY:2030-01-01\r\n"));
         const QString skipped =
-            " skipped (1 no birthday, 1 no birth year, 1 impossible date, 1 date in the future)\n";
+            " skipped (1 no birthday, 1 impossible date, 1 date in the future)\n";
         CommandRun run = tavlo({"favorites", "import", first, second});
         QCOMPARE(run.err, QString());
         QCOMPARE(run.status, 0);
-        QCOMPARE(run.out, "tavlo: 1 added, 2 already there, 4" + skipped);
-        const Rows after = twoFavorites + Rows{{"Cleo", "1 1 1990"}};
+        QCOMPARE(run.out, "tavlo: 2 added, 2 already there, 3" + skipped);
+        const Rows after = twoFavorites + Rows{{"Cleo", "1 1 1990"}, {"Dan", "12 3"}};
         QCOMPARE(stored(), after);
         const qsizetype writes = m_settings.writeCount();
         run = tavlo({"favorites", "import", second, first});
-        QCOMPARE(run.out, "tavlo: 0 added, 3 already there, 4" + skipped);
+        QCOMPARE(run.out, "tavlo: 0 added, 4 already there, 3" + skipped);
         QCOMPARE(m_settings.writeCount(), writes);
     }
 
@@ -365,15 +394,23 @@ private slots:
     // Exported cards read back as the same favorites; "-" is standard output.
     void exports()
     {
-        m_settings.set(SettingsKeys::favorites, twoFavorites);
+        m_settings.set(SettingsKeys::favorites, twoFavorites + Rows{{"Dan", "12 3"}});
         const QString path = m_files.filePath("export/favorites.vcf");
         CommandRun run = tavlo({"favorites", "export", path});
         QCOMPARE(run.out + run.err, QString());
         QCOMPARE(run.status, 0);
+        // The identities the rows of an earlier version are known by.
+        FavoritesStore before(m_settings);
+        before.load();
+        QStringList ids;
+        for (const Favorite &favorite : before.all())
+            ids.append(favorite.id);
         m_settings.set(SettingsKeys::favorites, Rows{});
         QCOMPARE(tavlo({"favorites", "import", path}).out,
-                 "tavlo: 2 added, 0 already there, 0 skipped\n");
-        QCOMPARE(stored(), twoFavorites);
+                 "tavlo: 3 added, 0 already there, 0 skipped\n");
+        QCOMPARE(stored(), (twoFavorites + Rows{{"Dan", "12 3"}}));
+        // Each favorite comes back as itself.
+        QCOMPARE(storedIds(), ids);
         QVERIFY(tavlo({"favorites", "export", "-"}).out.startsWith("BEGIN:VCARD\r\nVERSION:4.0"));
 
         run = tavlo({"calendar", "export", "-", "--lang", "de"});

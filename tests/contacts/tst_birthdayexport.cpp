@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "WithoutIds.h"
 #include "contacts/BirthdayCalendar.h"
 #include "contacts/BirthdayExport.h"
 #include "contacts/BirthdayImport.h"
@@ -92,7 +93,7 @@ private slots:
         const ImportPlan first = BirthdayImport::plan(read.contacts, {}, today);
         QList<Favorite> expected = favorites;
         expected.last().birthday = "1 1 0985"; // the record year always has four digits
-        QCOMPARE(first.additions, expected);
+        QCOMPARE(withoutIds(first.additions), expected);
         const ImportPlan second = BirthdayImport::plan(read.contacts, favorites, today);
         QCOMPARE(second.summary.added, 0);
         QCOMPARE(second.summary.alreadyThere, favorites.size());
@@ -122,7 +123,7 @@ private slots:
             QVERIFY2((uchar(c) >= 0x20 || c == '\t') && c != 0x7f, text.constData());
         const VCardReader::Result read = VCardReader::read(text);
         QCOMPARE(read.error, VCardReader::Error::None);
-        QCOMPARE(BirthdayImport::plan(read.contacts, {}, today).additions,
+        QCOMPARE(withoutIds(BirthdayImport::plan(read.contacts, {}, today).additions),
                  QList<Favorite>{favorite});
         QCOMPARE(BirthdayImport::plan(read.contacts, {favorite}, today).summary.added, 0);
     }
@@ -172,7 +173,8 @@ private slots:
             const Event &event = events.at(i);
             const QDate born = QDate::fromString(event.start, Qt::ISODate);
             QCOMPARE(QDate::fromString(event.end, Qt::ISODate), born.addDays(1));
-            QCOMPARE(event.uid, BirthdayExport::uid(favorites.at(i)));
+            QCOMPARE(event.uid,
+                     FavoritesStore::derivedId(favorites.at(i).name, favorites.at(i).birthday, 0));
             for (qsizetype d = 0; d < days.size(); ++d)
                 QCOMPARE(
                     event.next.at(d),

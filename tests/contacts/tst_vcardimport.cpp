@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "SoftlyBrokenCard.h"
+#include "contacts/BirthdayExport.h"
 #include "contacts/BirthdayImport.h"
 #include "contacts/VCardReader.h"
 #include "core/DatePattern.h"
@@ -85,38 +86,64 @@ private slots:
         QCOMPARE(plan.additions, QList<Favorite>{Favorite({name, "12 3 1985"})});
     }
 
-    // Why a card is not added.
-    void skipsWithTheReason_data()
+    // Every form of a birthday, with and without its year: what is stored,
+    // or why the card is skipped.
+    void readsEveryBirthdayForm_data()
     {
         QTest::addColumn<QByteArray>("bday");
         QTest::addColumn<ImportOutcome>("outcome");
+        QTest::addColumn<QString>("stored");
 
-        QTest::newRow("none") << QByteArray() << ImportOutcome::NoBirthday;
-        QTest::newRow("empty") << "BDAY:\n"_ba << ImportOutcome::NoBirthday;
-        QTest::newRow("--0312") << "BDAY:--0312\n"_ba << ImportOutcome::NoBirthYear;
-        QTest::newRow("--03-12") << "BDAY:--03-12\n"_ba << ImportOutcome::NoBirthYear;
-        QTest::newRow("Apple omitted year")
-            << "BDAY;X-APPLE-OMIT-YEAR=1604;VALUE=date:1604-03-12\n"_ba
-            << ImportOutcome::NoBirthYear;
-        QTest::newRow("year 0000") << "BDAY:0000-03-12\n"_ba << ImportOutcome::NoBirthYear;
-        QTest::newRow("29 February, common year")
-            << "BDAY:19850229\n"_ba << ImportOutcome::ImpossibleDate;
-        QTest::newRow("tomorrow") << "BDAY:2026-11-23\n"_ba << ImportOutcome::FutureDate;
-        QTest::newRow("text value")
-            << "BDAY;VALUE=text:circa 1800\n"_ba << ImportOutcome::UnreadableDate;
-        QTest::newRow("other form") << "BDAY:12.03.1985\n"_ba << ImportOutcome::UnreadableDate;
-        QTest::newRow("year only") << "BDAY:1985\n"_ba << ImportOutcome::UnreadableDate;
-        QTest::newRow("today is kept") << "BDAY:2026-11-22\n"_ba << ImportOutcome::Added;
-        QTest::newRow("29 February, leap year") << "BDAY:1984-02-29\n"_ba << ImportOutcome::Added;
+        const auto added = [](const char *name, const QByteArray &bday, const QString &stored) {
+            QTest::newRow(name) << bday << ImportOutcome::Added << stored;
+        };
+        const auto skipped = [](const char *name, const QByteArray &bday, ImportOutcome why) {
+            QTest::newRow(name) << bday << why << QString();
+        };
+        skipped("none", QByteArray(), ImportOutcome::NoBirthday);
+        skipped("empty", "BDAY:\n"_ba, ImportOutcome::NoBirthday);
+        added("--0312", "BDAY:--0312\n"_ba, u"12 3"_s);
+        added("--03-12", "BDAY:--03-12\n"_ba, u"12 3"_s);
+        added("--0229, a real birthday", "BDAY:--0229\n"_ba, u"29 2"_s);
+        skipped("--1332", "BDAY:--1332\n"_ba, ImportOutcome::ImpossibleDate);
+        skipped("--0230", "BDAY:--0230\n"_ba, ImportOutcome::ImpossibleDate);
+        added("Apple's omitted year", "BDAY;X-APPLE-OMIT-YEAR=1604;VALUE=date:1604-03-12\n"_ba,
+              u"12 3"_s);
+        added("Apple's mark, another year marked", "BDAY;X-APPLE-OMIT-YEAR=1900:1900-03-12\n"_ba,
+              u"12 3"_s);
+        added("Apple's mark, a date in another year", "BDAY;X-APPLE-OMIT-YEAR=1604:1985-03-12\n"_ba,
+              u"12 3 1985"_s);
+        added("Apple's mark, 29 February of a common year",
+              "BDAY;X-APPLE-OMIT-YEAR=1603:1603-02-29\n"_ba, u"29 2"_s);
+        skipped("Apple's mark, 30 February", "BDAY;X-APPLE-OMIT-YEAR=1604:1604-02-30\n"_ba,
+                ImportOutcome::ImpossibleDate);
+        added("bare 1604, as phones write it", "BDAY:1604-03-02\n"_ba, u"2 3"_s);
+        added("bare 1604, basic form", "BDAY:16040302\n"_ba, u"2 3"_s);
+        added("year 0000", "BDAY:0000-03-12\n"_ba, u"12 3"_s);
+        added("year 0001", "BDAY:0001-03-12\n"_ba, u"12 3"_s);
+        added("1605 is a year", "BDAY:1605-03-12\n"_ba, u"12 3 1605"_s);
+        skipped("29 February, common year", "BDAY:19850229\n"_ba, ImportOutcome::ImpossibleDate);
+        skipped("tomorrow", "BDAY:2026-11-23\n"_ba, ImportOutcome::FutureDate);
+        skipped("text value", "BDAY;VALUE=text:circa 1800\n"_ba, ImportOutcome::UnreadableDate);
+        skipped("other form", "BDAY:12.03.1985\n"_ba, ImportOutcome::UnreadableDate);
+        skipped("year only", "BDAY:1985\n"_ba, ImportOutcome::UnreadableDate);
+        skipped("day only", "BDAY:---12\n"_ba, ImportOutcome::UnreadableDate);
+        added("today is kept", "BDAY:2026-11-22\n"_ba, u"22 11 2026"_s);
+        added("29 February, leap year", "BDAY:1984-02-29\n"_ba, u"29 2 1984"_s);
     }
-    void skipsWithTheReason()
+    void readsEveryBirthdayForm()
     {
         QFETCH(QByteArray, bday);
         QFETCH(ImportOutcome, outcome);
-        const ImportPlan plan = planFor("BEGIN:VCARD\nFN:X\n" + bday + "END:VCARD\n");
-        ImportSummary expected;
-        expected.count(outcome);
-        QCOMPARE(plan.summary, expected);
+        QFETCH(QString, stored);
+        for (const char *version : {"2.1", "3.0", "4.0"}) {
+            const ImportPlan plan =
+                planFor("BEGIN:VCARD\nVERSION:"_ba + version + "\nFN:X\n" + bday + "END:VCARD\n");
+            ImportSummary expected;
+            expected.count(outcome);
+            QCOMPARE(plan.summary, expected);
+            QCOMPARE(plan.additions.value(0).birthday, stored);
+        }
     }
 
     // Same name and same day are "already there", whether stored already
@@ -133,6 +160,29 @@ private slots:
                  (QList<Favorite>{{"Bob", "7 1 2000"}, {"Bob", "8 1 2000"}, {"ann", "12 3 1985"}}));
         QCOMPARE(plan.summary.added, 3);
         QCOMPARE(plan.summary.alreadyThere, 2);
+    }
+
+    // A card Tavlo exported is known by its UID: after a rename on either
+    // side it adds nothing and renames nothing back. Two people of the same
+    // name and birthday, each with a UID of their own, stay two, and keep
+    // their identities through a round trip.
+    void knowsItsOwnCardsByIdentity()
+    {
+        const QList<Favorite> list = {
+            {"Ann", "12 3 1985", u"3f2b8a30-0d6e-4a53-9b0e-2e8f63f0a1c1"_s},
+            {"Ann", "12 3 1985", u"8c1d6e0a-7f41-4b9c-a2d5-5b7e9c3f4d20"_s},
+            {"Cleo", "29 2", u"0a9e3c5b-1d2f-4e6a-8b7c-9d0e1f2a3b4c"_s}};
+        const QByteArray exported = BirthdayExport::vCards(list).text;
+
+        QList<Favorite> renamed = list;
+        renamed[0].name = u"Anna"_s;
+        renamed[2].birthday = u"1 3"_s;
+        const ImportPlan again = planFor(exported, renamed);
+        QVERIFY(again.additions.isEmpty());
+        QCOMPARE(again.summary.alreadyThere, 3);
+
+        const ImportPlan fresh = planFor(exported);
+        QCOMPARE(fresh.additions, list);
     }
 
     void refusesWhatIsNoAddressBook_data()

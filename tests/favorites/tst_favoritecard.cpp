@@ -102,6 +102,10 @@ private slots:
         row("5 1 2000", Language::English, "en_US", true, "Wednesday, January 05, 2000");
         // Russian's format-context month name, as QLocale gives it.
         row("12 3 1985", Language::English, "ru_RU", false, "марта 12, 1985");
+        // Without a year there is no weekday either.
+        row("12 3", Language::English, "en_US", true, "March 12");
+        row("29 2", Language::German, "de_DE", false, "29. Februar");
+        row("5 1", Language::Russian, "ru_RU", true, "05. января");
     }
     void birthdayText()
     {
@@ -120,6 +124,7 @@ private slots:
         QTest::addColumn<QString>("name");
         QTest::addColumn<bool>("markComing");
         QTest::addColumn<QString>("shown");
+        // -1 for no age.
         QTest::addColumn<qint64>("age");
         QTest::addColumn<QString>("sign");
         QTest::addColumn<QString>("star");
@@ -141,6 +146,12 @@ private slots:
         row("29 Feb, common year", "29 2 1996", jan10, "Bo", true, "Bo", 29, "pisces", true);
         row("29 Feb, leap year past", "29 2 1996", at(2028, 3, 1), "Bo", true, "Bo", 32, "pisces",
             false);
+        row("no year, today", "12 3", mar12, "Ann", true, "Ann", -1, "pisces", true);
+        row("no year, past", "11 3", mar12, "Ann", true, "Ann", -1, "pisces", false);
+        row("no year, placeholder 1604", "11 3 1604", jan10, "Ann", true, "Ann", -1, "pisces",
+            true);
+        row("no year, 29 Feb, common year", "29 2", jan10, "Bo", true, "Bo", -1, "pisces", true);
+        row("no year, 29 Feb, past", "29 2", at(2028, 3, 1), "Bo", true, "Bo", -1, "pisces", false);
     }
     void card()
     {
@@ -151,7 +162,7 @@ private slots:
         const FavoriteCard c =
             cardOf(name, birthday, now, Language::English, "en", false, markComing);
         QTEST(c.name, "shown");
-        QTEST(c.age, "age");
+        QTEST(c.age.value_or(-1), "age");
         QTEST(c.signKey, "sign");
         QTEST(c.star, "star");
     }
@@ -174,6 +185,7 @@ private slots:
         row(Language::German, "capricorn", u"★"_qs,
             "Ann, 12 March, Alter 41, Steinbock, ★ Geburtstag steht bevor");
         row(Language::English, "", "", "Ann, 12 March, age 41");
+        row(Language::English, "aries", "", "Ann, 12 March, Aries");
     }
     void spokenRow()
     {
@@ -182,7 +194,10 @@ private slots:
         QFETCH(QString, star);
         UiStrings strings;
         strings.apply(language);
-        const FavoriteCard card{u"Ann"_qs, u"12 March"_qs, 41, sign, star, {}};
+        // The row without an age is one whose year is not known.
+        const std::optional<qint64> age =
+            sign == u"aries" ? std::nullopt : std::optional<qint64>(41);
+        const FavoriteCard card{u"Ann"_qs, u"12 March"_qs, age, sign, star, {}};
         QTEST(FavoriteCards::spokenRow(card, strings, accessibleNames(strings, language)),
               "spoken");
     }
@@ -275,6 +290,15 @@ private slots:
             << age << withBirthdays({"7 7 1990", "1 1 2000", "07 07 1990", "7 7 1990"})
             << QList<int>{1, 0, 2, 3};
 
+        // Without a year there is no age: after everyone with one, by name,
+        // and before those that cannot be read.
+        QTest::newRow("age: no year after the ages, by name")
+            << age << Favorites{{"Zed", "1 1"},  {"Old", "1 1 1950"},   {"Bad", "hello"},
+                                {"Amy", "29 2"}, {"Young", "1 1 2020"}, {"Eve", "5 5 1604"}}
+            << QList<int>{4, 1, 3, 5, 0, 2};
+        QTest::newRow("birthday: with and without a year alike")
+            << birthday << withBirthdays({"1 3", "29 2 1996", "28 2", "1 1 2010", "29 2"})
+            << QList<int>{3, 2, 1, 4, 0};
         QTest::newRow("birthday: year ignored, 29 February in its place")
             << birthday
             << withBirthdays({"31 12 1990", "1 3 1980", "29 2 1996", "1 1 2010", "28 2 2001"})
@@ -325,7 +349,7 @@ private slots:
         QTest::newRow("text") << QStringList{"1 1 2000", "12 3 1985", "hello"}
                               << QList<int>{0, 1, 2};
         QTest::newRow("31 February") << QStringList{"31 2 1999", "1 1 2000"} << QList<int>{1, 0};
-        QTest::newRow("no year") << QStringList{"1 1 2000", "12 3"} << QList<int>{0, 1};
+        QTest::newRow("month 13") << QStringList{"1 1 2000", "12 13"} << QList<int>{0, 1};
         QTest::newRow("empty") << QStringList{"", "12 3 1985"} << QList<int>{1, 0};
     }
     void unreadableBirthdays()

@@ -51,7 +51,21 @@ class TestFavoritesScreen : public QObject
     int count() const { return h->find("tableView")->property("count").toInt(); }
     QQuickItem *cell(int row) const { return h->find(u"cell"_qs + QString::number(row)); }
     QString name(int row) const { return h->text("labelName", cell(row)); }
-    Rows stored() const { return h->settings.value(favorites).value_or(Rows{}); }
+    // The stored names and birthdays, without the identities.
+    Rows stored() const
+    {
+        Rows rows = h->settings.value(favorites).value_or(Rows{});
+        for (QStringList &row : rows)
+            row = row.mid(0, 2);
+        return rows;
+    }
+    QString storedId(qsizetype row) const { return h->settings.value(favorites)->at(row).value(2); }
+    void openEditDialog(int row)
+    {
+        QTest::mousePress(h->window, Qt::LeftButton, {}, h->centre(cell(row)));
+        QTRY_VERIFY(h->opened("editDialog"));
+        QTest::mouseRelease(h->window, Qt::LeftButton, {}, h->centre(cell(row)));
+    }
 
     void swipeLeft(int row, int distance, int steps, int ms)
     {
@@ -203,9 +217,7 @@ private slots:
     {
         h->settings.set(favorites, Rows{{"Anna", "31 1 1985"}});
         start();
-        QTest::mousePress(h->window, Qt::LeftButton, {}, h->centre(cell(0)));
-        QTRY_VERIFY(h->opened("editDialog"));
-        QTest::mouseRelease(h->window, Qt::LeftButton, {}, h->centre(cell(0)));
+        openEditDialog(0);
         QObject *day = h->find("editDayWheel");
         for (const auto &[month, shown] : {std::pair{3, 31}, {2, 28}, {4, 30}, {5, 31}}) {
             h->find("editMonthWheel")->setProperty("currentIndex", month - 1);
@@ -414,6 +426,39 @@ private slots:
         };
         QTRY_COMPARE(shownDay(), "15");
         QCOMPARE(wheel->property("currentIndex").toInt(), 14);
+    }
+
+    // Without a year: the day and month, no age, after everyone with an age;
+    // the edit dialog's year wheel on "no year", where it can also be put,
+    // and a year given later. The favorite stays itself throughout.
+    void birthdayWithoutAYearInTheList()
+    {
+        h->settings.set(favorites, Rows{{"Dan", "23 11"}, {"Anna", "12 3 1985"}});
+        h->settings.set(sort, 1);
+        start();
+        QCOMPARE(name(1), "Dan");
+        QCOMPARE(h->text("labelBD", cell(1)), "November 23");
+        QCOMPARE(h->text("labelAge", cell(1)), QString());
+        const QString dan = storedId(1);
+        const QString anna = storedId(0);
+
+        openEditDialog(1);
+        QCOMPARE(h->find("editYearWheel")->property("currentIndex").toInt(), 2200 - 1800 + 1);
+        h->find("editYearWheel")->setProperty("currentIndex", 1990 - 1800);
+        h->tap("editOkButton");
+        QTRY_VERIFY(!h->opened("editDialog"));
+        QCOMPARE(stored().at(1), (QStringList{"Dan", "23 11 1990"}));
+        QTRY_COMPARE(h->text("labelAge", cell(1)), "35");
+
+        openEditDialog(0);
+        h->find("editYearWheel")->setProperty("currentIndex", 2200 - 1800 + 1);
+        h->tap("editOkButton");
+        QTRY_VERIFY(!h->opened("editDialog"));
+        QCOMPARE(stored().at(0), (QStringList{"Anna", "12 3"}));
+        QTRY_COMPARE(h->text("labelAge", cell(0)), QString());
+        QCOMPARE(h->text("labelBD", cell(0)), "March 12");
+        QCOMPARE(storedId(0), anna);
+        QCOMPARE(storedId(1), dan);
     }
 
     // A birthday that cannot be read is listed as such, with no age or

@@ -95,9 +95,11 @@ private slots:
             {"1 2026-03-29T07:30:00+02:00 S"});
         row("clocks go back that day", at(2026, 10, 20), {{"W", "25 10 1990"}},
             {"1 2026-10-25T07:30:00+01:00 W"});
-        row("texts compared as written", march1,
-            {{"Z", "07 03 1985"}, {"S", "7 3"}, {"P", "7 3 1985"}},
-            {"1 2026-03-07T07:30:00+01:00 P"});
+        // Without a year the day and month alone decide.
+        row("texts compared as written, no year alike", march1,
+            {{"Z", "07 03 1985"}, {"S", "7 3"}, {"P", "7 3 1985"}, {"Q", "7 3 1604"}},
+            {"1 2026-03-07T07:30:00+01:00 S", "2 2026-03-07T07:30:00+01:00 P",
+             "3 2026-03-07T07:30:00+01:00 Q"});
         // 18 September is 201 days after 1 March; Cy's birthday a week later.
         const Rows abc{{"Anna", "2 3 1985"}, {"Bo", "5 3 1990"}, {"Cy", "25 9 1970"}};
         row("unreadable timing", march1, abc,

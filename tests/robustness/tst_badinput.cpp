@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "DiskFaults.h"
+#include "WithoutIds.h"
 #include "core/FatalError.h"
 #include "favorites/FavoritesStore.h"
 #include "settings/FileSettingsStore.h"
@@ -82,7 +83,7 @@ class TestBadInput : public QObject
         FileSettingsStore settings(copy);
         FavoritesStore favorites(settings);
         favorites.load();
-        return favorites.all();
+        return withoutIds(favorites.all());
     }
 
     // Runs the command line, as the user `uid` where one is given.

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "WithoutIds.h"
 #include "favorites/FavoritesSorting.h"
 #include "favorites/FavoritesStore.h"
 #include "settings/FileSettingsStore.h"
@@ -217,7 +218,7 @@ class TestCrashSafety : public QObject
         FileSettingsStore store(copy);
         FavoritesStore favorites(store);
         favorites.load();
-        result.list = favorites.all();
+        result.list = withoutIds(favorites.all());
         return result;
     }
 
