@@ -26,6 +26,9 @@ mkdir -p "$XDG_RUNTIME_DIR" "$XDG_DATA_HOME/kpeoplevcard/own"
 chmod 700 "$XDG_RUNTIME_DIR"
 printf 'BEGIN:VCARD\r\nVERSION:4.0\r\nFN:Folder Friend\r\nBDAY:19700506\r\nEND:VCARD\r\n' \
     >"$XDG_DATA_HOME/kpeoplevcard/own/friend.vcf"
+# A birthday without a year, as vCard 4.0 writes it.
+printf 'BEGIN:VCARD\r\nVERSION:4.0\r\nFN:Folder Aunt\r\nBDAY:--0807\r\nEND:VCARD\r\n' \
+    >"$XDG_DATA_HOME/kpeoplevcard/aunt.vcf"
 
 # "Show birthdays in the calendar" is on: every change publishes the calendar.
 mkdir -p "$XDG_CONFIG_HOME/tavlo"
@@ -33,7 +36,7 @@ printf '[General]\nbirthdaysInCalendar=true\n' >"$XDG_CONFIG_HOME/tavlo/tavlo.co
 
 # No evolution-data-server (no session bus at all): the folder alone, no error.
 summary=$(DBUS_SESSION_BUS_ADDRESS=unix:path=$home/no-bus "$tavlo" favorites import --contacts)
-[[ "$summary" == "tavlo: 1 added, 0 already there, 0 skipped" ]] ||
+[[ "$summary" == "tavlo: 2 added, 0 already there, 0 skipped" ]] ||
     { echo "FAIL: without a bus: $summary" >&2; exit 1; }
 
 export TAVLO=$tavlo HELPER=$helper
@@ -53,17 +56,22 @@ END:VCARD" \
         "BEGIN:VCARD
 VERSION:3.0
 FN:No Birthday
+END:VCARD" \
+        "BEGIN:VCARD
+VERSION:3.0
+FN:Yara
+BDAY:1604-04-15
 END:VCARD"
     summary=$("$TAVLO" favorites import --contacts)
     echo "$summary"
-    expected="tavlo: 2 added, 1 already there, 1 skipped (1 no birthday)"
+    expected="tavlo: 3 added, 2 already there, 1 skipped (1 no birthday)"
     [[ "$summary" == "$expected" ]] || { echo "FAIL: expected: $expected" >&2; exit 1; }
     listed=$("$TAVLO" favorites list | cut -f2,3 | sort)
     echo "$listed"
-    [[ "$listed" == "$(printf "Folder Friend\t6 5 1970\nJane Doe\t12 3 1985\nИван Иванов\t29 2 1984")" ]] ||
+    [[ "$listed" == "$(printf "Folder Aunt\t7 8\nFolder Friend\t6 5 1970\nJane Doe\t12 3 1985\nYara\t15 4\nИван Иванов\t29 2 1984")" ]] ||
         { echo "FAIL: favorites as listed above" >&2; exit 1; }
     again=$("$TAVLO" favorites import --contacts)
-    [[ "$again" == "tavlo: 0 added, 3 already there, 1 skipped (1 no birthday)" ]] ||
+    [[ "$again" == "tavlo: 0 added, 5 already there, 1 skipped (1 no birthday)" ]] ||
         { echo "FAIL: second import: $again" >&2; exit 1; }
     # The published calendar, as evolution-data-server reads it through its
     # calendar interface.
@@ -72,8 +80,9 @@ END:VCARD"
     for expected in \
         "\"summary\": \"Jane Doe'"'"'s birthday\", \"start\": \"1985-03-12\", \"allDay\": true, \"rrule\": [\"FREQ=YEARLY\"]" \
         "\"start\": \"1984-02-29\", \"allDay\": true, \"rrule\": [\"FREQ=YEARLY;BYYEARDAY=60\"]" \
-        "\"summary\": \"Folder Friend'"'"'s birthday\""; do
+        "\"summary\": \"Folder Friend'"'"'s birthday\"" \
+        "\"summary\": \"Yara'"'"'s birthday\", \"start\": \"$(date +%Y)-04-15\""; do
         [[ "$events" == *"$expected"* ]] || { echo "FAIL: no event with $expected" >&2; exit 1; }
     done
-    [[ $(wc -l <<<"$events") == 3 ]] || { echo "FAIL: not 3 events" >&2; exit 1; }
+    [[ $(wc -l <<<"$events") == 5 ]] || { echo "FAIL: not 5 events" >&2; exit 1; }
 '
