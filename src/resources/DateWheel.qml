@@ -58,6 +58,13 @@ Tumbler {
                             moveTo(value - wheel.firstValue)
         Keys.onUpPressed: moveTo(wheel.currentIndex + 1)
         Keys.onDownPressed: moveTo(wheel.currentIndex - 1)
+        // The ends at once: the year wheel's last place is "no year".
+        Keys.onPressed: event => {
+            if (event.key === Qt.Key_Home || event.key === Qt.Key_End) {
+                moveTo(event.key === Qt.Key_Home ? 0 : wheel.count - 1)
+                event.accepted = true
+            }
+        }
         Accessible.role: Accessible.SpinBox
         Accessible.name: wheel.spokenLabel + " " + wheel.currentText
         Accessible.onIncreaseAction: moveTo(wheel.currentIndex + 1)

@@ -286,6 +286,17 @@ private slots:
         QCOMPARE(h->settings.value(SettingsKeys::favorites)->at(2).mid(0, 2),
                  (QStringList{"X", "23 11"}));
 
+        // From the keyboard: Home and End reach the wheel's ends.
+        h->find("yearWheelStepper")->forceActiveFocus();
+        QTest::keyClick(h->window, Qt::Key_Home);
+        QTRY_COMPARE(wheelIndex("yearWheel"), 0);
+        QVERIFY(!display().contains(h->session->strings[UiText::BirthYearUnknown]));
+        QTest::keyClick(h->window, Qt::Key_End);
+        QTRY_COMPARE(wheelIndex("yearWheel"), 2200 - 1800 + 1);
+        QVERIFY2(display().startsWith(h->session->strings[UiText::BirthdayWithoutYear].arg(
+                     h->session->strings[UiText::ReportYour], QString())),
+                 qPrintable(display()));
+
         turnWheels(23, 11, 1990);
         QVERIFY2(display().contains(u": 35 "_qs), qPrintable(display()));
         QVERIFY(!h->text("labelWeekDay").isEmpty());
