@@ -24,7 +24,7 @@ FavViewController::FavViewController(Session &session, QObject *parent)
     m_undoTimer.setSingleShot(true);
     m_undoTimer.setInterval(undoMilliseconds);
     connect(&m_undoTimer, &QTimer::timeout, this, [this] {
-        m_deleted.reset();
+        m_deleted.clear();
         emit undoChanged();
     });
 }
@@ -111,8 +111,18 @@ void FavViewController::applyOrder()
         FavoritesSorting::ordering(favorites.all(), FavoritesSorting::orderFor(m_sort)));
 }
 
+void FavViewController::setOpenRow(int row)
+{
+    if (row == m_openRow)
+        return;
+    m_openRow = row;
+    emit openRowChanged();
+}
+
 void FavViewController::reloadRows()
 {
+    // Rows move or change under it: no row stays open.
+    setOpenRow(-1);
     Session &session = m_session;
     const bool showWeekday = m_showWeekday;
     const QDateTime now = session.clock.now();
@@ -187,34 +197,48 @@ void FavViewController::confirmEdit(const QString &name, int day, int month, int
 
 void FavViewController::deleteRow(int row)
 {
+    // The rows below move up: one left open would come to rest under the
+    // finger with its delete button out.
+    setOpenRow(-1);
     const Favorite favorite = m_session.favorites.at(row);
     m_session.favorites.remove(row);
     m_model->removeRow(row);
-    m_deleted = Deleted{row, favorite};
+    m_deleted.append({row, favorite});
     m_undoTimer.start();
     emit countChanged();
     emit undoChanged();
 }
 
-void FavViewController::undoDelete()
+bool FavViewController::undoDelete()
 {
-    if (!m_deleted)
-        return;
-    const int row = std::min(m_deleted->row, count());
-    m_session.favorites.insert(row, m_deleted->favorite);
-    m_model->insertRow(row, m_deleted->favorite);
-    m_deleted.reset();
+    if (m_deleted.isEmpty())
+        return false;
+    setOpenRow(-1);
+    const QList<Deleted> run = std::exchange(m_deleted, {});
     m_undoTimer.stop();
+    FavoritesStore &favorites = m_session.favorites;
+    // The last deleted goes back first: each then finds the rows around it
+    // as they were when it went.
+    SettingsBatch restore(m_session.settings);
+    for (auto it = run.crbegin(); it != run.crend(); ++it) {
+        const int row = std::min(it->row, int(favorites.count()));
+        favorites.insert(row, it->favorite);
+        m_model->insertRow(row, it->favorite);
+    }
+    // A failure reaches the save notice through the store's failure handler.
+    const bool stored = restore.finish().ok();
     emit countChanged();
     emit undoChanged();
+    return stored;
 }
 
 QString FavViewController::undoText() const
 {
-    if (!m_deleted)
-        return {};
-    return m_session.strings[UiText::Deleted] + u' ' +
-           FavoriteCards::displayName(m_deleted->favorite.name);
+    QStringList names;
+    for (const Deleted &deleted : m_deleted)
+        names.append(FavoriteCards::displayName(deleted.favorite.name));
+    return names.isEmpty() ? QString()
+                           : m_session.strings[UiText::Deleted] + u' ' + names.join(u", "_s);
 }
 
 FavViewController::SwipeOutcome FavViewController::swipeOutcome(qreal travel, qreal rowWidth,

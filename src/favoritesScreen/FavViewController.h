@@ -41,6 +41,8 @@ class FavViewController : public ScreenController
     Q_PROPERTY(int editDay READ editDay NOTIFY editChanged)
     Q_PROPERTY(int editMonth READ editMonth NOTIFY editChanged)
     Q_PROPERTY(int editYear READ editYear NOTIFY editChanged)
+    // The row swiped open to show its red delete button, or -1.
+    Q_PROPERTY(int openRow READ openRow WRITE setOpenRow NOTIFY openRowChanged)
     Q_PROPERTY(bool undoVisible READ undoVisible NOTIFY undoChanged)
     Q_PROPERTY(QString undoText READ undoText NOTIFY undoChanged)
     // The word on a row's edit button.
@@ -75,7 +77,9 @@ public:
     int editDay() const { return m_editDate.day(); }
     int editMonth() const { return m_editDate.month(); }
     int editYear() const { return m_editDate.year(); }
-    bool undoVisible() const { return m_deleted.has_value(); }
+    int openRow() const { return m_openRow; }
+    void setOpenRow(int row);
+    bool undoVisible() const { return !m_deleted.isEmpty(); }
     QString undoText() const;
     // The file dialog's filter: "vCard files (*.vcf *.vcard)".
     QStringList vCardNameFilters() const;
@@ -93,10 +97,14 @@ public:
     Q_INVOKABLE void longPressed(int row);
     // "OK" in the edit dialog: the name as typed, the date from its wheels.
     Q_INVOKABLE void confirmEdit(const QString &name, int day, int month, int year);
-    // Deletes at once; "Undo" then stays for a few seconds.
+    // Deletes at once and closes the open row; "Undo" then stays for a few
+    // seconds after the last of a run of deletes.
     Q_INVOKABLE void deleteRow(int row);
-    // Puts the last deleted favorite back at its place.
-    Q_INVOKABLE void undoDelete();
+    // Puts every favorite of the run back at its place, in one write, and
+    // says whether that reached the disk. One that did not is still in the
+    // list (written again with the next change) and the save notice says so;
+    // the offer is used up either way, so a second "Undo" cannot double them.
+    Q_INVOKABLE bool undoDelete();
     Q_INVOKABLE SwipeOutcome swipeOutcome(qreal travel, qreal rowWidth, qreal buttonWidth) const;
     // "Import a vCard file…" with the file chosen in the dialog, and "Import
     // from contacts": the birthdays added in one write, the list shown
@@ -106,6 +114,7 @@ public:
 
 signals:
     void countChanged();
+    void openRowChanged();
     void dimmedChanged();
     void editChanged();
     void sortMenuRequested();
@@ -136,7 +145,9 @@ private:
         int row;
         Favorite favorite;
     };
-    std::optional<Deleted> m_deleted;
+    // The run of deletes "Undo" takes back, the first deleted first.
+    QList<Deleted> m_deleted;
+    int m_openRow = -1;
     QTimer m_undoTimer;
     QString m_importSummary;
 

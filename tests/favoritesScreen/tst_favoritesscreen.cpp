@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
+#include "DiskFaults.h"
 #include "ScreenHarness.h"
 #include "favoritesScreen/FavViewController.h"
+#include "settings/FileSettingsStore.h"
 
 #include <QSignalSpy>
 #include <optional>
@@ -250,7 +252,7 @@ private slots:
         QVERIFY(h->shows("footerCount"));
         QCOMPARE(count(), stored().size());
         if (!deleted) {
-            QCOMPARE(h->find("tableView")->property("openRow").toInt(), open ? 0 : -1);
+            QCOMPARE(c->openRow(), open ? 0 : -1);
             QCOMPARE(deleteShown(0), open);
         }
     }
@@ -294,6 +296,112 @@ private slots:
         QTRY_COMPARE(count(), 3);
         QTRY_COMPARE(cell(1) ? name(1) : QString(), "Zoe");
         QTRY_VERIFY(!h->shows("undoBar"));
+    }
+
+    // However a run of deletes is made, one "Undo" brings every favorite of
+    // it back to its place. Only the red button and a long swipe delete: a
+    // finger never brings up the keyboard's buttons over the red one, and a
+    // delete closes the open row, so a second tap where the red button was
+    // chooses the row that moved up.
+    void aRunOfDeletesIsUndone_data()
+    {
+        QTest::addColumn<QString>("way");
+        QTest::addColumn<QString>("undoText");
+        QTest::newRow("two taps on the red button") << "tap twice"
+                                                    << "Deleted: Anna";
+        QTest::newRow("red button, twice") << "open and tap"
+                                           << "Deleted: Anna, Zoe";
+        QTest::newRow("long swipes") << "swipe far"
+                                     << "Deleted: Anna, Zoe";
+        QTest::newRow("Delete key") << "key"
+                                    << "Deleted: Anna, Zoe";
+    }
+    void aRunOfDeletesIsUndone()
+    {
+        QFETCH(QString, way);
+        QFETCH(QString, undoText);
+        h->settings.set(favorites, people());
+        start();
+        const Rows before = stored();
+        QSignalSpy requested(c, &FavViewController::screenRequested);
+        const auto openFirst = [&] {
+            swipeLeft(0, 60, 6, 30);
+            QTRY_COMPARE(h->find("deleteAction", cell(0))->width(), 80.0);
+            QVERIFY(!h->shows("rowActions"));
+        };
+        std::optional<QPoint> red;
+        for (int time = 0; time < 2; ++time) {
+            const qsizetype left = stored().size();
+            if (way == "key") {
+                cell(0)->forceActiveFocus(Qt::TabFocusReason);
+                QTRY_VERIFY(h->shows("rowActions"));
+                QTest::keyClick(h->window, Qt::Key_Delete);
+            } else if (way == "swipe far") {
+                swipeLeft(0, 300, 15, 10);
+            } else {
+                if (!red || way == "open and tap") {
+                    openFirst();
+                    red = h->centre(h->find("deleteAction", cell(0)));
+                }
+                QTest::mouseClick(h->window, Qt::LeftButton, {}, *red);
+            }
+            if (way == "tap twice" && time == 1) {
+                QTRY_COMPARE(requested.count(), 1);
+                QCOMPARE(stored().size(), left);
+            } else {
+                QTRY_COMPARE(stored().size(), left - 1);
+                QCOMPARE(c->openRow(), -1);
+            }
+            QTest::qWait(300);
+        }
+        QTRY_VERIFY(h->shows("undoBar"));
+        QCOMPARE(h->text("undoLabel"), undoText);
+        h->tap("btnUndo");
+        QTRY_COMPARE(stored(), before);
+        QTRY_COMPARE(count(), 3);
+        for (int row = 0; row < 3; ++row)
+            QTRY_COMPARE(cell(row) ? name(row) : QString(), before.at(row).at(0));
+        QTRY_VERIFY(!h->shows("undoBar"));
+    }
+
+    // A restore that did not reach the disk is not called done: the save
+    // notice says why, and the favorites, back in the list, are written
+    // with the next change.
+    void aRestoreThatIsNotSavedIsNotDone()
+    {
+        QTemporaryDir dir;
+        const QString path = dir.filePath("tavlo.conf");
+        const auto diskFull = std::make_shared<bool>(false);
+        FileSettingsStore settings(path,
+                                   failingWriter(AtomicFileWriter::Step::Write, ENOSPC, diskFull));
+        settings.set(favorites, people());
+        Session session(settings, h->clock, {"en-US"}, Appearance::Dark);
+        session.decideLanguage();
+        session.favorites.load();
+        FavViewController screen(session);
+        screen.viewDidLoad();
+        const auto onDisk = [&] { return FileSettingsStore(path).value(favorites); };
+        const Rows before = onDisk().value_or(Rows{});
+
+        screen.deleteRow(2);
+        screen.deleteRow(0);
+        QVERIFY(screen.undoDelete());
+        QCOMPARE(onDisk(), before);
+        QVERIFY(!session.saveNotice.shown());
+
+        screen.deleteRow(1);
+        screen.deleteRow(0);
+        *diskFull = true;
+        QVERIFY(!screen.undoDelete());
+        QVERIFY(session.saveNotice.shown());
+        QCOMPARE(session.saveNotice.text(),
+                 "Your change could not be saved: No space left on device");
+        QCOMPARE(onDisk(), Rows{before.at(2)});
+        QVERIFY(!screen.undoVisible());
+        QCOMPARE(screen.count(), 3);
+        *diskFull = false;
+        screen.chooseSort(0);
+        QCOMPARE(onDisk(), before);
     }
 
     void undoGoesAfterFiveSeconds()
