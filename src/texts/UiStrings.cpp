@@ -167,6 +167,24 @@ const std::array<Row, UiTextCount> &rows()
          u"Дни рождения, которые не удаётся прочитать: %1. Исправьте или удалите их в "
          u"избранном."_s},
         {u"Unreadable birthday"_s, u"Unlesbarer Geburtstag"_s, u"Нечитаемый день рождения"_s},
+        {u"No favorites yet. To add someone, go back, turn the wheels to their date of birth "
+         u"and tap +. Or tap + above to import birthdays from a vCard file or your contacts."_s,
+         u"Noch keine Favoriten. Um jemanden hinzuzufügen, gehen Sie zurück, stellen Sie die "
+         u"Räder auf das Geburtsdatum und tippen Sie auf +. Oder tippen Sie oben auf +, um "
+         u"Geburtstage aus einer vCard-Datei oder Ihren Kontakten zu importieren."_s,
+         u"Избранных пока нет. Чтобы добавить человека, вернитесь назад, выставьте на колёсах "
+         u"дату рождения и нажмите +. Или нажмите + вверху, чтобы импортировать дни рождения "
+         u"из файла vCard или из контактов."_s},
+        {u"No address book was found on this device."_s,
+         u"Auf diesem Gerät wurde kein Adressbuch gefunden."_s,
+         u"На этом устройстве не найдено ни одной адресной книги."_s},
+        {u"No software centre is installed to open Tavlo's page. Install one, such as GNOME "
+         u"Software or KDE Discover, to rate Tavlo."_s,
+         u"Es ist kein Softwarecenter installiert, das die Seite von Tavlo öffnen kann. "
+         u"Installieren Sie eines, etwa GNOME Software oder KDE Discover, um Tavlo zu "
+         u"bewerten."_s,
+         u"Не установлен центр приложений, который мог бы открыть страницу Tavlo. Установите "
+         u"его, например GNOME Software или KDE Discover, чтобы оценить Tavlo."_s},
     }};
     return table;
 }

@@ -137,13 +137,16 @@ public:
         HandOverDropped,         // 117
         BirthdaysUnreadable,     // 118: %1 how many
         UnreadableBirthday,      // 119
+        NoFavoritesYet,          // 120
+        NoAddressBook,           // 121
+        NoSoftwareCentre,        // 122
     };
     Q_ENUM(UiText)
 };
 
 using UiText = UiTexts::UiText;
 
-inline constexpr int UiTextCount = 119;
+inline constexpr int UiTextCount = 122;
 
 // The process-wide table of interface texts. It starts out English; applying
 // German or Russian overwrites every entry. Applying English changes nothing,
