@@ -148,8 +148,10 @@ ItemDelegate {
             color: cell.controller.theme.labelColor
             font.weight: Font.Thin
             font.pixelSize: 24
+            // A long name shrinks only as far as it still reads, and is
+            // then cut short; the row's spoken name has all of it.
             fontSizeMode: Text.HorizontalFit
-            minimumPixelSize: 12
+            minimumPixelSize: 18
             elide: Text.ElideRight
             maximumLineCount: 1
             verticalAlignment: Text.AlignVCenter

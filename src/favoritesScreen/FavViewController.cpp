@@ -6,6 +6,7 @@
 #include "core/DatePattern.h"
 #include "core/DebugLog.h"
 #include "core/FatalError.h"
+#include "core/OneLine.h"
 #include "favorites/FavoritesSorting.h"
 #include "favorites/RowSwipe.h"
 #include "session/Session.h"
@@ -43,6 +44,11 @@ int FavViewController::count() const
 QString FavViewController::entriesText() const
 {
     return m_session.strings[UiText::Entries] + u' ' + QString::number(count());
+}
+
+QString FavViewController::emptyHint() const
+{
+    return count() == 0 ? m_session.strings[UiText::NoFavoritesYet] : QString();
 }
 
 QColor FavViewController::cardColor() const
@@ -128,7 +134,9 @@ void FavViewController::reloadRows()
     const QDateTime now = session.clock.now();
     const QVariantMap spokenNames = accessibleNames(session.strings, session.language());
     m_model->reset(session.favorites.all(), [&session, showWeekday, now,
-                                             spokenNames](const Favorite &favorite, qsizetype) {
+                                             spokenNames](Favorite favorite, qsizetype) {
+        // A card has one line for the name.
+        favorite.name = shownOnOneLine(favorite.name);
         // The star setting is read for each card as it is made.
         FavoriteCard card =
             FavoriteCards::card(favorite, now, session.language(), session.formatLocale,
@@ -236,7 +244,7 @@ QString FavViewController::undoText() const
 {
     QStringList names;
     for (const Deleted &deleted : m_deleted)
-        names.append(FavoriteCards::displayName(deleted.favorite.name));
+        names.append(FavoriteCards::displayName(shownOnOneLine(deleted.favorite.name)));
     return names.isEmpty() ? QString()
                            : m_session.strings[UiText::Deleted] + u' ' + names.join(u", "_s);
 }
@@ -306,6 +314,13 @@ void FavViewController::importContacts()
     else
         PhoneContacts::readFolder(PhoneContacts::plasmaFolder(), read);
     DebugLog::lines(read.sources);
+    // Neither a folder of cards nor an address-book service was there: a
+    // count of nothing added would not tell why.
+    if (read.sources.isEmpty()) {
+        m_importSummary = m_session.strings[UiText::NoAddressBook];
+        emit importFinished();
+        return;
+    }
     finishImport(read.contacts);
 }
 

@@ -27,6 +27,8 @@ class FavViewController : public ScreenController
     Q_PROPERTY(QStringList sortChoices READ sortChoices CONSTANT)
     Q_PROPERTY(QString entriesText READ entriesText NOTIFY countChanged)
     Q_PROPERTY(int count READ count NOTIFY countChanged)
+    // What to do while the list is empty; empty otherwise.
+    Q_PROPERTY(QString emptyHint READ emptyHint NOTIFY countChanged)
     Q_PROPERTY(int scrollTarget READ scrollTarget CONSTANT)
     Q_PROPERTY(bool dimmed READ dimmed NOTIFY dimmedChanged)
     Q_PROPERTY(QColor signCircleColor READ signCircleColor CONSTANT)
@@ -63,6 +65,7 @@ public:
     QStringList sortChoices() const;
     QString entriesText() const;
     int count() const;
+    QString emptyHint() const;
     // The row the list scrolls to a second after loading, or -1.
     int scrollTarget() const { return m_scrollTarget; }
     bool dimmed() const { return m_dimmed; }

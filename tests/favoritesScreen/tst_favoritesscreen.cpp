@@ -490,6 +490,89 @@ private slots:
         QTRY_VERIFY(h->opened("importSummary"));
     }
 
+    // "Import from contacts" says so when there is no address book at all;
+    // one that is there but holds nothing gets the counts.
+    void importsFromContacts_data()
+    {
+        QTest::addColumn<QStringList>("sources");
+        QTest::addColumn<QString>("language");
+        QTest::addColumn<QString>("summary");
+        QTest::newRow("none") << QStringList() << "en-US"
+                              << "No address book was found on this device.";
+        QTest::newRow("none, Russian") << QStringList() << "ru"
+                                       << "На этом устройстве не найдено ни одной адресной книги.";
+        QTest::newRow("an empty one") << QStringList{"kpeoplevcard: 0 files, 0 cards"} << "en-US"
+                                      << "0 added, 0 already there, 0 skipped";
+    }
+    void importsFromContacts()
+    {
+        QFETCH(QStringList, sources);
+        QFETCH(QString, language);
+        QFETCH(QString, summary);
+        h->settings.set(favorites, Rows{{"Anna", "1 1 2000"}});
+        start({language});
+        h->session->phoneContacts = [&] { return PhoneContactsRead{{}, sources}; };
+        h->tap("btnImport");
+        QTRY_VERIFY(h->opened("importMenu"));
+        h->tap("btnImportContacts");
+        QTRY_VERIFY(h->opened("importSummary"));
+        QCOMPARE(c->importSummary(), summary);
+        QCOMPARE(stored(), (Rows{{"Anna", "1 1 2000"}}));
+    }
+
+    // An empty list says how to add someone, in the interface language,
+    // and goes once there is a favorite.
+    void anEmptyListSaysWhatToDo_data()
+    {
+        QTest::addColumn<QString>("language");
+        QTest::addColumn<QString>("start");
+        QTest::newRow("English") << "en-US"
+                                 << "No favorites yet. To add someone, go back,";
+        QTest::newRow("German") << "de-DE"
+                                << "Noch keine Favoriten. Um jemanden hinzuzufügen,";
+        QTest::newRow("Russian") << "ru"
+                                 << "Избранных пока нет. Чтобы добавить человека,";
+    }
+    void anEmptyListSaysWhatToDo()
+    {
+        QFETCH(QString, language);
+        QFETCH(QString, start);
+        h->settings.set(favorites, Rows{{"Anna", "1 1 2000"}});
+        this->start({language});
+        QVERIFY(!h->shows("emptyHint"));
+        c->deleteRow(0);
+        QTRY_VERIFY(h->shows("emptyHint"));
+        QVERIFY2(h->text("emptyHint").startsWith(start), qPrintable(h->text("emptyHint")));
+        c->undoDelete();
+        QTRY_VERIFY(!h->shows("emptyHint"));
+    }
+
+    // A name is shown on its card on one line: a line break in it becomes a
+    // blank, and a long one shrinks only so far, is cut short, and is read
+    // out whole.
+    void namesKeepToOneReadableLine()
+    {
+        const QString longName = u"Maximilian Alexander Friedrich Wilhelm von und zu "
+                                 u"Hohenlohe-Schillingsfürst Jr."_qs;
+        h->settings.set(
+            favorites,
+            Rows{{"Anna\nMaria\n", "1 1 2000"}, {"Bob", "1 1 2000"}, {longName, "1 1 2000"}});
+        h->settings.set(sort, 0);
+        start();
+        QCOMPARE(name(0), "Anna Maria");
+        QQuickItem *plain = h->find("labelName", cell(1));
+        QQuickItem *cut = h->find("labelName", cell(2));
+        QCOMPARE(name(2), longName);
+        QVERIFY(cut->property("truncated").toBool());
+        // Drawn at three quarters of the full size or more.
+        const qreal fullLine = plain->property("contentHeight").toReal();
+        QVERIFY2(cut->property("contentHeight").toReal() >= 0.7 * fullLine,
+                 qPrintable(QString::number(cut->property("contentHeight").toReal())));
+        QVERIFY(cell(2)->property("spoken").toString().startsWith(longName));
+        c->deleteRow(0);
+        QCOMPARE(h->text("undoLabel"), "Deleted: Anna Maria");
+    }
+
     // The edit dialog's day wheel shows the favorite's own day when the
     // dialog first opens, even in a month with fewer days than the one the
     // wheels stood on: what the person sees is what OK stores.
