@@ -314,9 +314,9 @@ void FavViewController::importContacts()
     else
         PhoneContacts::readFolder(PhoneContacts::plasmaFolder(), read);
     DebugLog::lines(read.sources);
-    // Neither a folder of cards nor an address-book service was there: a
-    // count of nothing added would not tell why.
-    if (read.sources.isEmpty()) {
+    // No address book, or only empty ones (the address-book service always
+    // has its own): a count of nothing added would not tell why.
+    if (read.contacts.isEmpty()) {
         m_importSummary = m_session.strings[UiText::NoAddressBook];
         emit importFinished();
         return;

@@ -175,9 +175,9 @@ const std::array<Row, UiTextCount> &rows()
          u"Избранных пока нет. Чтобы добавить человека, вернитесь назад, выставьте на колёсах "
          u"дату рождения и нажмите +. Или нажмите + вверху, чтобы импортировать дни рождения "
          u"из файла vCard или из контактов."_s},
-        {u"No address book was found on this device."_s,
-         u"Auf diesem Gerät wurde kein Adressbuch gefunden."_s,
-         u"На этом устройстве не найдено ни одной адресной книги."_s},
+        {u"No address book with contacts was found on this device."_s,
+         u"Auf diesem Gerät wurde kein Adressbuch mit Kontakten gefunden."_s,
+         u"На этом устройстве не найдено ни одной адресной книги с контактами."_s},
         {u"No software centre is installed to open Tavlo's page. Install one, such as GNOME "
          u"Software or KDE Discover, to rate Tavlo."_s,
          u"Es ist kein Softwarecenter installiert, das die Seite von Tavlo öffnen kann. "

@@ -490,28 +490,39 @@ private slots:
         QTRY_VERIFY(h->opened("importSummary"));
     }
 
-    // "Import from contacts" says so when there is no address book at all;
-    // one that is there but holds nothing gets the counts.
+    // "Import from contacts" says so when no address book holds anyone (the
+    // address-book service always has its own, empty or not); a card read
+    // gets the counts.
     void importsFromContacts_data()
     {
         QTest::addColumn<QStringList>("sources");
         QTest::addColumn<QString>("language");
+        QTest::addColumn<int>("cards"); // cards read, none with a birthday
         QTest::addColumn<QString>("summary");
-        QTest::newRow("none") << QStringList() << "en-US"
-                              << "No address book was found on this device.";
-        QTest::newRow("none, Russian") << QStringList() << "ru"
-                                       << "На этом устройстве не найдено ни одной адресной книги.";
-        QTest::newRow("an empty one") << QStringList{"kpeoplevcard: 0 files, 0 cards"} << "en-US"
-                                      << "0 added, 0 already there, 0 skipped";
+        QTest::newRow("none") << QStringList() << "en-US" << 0
+                              << "No address book with contacts was found on this device.";
+        QTest::newRow("only an empty one, Russian")
+            << QStringList{"evolution-data-server system-address-book: 0 cards"} << "ru" << 0
+            << "На этом устройстве не найдено ни одной адресной книги с контактами.";
+        QTest::newRow("a card") << QStringList{"kpeoplevcard: 1 files, 1 cards"} << "en-US" << 1
+                                << "0 added, 0 already there, 1 skipped (1 no birthday)";
     }
     void importsFromContacts()
     {
         QFETCH(QStringList, sources);
         QFETCH(QString, language);
+        QFETCH(int, cards);
         QFETCH(QString, summary);
         h->settings.set(favorites, Rows{{"Anna", "1 1 2000"}});
         start({language});
-        h->session->phoneContacts = [&] { return PhoneContactsRead{{}, sources}; };
+        PhoneContactsRead read;
+        read.sources = sources;
+        for (int i = 0; i < cards; ++i) {
+            VCardContact card;
+            card.name = u"Jane"_qs;
+            read.contacts.append(card);
+        }
+        h->session->phoneContacts = [&] { return read; };
         h->tap("btnImport");
         QTRY_VERIFY(h->opened("importMenu"));
         h->tap("btnImportContacts");
