@@ -5,6 +5,7 @@
 #include "core/Clock.h"
 #include "core/DebugLog.h"
 #include "platform/linux/EvolutionAddressBooks.h"
+#include "platform/linux/LinkHandlers.h"
 #include "platform/linux/LinuxReminders.h"
 #include "reminders/ReminderScheduler.h"
 #include "resources/AccessibleItems.h"
@@ -13,6 +14,7 @@
 #include "settings/FileSettingsStore.h"
 
 #include <QDateTime>
+#include <QDesktopServices>
 #include <QDir>
 #include <QFile>
 #include <QGuiApplication>
@@ -66,6 +68,10 @@ int AppDelegate::run(QGuiApplication &app, const Options &options)
     // So is the birthdays calendar, which takes longer still.
     session.calendar.writeInBackground([](const QString &problem) { DebugLog::line(problem); });
     session.phoneContacts = EvolutionAddressBooks::readAll;
+    // xdg-open starts whether or not anything can take the link.
+    session.openLink = [](const QUrl &url) {
+        return LinkHandlers::installed(url.scheme()) && QDesktopServices::openUrl(url);
+    };
 
     // The reminders. The screens made by the engine become the centre's
     // delegate, so the centre outlives the engine. A screenshot leaves the

@@ -21,3 +21,24 @@ QString oneLine(const QString &text)
     }
     return result;
 }
+
+QString shownOnOneLine(const QString &text)
+{
+    const auto breaksLine = [](char16_t u) {
+        return (u >= u'\n' && u <= u'\r') || u == 0x85 || u == 0x2028 || u == 0x2029;
+    };
+    QString result;
+    result.reserve(text.size());
+    bool inBreak = false;
+    for (const QChar c : text) {
+        if (breaksLine(c.unicode())) {
+            if (!inBreak)
+                result += u' ';
+            inBreak = true;
+        } else {
+            result += c;
+            inBreak = false;
+        }
+    }
+    return result;
+}

@@ -10,7 +10,8 @@ import Tavlo
 // past two thirds of the row, deletes.
 // With the keyboard or a screen reader: the row is a button that chooses
 // it (Enter, Space), and while it has focus it shows its edit and delete
-// buttons (also F2 or the menu key, and Delete).
+// buttons (also F2 or the menu key, and Delete). A finger or the mouse
+// never gives it focus: those buttons would lie over the red one.
 ItemDelegate {
     id: cell
 
@@ -27,11 +28,10 @@ ItemDelegate {
     // The loader of the card's buttons is a focus scope: it has the
     // keyboard while either of them has.
     readonly property bool keyboardInside: activeFocus || rowActions.activeFocus
-    readonly property FavoritesList list: ListView.view as FavoritesList
     readonly property real buttonWidth: 80
     // How far the card has moved to the left: where the finger has it, or
     // at rest, open or closed.
-    readonly property real restingTravel: list && list.openRow === index ? buttonWidth : 0
+    readonly property real restingTravel: controller && controller.openRow === index ? buttonWidth : 0
     property real travel: swipe.active ? Math.max(0, swipe.startTravel - swipe.translation.x)
                                        : restingTravel
 
@@ -40,7 +40,7 @@ ItemDelegate {
     height: 66
     padding: 0
     background: Item {}
-    focusPolicy: Qt.StrongFocus
+    focusPolicy: Qt.TabFocus
     Accessible.name: spoken
     Accessible.onPressAction: clicked()
     Keys.onReturnPressed: clicked()
@@ -56,8 +56,8 @@ ItemDelegate {
 
     // A tap while a row is open only closes it.
     onClicked: {
-        if (list.openRow >= 0)
-            list.openRow = -1
+        if (controller.openRow >= 0)
+            controller.openRow = -1
         else
             controller.selectRow(index)
     }
@@ -82,14 +82,12 @@ ItemDelegate {
                 return
             }
             const outcome = cell.controller.swipeOutcome(cell.travel, cell.width, cell.buttonWidth)
-            if (outcome === FavViewController.SwipeDelete) {
-                cell.list.openRow = -1
+            if (outcome === FavViewController.SwipeDelete)
                 cell.controller.deleteRow(cell.index)
-            } else if (outcome === FavViewController.SwipeOpen) {
-                cell.list.openRow = cell.index
-            } else if (cell.list.openRow === cell.index) {
-                cell.list.openRow = -1
-            }
+            else if (outcome === FavViewController.SwipeOpen)
+                cell.controller.openRow = cell.index
+            else if (cell.controller.openRow === cell.index)
+                cell.controller.openRow = -1
         }
     }
 
@@ -102,10 +100,7 @@ ItemDelegate {
         clip: true
         color: cell.controller.theme.redColor
         label: cell.controller.accessibleName("delete")
-        onTapped: {
-            cell.list.openRow = -1
-            cell.controller.deleteRow(cell.index)
-        }
+        onTapped: cell.controller.deleteRow(cell.index)
     }
 
     contentItem: Item {
@@ -153,8 +148,10 @@ ItemDelegate {
             color: cell.controller.theme.labelColor
             font.weight: Font.Thin
             font.pixelSize: 24
+            // A long name shrinks only as far as it still reads, and is
+            // then cut short; the row's spoken name has all of it.
             fontSizeMode: Text.HorizontalFit
-            minimumPixelSize: 12
+            minimumPixelSize: 18
             elide: Text.ElideRight
             maximumLineCount: 1
             verticalAlignment: Text.AlignVCenter
@@ -222,7 +219,8 @@ ItemDelegate {
     // The row's own edit and delete buttons, for the keyboard and a
     // screen reader; a finger holds or swipes the row instead. They are
     // made only while the keyboard is on the row: in every row they would
-    // cost more than the rest of the card.
+    // cost more than the rest of the card. A row swiped aside has its red
+    // button there instead.
     Loader {
         id: rowActions
 
@@ -232,7 +230,7 @@ ItemDelegate {
         anchors.rightMargin: 10
         anchors.verticalCenter: parent.verticalCenter
         anchors.verticalCenterOffset: -3
-        active: cell.keyboardInside
+        active: cell.keyboardInside && cell.travel === 0
         Component.onCompleted: setSource("RowActions.qml", {cell: cell})
     }
 }

@@ -7,6 +7,7 @@
 #include "core/DayOfBirth.h"
 #include "core/DebugLog.h"
 #include "core/FatalError.h"
+#include "core/OneLine.h"
 #include "favorites/FavoritesSorting.h"
 #include "favorites/RowSwipe.h"
 #include "session/Session.h"
@@ -25,7 +26,7 @@ FavViewController::FavViewController(Session &session, QObject *parent)
     m_undoTimer.setSingleShot(true);
     m_undoTimer.setInterval(undoMilliseconds);
     connect(&m_undoTimer, &QTimer::timeout, this, [this] {
-        m_deleted.reset();
+        m_deleted.clear();
         emit undoChanged();
     });
 }
@@ -44,6 +45,11 @@ int FavViewController::count() const
 QString FavViewController::entriesText() const
 {
     return m_session.strings[UiText::Entries] + u' ' + QString::number(count());
+}
+
+QString FavViewController::emptyHint() const
+{
+    return count() == 0 ? m_session.strings[UiText::NoFavoritesYet] : QString();
 }
 
 QColor FavViewController::cardColor() const
@@ -112,14 +118,26 @@ void FavViewController::applyOrder()
         FavoritesSorting::ordering(favorites.all(), FavoritesSorting::orderFor(m_sort)));
 }
 
+void FavViewController::setOpenRow(int row)
+{
+    if (row == m_openRow)
+        return;
+    m_openRow = row;
+    emit openRowChanged();
+}
+
 void FavViewController::reloadRows()
 {
+    // Rows move or change under it: no row stays open.
+    setOpenRow(-1);
     Session &session = m_session;
     const bool showWeekday = m_showWeekday;
     const QDateTime now = session.clock.now();
     const QVariantMap spokenNames = accessibleNames(session.strings, session.language());
     m_model->reset(session.favorites.all(), [&session, showWeekday, now,
-                                             spokenNames](const Favorite &favorite, qsizetype) {
+                                             spokenNames](Favorite favorite, qsizetype) {
+        // A card has one line for the name.
+        favorite.name = shownOnOneLine(favorite.name);
         // The star setting is read for each card as it is made.
         FavoriteCard card =
             FavoriteCards::card(favorite, now, session.language(), session.formatLocale,
@@ -192,34 +210,48 @@ void FavViewController::confirmEdit(const QString &name, int day, int month, int
 
 void FavViewController::deleteRow(int row)
 {
+    // The rows below move up: one left open would come to rest under the
+    // finger with its delete button out.
+    setOpenRow(-1);
     const Favorite favorite = m_session.favorites.at(row);
     m_session.favorites.remove(row);
     m_model->removeRow(row);
-    m_deleted = Deleted{row, favorite};
+    m_deleted.append({row, favorite});
     m_undoTimer.start();
     emit countChanged();
     emit undoChanged();
 }
 
-void FavViewController::undoDelete()
+bool FavViewController::undoDelete()
 {
-    if (!m_deleted)
-        return;
-    const int row = std::min(m_deleted->row, count());
-    m_session.favorites.insert(row, m_deleted->favorite);
-    m_model->insertRow(row, m_deleted->favorite);
-    m_deleted.reset();
+    if (m_deleted.isEmpty())
+        return false;
+    setOpenRow(-1);
+    const QList<Deleted> run = std::exchange(m_deleted, {});
     m_undoTimer.stop();
+    FavoritesStore &favorites = m_session.favorites;
+    // The last deleted goes back first: each then finds the rows around it
+    // as they were when it went.
+    SettingsBatch restore(m_session.settings);
+    for (auto it = run.crbegin(); it != run.crend(); ++it) {
+        const int row = std::min(it->row, int(favorites.count()));
+        favorites.insert(row, it->favorite);
+        m_model->insertRow(row, it->favorite);
+    }
+    // A failure reaches the save notice through the store's failure handler.
+    const bool stored = restore.finish().ok();
     emit countChanged();
     emit undoChanged();
+    return stored;
 }
 
 QString FavViewController::undoText() const
 {
-    if (!m_deleted)
-        return {};
-    return m_session.strings[UiText::Deleted] + u' ' +
-           FavoriteCards::displayName(m_deleted->favorite.name);
+    QStringList names;
+    for (const Deleted &deleted : m_deleted)
+        names.append(FavoriteCards::displayName(shownOnOneLine(deleted.favorite.name)));
+    return names.isEmpty() ? QString()
+                           : m_session.strings[UiText::Deleted] + u' ' + names.join(u", "_s);
 }
 
 FavViewController::SwipeOutcome FavViewController::swipeOutcome(qreal travel, qreal rowWidth,
@@ -287,6 +319,13 @@ void FavViewController::importContacts()
     else
         PhoneContacts::readFolder(PhoneContacts::plasmaFolder(), read);
     DebugLog::lines(read.sources);
+    // No address book, or only empty ones (the address-book service always
+    // has its own): a count of nothing added would not tell why.
+    if (read.contacts.isEmpty()) {
+        m_importSummary = m_session.strings[UiText::NoAddressBook];
+        emit importFinished();
+        return;
+    }
     finishImport(read.contacts);
 }
 

@@ -27,6 +27,8 @@ class FavViewController : public ScreenController
     Q_PROPERTY(QStringList sortChoices READ sortChoices CONSTANT)
     Q_PROPERTY(QString entriesText READ entriesText NOTIFY countChanged)
     Q_PROPERTY(int count READ count NOTIFY countChanged)
+    // What to do while the list is empty; empty otherwise.
+    Q_PROPERTY(QString emptyHint READ emptyHint NOTIFY countChanged)
     Q_PROPERTY(int scrollTarget READ scrollTarget CONSTANT)
     Q_PROPERTY(bool dimmed READ dimmed NOTIFY dimmedChanged)
     Q_PROPERTY(QColor signCircleColor READ signCircleColor CONSTANT)
@@ -42,6 +44,8 @@ class FavViewController : public ScreenController
     Q_PROPERTY(int editMonth READ editMonth NOTIFY editChanged)
     // 0 for a birthday without a year: the year wheel's "no year".
     Q_PROPERTY(int editYear READ editYear NOTIFY editChanged)
+    // The row swiped open to show its red delete button, or -1.
+    Q_PROPERTY(int openRow READ openRow WRITE setOpenRow NOTIFY openRowChanged)
     Q_PROPERTY(bool undoVisible READ undoVisible NOTIFY undoChanged)
     Q_PROPERTY(QString undoText READ undoText NOTIFY undoChanged)
     // The word on a row's edit button.
@@ -62,6 +66,7 @@ public:
     QStringList sortChoices() const;
     QString entriesText() const;
     int count() const;
+    QString emptyHint() const;
     // The row the list scrolls to a second after loading, or -1.
     int scrollTarget() const { return m_scrollTarget; }
     bool dimmed() const { return m_dimmed; }
@@ -76,7 +81,9 @@ public:
     int editDay() const { return m_editDate.day(); }
     int editMonth() const { return m_editDate.month(); }
     int editYear() const { return m_editYearKnown ? m_editDate.year() : 0; }
-    bool undoVisible() const { return m_deleted.has_value(); }
+    int openRow() const { return m_openRow; }
+    void setOpenRow(int row);
+    bool undoVisible() const { return !m_deleted.isEmpty(); }
     QString undoText() const;
     // The file dialog's filter: "vCard files (*.vcf *.vcard)".
     QStringList vCardNameFilters() const;
@@ -94,10 +101,14 @@ public:
     Q_INVOKABLE void longPressed(int row);
     // "OK" in the edit dialog: the name as typed, the date from its wheels.
     Q_INVOKABLE void confirmEdit(const QString &name, int day, int month, int year);
-    // Deletes at once; "Undo" then stays for a few seconds.
+    // Deletes at once and closes the open row; "Undo" then stays for a few
+    // seconds after the last of a run of deletes.
     Q_INVOKABLE void deleteRow(int row);
-    // Puts the last deleted favorite back at its place.
-    Q_INVOKABLE void undoDelete();
+    // Puts every favorite of the run back at its place, in one write, and
+    // says whether that reached the disk. One that did not is still in the
+    // list (written again with the next change) and the save notice says so;
+    // the offer is used up either way, so a second "Undo" cannot double them.
+    Q_INVOKABLE bool undoDelete();
     Q_INVOKABLE SwipeOutcome swipeOutcome(qreal travel, qreal rowWidth, qreal buttonWidth) const;
     // "Import a vCard file…" with the file chosen in the dialog, and "Import
     // from contacts": the birthdays added in one write, the list shown
@@ -107,6 +118,7 @@ public:
 
 signals:
     void countChanged();
+    void openRowChanged();
     void dimmedChanged();
     void editChanged();
     void sortMenuRequested();
@@ -138,7 +150,9 @@ private:
         int row;
         Favorite favorite;
     };
-    std::optional<Deleted> m_deleted;
+    // The run of deletes "Undo" takes back, the first deleted first.
+    QList<Deleted> m_deleted;
+    int m_openRow = -1;
     QTimer m_undoTimer;
     QString m_importSummary;
 

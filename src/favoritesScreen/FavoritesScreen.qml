@@ -145,6 +145,25 @@ Item {
         }
     }
 
+    // An empty list says how to fill it.
+    Text {
+        objectName: "emptyHint"
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.top: parent.top
+        anchors.margins: 32
+        anchors.topMargin: 40 + 48
+        visible: text.length > 0
+        text: root.controller.emptyHint
+        color: root.controller.theme.labelColor
+        font.pixelSize: 18
+        font.weight: Font.Light
+        horizontalAlignment: Text.AlignHCenter
+        wrapMode: Text.Wrap
+        Accessible.role: Accessible.StaticText
+        Accessible.name: text
+    }
+
     TitleBar {
         width: parent.width
         theme: root.controller.theme

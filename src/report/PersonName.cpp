@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "report/PersonName.h"
 
+#include "core/OneLine.h"
+
 namespace {
 
 QString cleaned(const QString &name)
 {
-    QString result = name;
+    QString result = shownOnOneLine(name);
     result.remove(u'.');
     while (result.endsWith(u' '))
         result.chop(1);

@@ -14,6 +14,8 @@
 #include <QDateTime>
 #include <QLocale>
 #include <QStringList>
+#include <QUrl>
+#include <functional>
 
 class ReminderScheduler;
 class SettingsStore;
@@ -52,6 +54,9 @@ public:
     // The phone's address books, as the platform reads them; without one,
     // only Plasma Mobile's folder of cards.
     PhoneContactsReader phoneContacts;
+    // Opens a link with the desktop's handler and tells whether one took
+    // it; without one, the toolkit's own opener.
+    std::function<bool(const QUrl &)> openLink;
 
     Language language() const { return m_language; }
     // Decides the language from the device and "preferredL" and fills the

@@ -24,7 +24,12 @@ QUrl StoreLinks::developerPage()
 
 QUrl StoreLinks::softwareCentrePage()
 {
-    return QUrl(u"appstream://io.github.tavlo.Tavlo"_s);
+    // The id as the path: a URL's host is lower-cased, and the component id
+    // is not. Software centres take "appstream:" with the id either way.
+    QUrl url;
+    url.setScheme(u"appstream"_s);
+    url.setPath(u"io.github.tavlo.Tavlo"_s);
+    return url;
 }
 
 QUrl StoreLinks::projectPage()

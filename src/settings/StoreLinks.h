@@ -16,7 +16,7 @@ Platform current();
 
 // The maker's developer page in an app store ("itms-apps" scheme).
 QUrl developerPage();
-// Tavlo's page in the software centre.
+// Tavlo's page in the software centre: "appstream:io.github.tavlo.Tavlo".
 QUrl softwareCentrePage();
 // The project's page on the web.
 QUrl projectPage();

@@ -15,7 +15,8 @@ using namespace Qt::Literals::StringLiterals;
 
 SetViewController::SetViewController(Session &session, QObject *parent)
     : ScreenController(session, parent),
-      m_openUrl([](const QUrl &url) { return QDesktopServices::openUrl(url); })
+      m_openUrl(session.openLink ? session.openLink
+                                 : [](const QUrl &url) { return QDesktopServices::openUrl(url); })
 {}
 
 bool SetViewController::detailsOn() const
@@ -142,8 +143,9 @@ void SetViewController::ratePressed()
     // Tavlo's page there is where it can be rated.
     DebugLog::line(u"CANCEL"_s);
     const QUrl page = StoreLinks::ratePage(m_platform);
-    if (page.isValid())
-        m_openUrl(page);
+    if (page.isValid() && !m_openUrl(page))
+        m_session.saveNotice.tell(m_session.strings[UiText::NoSoftwareCentre],
+                                  u"no handler for "_s + page.toString());
 }
 
 void SetViewController::moreAppsPressed()

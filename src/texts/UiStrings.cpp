@@ -170,6 +170,24 @@ const std::array<Row, UiTextCount> &rows()
         {u"%1 birthday: %2"_s, u"%1 Geburtstag: %2"_s, u"%1\nДень рождения: %2"_s},
         {u"The year of birth is not known."_s, u"Das Geburtsjahr ist nicht bekannt."_s,
          u"Год рождения неизвестен."_s},
+        {u"No favorites yet. To add someone, go back, turn the wheels to their date of birth "
+         u"and tap +. Or tap + above to import birthdays from a vCard file or your contacts."_s,
+         u"Noch keine Favoriten. Um jemanden hinzuzufügen, gehen Sie zurück, stellen Sie die "
+         u"Räder auf das Geburtsdatum und tippen Sie auf +. Oder tippen Sie oben auf +, um "
+         u"Geburtstage aus einer vCard-Datei oder Ihren Kontakten zu importieren."_s,
+         u"Избранных пока нет. Чтобы добавить человека, вернитесь назад, выставьте на колёсах "
+         u"дату рождения и нажмите +. Или нажмите + вверху, чтобы импортировать дни рождения "
+         u"из файла vCard или из контактов."_s},
+        {u"No address book with contacts was found on this device."_s,
+         u"Auf diesem Gerät wurde kein Adressbuch mit Kontakten gefunden."_s,
+         u"На этом устройстве не найдено ни одной адресной книги с контактами."_s},
+        {u"No software centre is installed to open Tavlo's page. Install one, such as GNOME "
+         u"Software or KDE Discover, to rate Tavlo."_s,
+         u"Es ist kein Softwarecenter installiert, das die Seite von Tavlo öffnen kann. "
+         u"Installieren Sie eines, etwa GNOME Software oder KDE Discover, um Tavlo zu "
+         u"bewerten."_s,
+         u"Не установлен центр приложений, который мог бы открыть страницу Tavlo. Установите "
+         u"его, например GNOME Software или KDE Discover, чтобы оценить Tavlo."_s},
     }};
     return table;
 }

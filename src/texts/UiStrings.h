@@ -139,13 +139,16 @@ public:
         UnreadableBirthday,      // 119
         BirthdayWithoutYear,     // 120: %1 whose ("Anna's", "Your"), %2 the day and month
         BirthYearUnknown,        // 121
+        NoFavoritesYet,          // 122
+        NoAddressBook,           // 123
+        NoSoftwareCentre,        // 124
     };
     Q_ENUM(UiText)
 };
 
 using UiText = UiTexts::UiText;
 
-inline constexpr int UiTextCount = 121;
+inline constexpr int UiTextCount = 124;
 
 // The process-wide table of interface texts. It starts out English; applying
 // German or Russian overwrites every entry. Applying English changes nothing,

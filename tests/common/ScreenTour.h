@@ -44,11 +44,10 @@ public:
         QTest::qWait(1700);
         look(u"favorites"_qs, false);
         QObject *favView = controller(h, u"favView"_qs);
-        QQuickItem *list = h.find(u"tableView"_qs);
-        QVERIFY(list->setProperty("openRow", 0));
+        QVERIFY(favView->setProperty("openRow", 0));
         QTest::qWait(400);
         look(u"favorites, delete shown"_qs, false);
-        list->setProperty("openRow", -1);
+        favView->setProperty("openRow", -1);
         lookAtPopup(h, look, u"editDialog"_qs, favView, "longPressed", Q_ARG(int, 0));
         lookAtPopup(h, look, u"sortMenu"_qs, favView, "sortPressed");
         QVERIFY(QMetaObject::invokeMethod(favView, "deleteRow", Q_ARG(int, 3)));

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
+#include "DiskFaults.h"
 #include "ScreenHarness.h"
 #include "favoritesScreen/FavViewController.h"
+#include "settings/FileSettingsStore.h"
 
 #include <QSignalSpy>
 #include <optional>
@@ -262,7 +264,7 @@ private slots:
         QVERIFY(h->shows("footerCount"));
         QCOMPARE(count(), stored().size());
         if (!deleted) {
-            QCOMPARE(h->find("tableView")->property("openRow").toInt(), open ? 0 : -1);
+            QCOMPARE(c->openRow(), open ? 0 : -1);
             QCOMPARE(deleteShown(0), open);
         }
     }
@@ -306,6 +308,112 @@ private slots:
         QTRY_COMPARE(count(), 3);
         QTRY_COMPARE(cell(1) ? name(1) : QString(), "Zoe");
         QTRY_VERIFY(!h->shows("undoBar"));
+    }
+
+    // However a run of deletes is made, one "Undo" brings every favorite of
+    // it back to its place. Only the red button and a long swipe delete: a
+    // finger never brings up the keyboard's buttons over the red one, and a
+    // delete closes the open row, so a second tap where the red button was
+    // chooses the row that moved up.
+    void aRunOfDeletesIsUndone_data()
+    {
+        QTest::addColumn<QString>("way");
+        QTest::addColumn<QString>("undoText");
+        QTest::newRow("two taps on the red button") << "tap twice"
+                                                    << "Deleted: Anna";
+        QTest::newRow("red button, twice") << "open and tap"
+                                           << "Deleted: Anna, Zoe";
+        QTest::newRow("long swipes") << "swipe far"
+                                     << "Deleted: Anna, Zoe";
+        QTest::newRow("Delete key") << "key"
+                                    << "Deleted: Anna, Zoe";
+    }
+    void aRunOfDeletesIsUndone()
+    {
+        QFETCH(QString, way);
+        QFETCH(QString, undoText);
+        h->settings.set(favorites, people());
+        start();
+        const Rows before = stored();
+        QSignalSpy requested(c, &FavViewController::screenRequested);
+        const auto openFirst = [&] {
+            swipeLeft(0, 60, 6, 30);
+            QTRY_COMPARE(h->find("deleteAction", cell(0))->width(), 80.0);
+            QVERIFY(!h->shows("rowActions"));
+        };
+        std::optional<QPoint> red;
+        for (int time = 0; time < 2; ++time) {
+            const qsizetype left = stored().size();
+            if (way == "key") {
+                cell(0)->forceActiveFocus(Qt::TabFocusReason);
+                QTRY_VERIFY(h->shows("rowActions"));
+                QTest::keyClick(h->window, Qt::Key_Delete);
+            } else if (way == "swipe far") {
+                swipeLeft(0, 300, 15, 10);
+            } else {
+                if (!red || way == "open and tap") {
+                    openFirst();
+                    red = h->centre(h->find("deleteAction", cell(0)));
+                }
+                QTest::mouseClick(h->window, Qt::LeftButton, {}, *red);
+            }
+            if (way == "tap twice" && time == 1) {
+                QTRY_COMPARE(requested.count(), 1);
+                QCOMPARE(stored().size(), left);
+            } else {
+                QTRY_COMPARE(stored().size(), left - 1);
+                QCOMPARE(c->openRow(), -1);
+            }
+            QTest::qWait(300);
+        }
+        QTRY_VERIFY(h->shows("undoBar"));
+        QCOMPARE(h->text("undoLabel"), undoText);
+        h->tap("btnUndo");
+        QTRY_COMPARE(stored(), before);
+        QTRY_COMPARE(count(), 3);
+        for (int row = 0; row < 3; ++row)
+            QTRY_COMPARE(cell(row) ? name(row) : QString(), before.at(row).at(0));
+        QTRY_VERIFY(!h->shows("undoBar"));
+    }
+
+    // A restore that did not reach the disk is not called done: the save
+    // notice says why, and the favorites, back in the list, are written
+    // with the next change.
+    void aRestoreThatIsNotSavedIsNotDone()
+    {
+        QTemporaryDir dir;
+        const QString path = dir.filePath("tavlo.conf");
+        const auto diskFull = std::make_shared<bool>(false);
+        FileSettingsStore settings(path,
+                                   failingWriter(AtomicFileWriter::Step::Write, ENOSPC, diskFull));
+        settings.set(favorites, people());
+        Session session(settings, h->clock, {"en-US"}, Appearance::Dark);
+        session.decideLanguage();
+        session.favorites.load();
+        FavViewController screen(session);
+        screen.viewDidLoad();
+        const auto onDisk = [&] { return FileSettingsStore(path).value(favorites); };
+        const Rows before = onDisk().value_or(Rows{});
+
+        screen.deleteRow(2);
+        screen.deleteRow(0);
+        QVERIFY(screen.undoDelete());
+        QCOMPARE(onDisk(), before);
+        QVERIFY(!session.saveNotice.shown());
+
+        screen.deleteRow(1);
+        screen.deleteRow(0);
+        *diskFull = true;
+        QVERIFY(!screen.undoDelete());
+        QVERIFY(session.saveNotice.shown());
+        QCOMPARE(session.saveNotice.text(),
+                 "Your change could not be saved: No space left on device");
+        QCOMPARE(onDisk(), Rows{before.at(2)});
+        QVERIFY(!screen.undoVisible());
+        QCOMPARE(screen.count(), 3);
+        *diskFull = false;
+        screen.chooseSort(0);
+        QCOMPARE(onDisk(), before);
     }
 
     void undoGoesAfterFiveSeconds()
@@ -392,6 +500,100 @@ private slots:
         QCOMPARE(stored().size(), rows);
         QTRY_COMPARE(count(), rows);
         QTRY_VERIFY(h->opened("importSummary"));
+    }
+
+    // "Import from contacts" says so when no address book holds anyone (the
+    // address-book service always has its own, empty or not); a card read
+    // gets the counts.
+    void importsFromContacts_data()
+    {
+        QTest::addColumn<QStringList>("sources");
+        QTest::addColumn<QString>("language");
+        QTest::addColumn<int>("cards"); // cards read, none with a birthday
+        QTest::addColumn<QString>("summary");
+        QTest::newRow("none") << QStringList() << "en-US" << 0
+                              << "No address book with contacts was found on this device.";
+        QTest::newRow("only an empty one, Russian")
+            << QStringList{"evolution-data-server system-address-book: 0 cards"} << "ru" << 0
+            << "На этом устройстве не найдено ни одной адресной книги с контактами.";
+        QTest::newRow("a card") << QStringList{"kpeoplevcard: 1 files, 1 cards"} << "en-US" << 1
+                                << "0 added, 0 already there, 1 skipped (1 no birthday)";
+    }
+    void importsFromContacts()
+    {
+        QFETCH(QStringList, sources);
+        QFETCH(QString, language);
+        QFETCH(int, cards);
+        QFETCH(QString, summary);
+        h->settings.set(favorites, Rows{{"Anna", "1 1 2000"}});
+        start({language});
+        PhoneContactsRead read;
+        read.sources = sources;
+        for (int i = 0; i < cards; ++i) {
+            VCardContact card;
+            card.name = u"Jane"_qs;
+            read.contacts.append(card);
+        }
+        h->session->phoneContacts = [&] { return read; };
+        h->tap("btnImport");
+        QTRY_VERIFY(h->opened("importMenu"));
+        h->tap("btnImportContacts");
+        QTRY_VERIFY(h->opened("importSummary"));
+        QCOMPARE(c->importSummary(), summary);
+        QCOMPARE(stored(), (Rows{{"Anna", "1 1 2000"}}));
+    }
+
+    // An empty list says how to add someone, in the interface language,
+    // and goes once there is a favorite.
+    void anEmptyListSaysWhatToDo_data()
+    {
+        QTest::addColumn<QString>("language");
+        QTest::addColumn<QString>("start");
+        QTest::newRow("English") << "en-US"
+                                 << "No favorites yet. To add someone, go back,";
+        QTest::newRow("German") << "de-DE"
+                                << "Noch keine Favoriten. Um jemanden hinzuzufügen,";
+        QTest::newRow("Russian") << "ru"
+                                 << "Избранных пока нет. Чтобы добавить человека,";
+    }
+    void anEmptyListSaysWhatToDo()
+    {
+        QFETCH(QString, language);
+        QFETCH(QString, start);
+        h->settings.set(favorites, Rows{{"Anna", "1 1 2000"}});
+        this->start({language});
+        QVERIFY(!h->shows("emptyHint"));
+        c->deleteRow(0);
+        QTRY_VERIFY(h->shows("emptyHint"));
+        QVERIFY2(h->text("emptyHint").startsWith(start), qPrintable(h->text("emptyHint")));
+        c->undoDelete();
+        QTRY_VERIFY(!h->shows("emptyHint"));
+    }
+
+    // A name is shown on its card on one line: a line break in it becomes a
+    // blank, and a long one shrinks only so far, is cut short, and is read
+    // out whole.
+    void namesKeepToOneReadableLine()
+    {
+        const QString longName = u"Maximilian Alexander Friedrich Wilhelm von und zu "
+                                 u"Hohenlohe-Schillingsfürst Jr."_qs;
+        h->settings.set(
+            favorites,
+            Rows{{"Anna\nMaria\n", "1 1 2000"}, {"Bob", "1 1 2000"}, {longName, "1 1 2000"}});
+        h->settings.set(sort, 0);
+        start();
+        QCOMPARE(name(0), "Anna Maria");
+        QQuickItem *plain = h->find("labelName", cell(1));
+        QQuickItem *cut = h->find("labelName", cell(2));
+        QCOMPARE(name(2), longName);
+        QVERIFY(cut->property("truncated").toBool());
+        // Drawn at three quarters of the full size or more.
+        const qreal fullLine = plain->property("contentHeight").toReal();
+        QVERIFY2(cut->property("contentHeight").toReal() >= 0.7 * fullLine,
+                 qPrintable(QString::number(cut->property("contentHeight").toReal())));
+        QVERIFY(cell(2)->property("spoken").toString().startsWith(longName));
+        c->deleteRow(0);
+        QCOMPARE(h->text("undoLabel"), "Deleted: Anna Maria");
     }
 
     // The edit dialog's day wheel shows the favorite's own day when the

@@ -5,6 +5,7 @@
 #include "core/Clock.h"
 #include "platform/linux/AutostartEntry.h"
 #include "platform/linux/DeliveryCommand.h"
+#include "platform/linux/LinkHandlers.h"
 #include "platform/linux/LinuxNotificationCenter.h"
 #include "platform/linux/SystemdTimers.h"
 
@@ -638,6 +639,59 @@ private slots:
 
         QVERIFY(!entry.apply({}));
         QVERIFY(!QFile::exists(path));
+    }
+
+    // A link goes somewhere only where an application declares its scheme
+    // or is associated with it; xdg-open starts either way.
+    void linkHandlersAreFound_data()
+    {
+        QTest::addColumn<QString>("file"); // under the data or the config folder
+        QTest::addColumn<QByteArray>("text");
+        QTest::addColumn<bool>("found");
+        const QByteArray entry = "[Desktop Entry]\nType=Application\nName=Store\nExec=store %U\n";
+        QTest::newRow("nothing installed") << QString() << QByteArray() << false;
+        QTest::newRow("a software centre")
+            << "data/applications/store.desktop"
+            << entry + "MimeType=text/plain;x-scheme-handler/appstream;\n"
+            << true;
+        QTest::newRow("one folder down") << "data/applications/kde/store.desktop"
+                                         << entry + "MimeType=x-scheme-handler/appstream\n"
+                                         << true;
+        QTest::newRow("another scheme only")
+            << "data/applications/store.desktop"
+            << entry + "MimeType=x-scheme-handler/appstreamer;x-scheme-handler/apt;\n"
+            << false;
+        QTest::newRow("hidden entry")
+            << "data/applications/store.desktop"
+            << entry + "MimeType=x-scheme-handler/appstream;\nHidden=true\n"
+            << false;
+        QTest::newRow("in another group")
+            << "data/applications/store.desktop"
+            << entry + "[Desktop Action x]\nMimeType=x-scheme-handler/appstream;\n"
+            << false;
+        QTest::newRow("associated by the user")
+            << "config/mimeapps.list"
+            << QByteArray("[Default Applications]\nx-scheme-handler/appstream=store.desktop;\n")
+            << true;
+        QTest::newRow("association removed")
+            << "config/mimeapps.list"
+            << QByteArray("[Removed Associations]\nx-scheme-handler/appstream=store.desktop;\n")
+            << false;
+    }
+    void linkHandlersAreFound()
+    {
+        QFETCH(QString, file);
+        QFETCH(QByteArray, text);
+        QFETCH(bool, found);
+        const QString data = m_dir->filePath(u"data"_s);
+        const QString config = m_dir->filePath(u"config"_s);
+        if (!file.isEmpty()) {
+            const QString path = m_dir->filePath(file);
+            QVERIFY(QDir().mkpath(QFileInfo(path).absolutePath()));
+            QFile out(path);
+            QVERIFY(out.open(QIODevice::WriteOnly) && out.write(text) == text.size());
+        }
+        QCOMPARE(LinkHandlers::installed(u"appstream"_s, {data}, {config}), found);
     }
 };
 

@@ -151,6 +151,11 @@ private slots:
         QTest::newRow("blank before a full stop") << QStringList{"Bob . ", "Bob's", "Bob"};
         QTest::newRow("a tab is not a blank") << QStringList{"Bob\t", "Bob\t's", "Bob\t"};
         QTest::newRow("Cyrillic") << QStringList{"Ольга", "Ольга's", "Ольга"};
+        // A line break would split the report's sentence; tabs stay.
+        QTest::newRow("line break") << QStringList{"Anna\nMaria", "Anna Maria's", "Anna Maria"};
+        QTest::newRow("line breaks at the end") << QStringList{"Anna\r\n\n", "Anna's", "Anna"};
+        QTest::newRow("paragraph separator") << QStringList{
+            QString::fromUtf16(u"Anna\u2029\u2028Maria"), "Anna Maria's", "Anna Maria"};
     }
     void fromFavorite()
     {

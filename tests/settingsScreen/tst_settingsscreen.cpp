@@ -159,7 +159,9 @@ private slots:
     }
 
     // The links go through the desktop's URL handler; a handler registered
-    // for a scheme stands in for the software centre and the browser.
+    // for a scheme stands in for the software centre and the browser. What
+    // is handed over is compared as text: a URL compares equal to one whose
+    // host differs in case, and the component id is not all lower case.
     void linksOpenThroughTheDesktop_data()
     {
         QTest::addColumn<QString>("button");
@@ -169,7 +171,7 @@ private slots:
         const auto centre = StoreLinks::Platform::SoftwareCentre;
         const auto appStore = StoreLinks::Platform::AppStore;
         QTest::newRow("rate: software centre")
-            << "btnRate" << centre << "appstream://io.github.tavlo.Tavlo"
+            << "btnRate" << centre << "appstream:io.github.tavlo.Tavlo"
             << "CANCEL";
         QTest::newRow("more apps: project page")
             << "btnMoreApps" << centre << "https://github.com/tavlo/tavlo"
@@ -196,21 +198,55 @@ private slots:
         h->tap(button);
         for (const char *scheme : {"appstream", "https", "itms-apps"})
             QDesktopServices::unsetUrlHandler(QLatin1String(scheme));
-        QCOMPARE(catcher.urls, opened.isEmpty() ? QList<QUrl>{} : QList<QUrl>{QUrl(opened)});
+        QStringList handed;
+        for (const QUrl &url : catcher.urls)
+            handed.append(QString::fromUtf8(url.toEncoded()));
+        QCOMPARE(handed, opened.isEmpty() ? QStringList{} : QStringList{opened});
         QCOMPARE(h->log, QStringList{log});
     }
 
-    void aLinkNothingOpensLogsFalse()
+    // Where nothing takes the link, "More Apps" only logs it; "Rate App"
+    // tells the person, in the interface language, that no software centre
+    // is there to rate in.
+    void aLinkNothingOpens_data()
     {
-        start();
+        QTest::addColumn<QString>("button");
+        QTest::addColumn<QString>("language");
+        QTest::addColumn<QString>("notice");
+        QTest::addColumn<QStringList>("log");
+        QTest::newRow("more apps") << "btnMoreApps"
+                                   << "en-US" << QString() << QStringList{"RateApp false"};
+        QTest::newRow("rate, English")
+            << "btnRate"
+            << "en-US"
+            << "No software centre is installed to open Tavlo's page. Install one, such as GNOME "
+               "Software or KDE Discover, to rate Tavlo."
+            << QStringList{"CANCEL", "no handler for appstream:io.github.tavlo.Tavlo"};
+        QTest::newRow("rate, German")
+            << "btnRate"
+            << "de-DE"
+            << "Es ist kein Softwarecenter installiert, das die Seite von Tavlo öffnen kann. "
+               "Installieren Sie eines, etwa GNOME Software oder KDE Discover, um Tavlo zu "
+               "bewerten."
+            << QStringList{"CANCEL", "no handler for appstream:io.github.tavlo.Tavlo"};
+    }
+    void aLinkNothingOpens()
+    {
+        QFETCH(QString, button);
+        QFETCH(QString, language);
+        QFETCH(QString, notice);
+        QFETCH(QStringList, log);
+        start(language);
         QList<QUrl> asked;
         c->setUrlOpener([&](const QUrl &url) {
             asked.append(url);
             return false;
         });
-        h->tap("btnMoreApps");
-        QCOMPARE(asked, QList<QUrl>{StoreLinks::projectPage()});
-        QCOMPARE(h->log, QStringList{u"RateApp false"_qs});
+        h->tap(button);
+        QCOMPARE(asked.size(), 1);
+        QCOMPARE(h->log, log);
+        QCOMPARE(h->session->saveNotice.shown(), !notice.isEmpty());
+        QCOMPARE(h->session->saveNotice.text(), notice);
     }
 };
 
