@@ -20,9 +20,18 @@ Window {
     visible: true
     title: "Tavlo"
     color: "black"
-    onActiveChanged: if (active) hasHadFocus = true
+    onActiveChanged: {
+        if (active && !hasHadFocus) {
+            hasHadFocus = true
+            // The screen took the keyboard before the window was active: a
+            // screen reader hears of it only now.
+            host.focusAgain()
+        }
+    }
 
     ScreenHost {
+        id: host
+
         objectName: "screenHost"
         screens: window.screens
         anchors.fill: parent

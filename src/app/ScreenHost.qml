@@ -74,6 +74,8 @@ Item {
     }
 
     property ScreenLayer currentLayer: null
+    // The newest screen, whichever kind: each says where its keyboard starts.
+    property var shownScreen: null
     property string pendingIdentifier: ""
 
     function show(identifier) {
@@ -94,6 +96,10 @@ Item {
             screen = settingsScreen.createObject(layer, { controller: controller })
         }
         screen.screenRequested.connect(request)
+        // The keyboard, and a screen reader with it, goes to the new screen
+        // at once: nothing is left focused on the one going away.
+        screen.focusFirst()
+        shownScreen = screen
         screen.coveredChanged.connect(() => layer.cover(screen.covered))
         layer.screen = screen
         const previous = currentLayer
@@ -109,6 +115,15 @@ Item {
     }
 
     Component.onCompleted: show("Main")
+
+    // Gives the keyboard to the shown screen anew, so that a screen reader
+    // that missed it being given hears of it.
+    function focusAgain() {
+        if (!currentLayer)
+            return
+        host.forceActiveFocus(Qt.OtherFocusReason)
+        shownScreen.focusFirst()
+    }
 
     Timer {
         id: hop

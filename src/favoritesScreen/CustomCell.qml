@@ -26,8 +26,10 @@ ItemDelegate {
 
     readonly property real ageLeft: width - 8 - 56
     // The loader of the card's buttons is a focus scope: it has the
-    // keyboard while either of them has.
-    readonly property bool keyboardInside: activeFocus || rowActions.activeFocus
+    // keyboard while either of them has. Focus the screen gives as it opens
+    // or after a swipe leaves them away.
+    readonly property bool keyboardInside: (activeFocus && focusReason !== Qt.ActiveWindowFocusReason)
+                                           || rowActions.activeFocus
     readonly property real buttonWidth: 80
     // How far the card has moved to the left: where the finger has it, or
     // at rest, open or closed.
@@ -41,11 +43,11 @@ ItemDelegate {
     padding: 0
     background: Item {}
     focusPolicy: Qt.TabFocus
-    Accessible.name: spoken
+    Accessible.name: spoken + ", " + controller.positionText(index, ListView.view.count)
     Accessible.onPressAction: clicked()
     Keys.onReturnPressed: clicked()
     Keys.onEnterPressed: clicked()
-    Keys.onDeletePressed: controller.deleteRow(index)
+    Keys.onDeletePressed: controller.deleteRow(index, true)
     Keys.onPressed: event => {
         if (event.key === Qt.Key_F2 || event.key === Qt.Key_Menu) {
             controller.longPressed(index)

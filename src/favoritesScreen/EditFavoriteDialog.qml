@@ -14,6 +14,9 @@ Alert {
 
     objectName: "editDialog"
     theme: controller.theme
+    // No title on the card: a screen reader says whom it edits.
+    title: controller.accessibleName("edit").arg(controller.editName)
+    titleShown: false
     // The wheels stand on the favorite's date at once: no ride across the
     // centuries that an early "OK" could catch halfway.
     onAboutToShow: {
@@ -38,6 +41,8 @@ Alert {
             id: nameField
 
             objectName: "editNameField"
+            // Return keeps the change, as "OK" does.
+            onAccepted: dialog.accept()
             Layout.fillWidth: true
             theme: dialog.theme
             placeholderText: dialog.controller.texts.Name

@@ -14,6 +14,7 @@
 #include "settings/SettingsStore.h"
 #include "texts/AccessibleNames.h"
 
+#include <QAccessible>
 #include <QFile>
 #include <QStringBuilder>
 #include <QUrl>
@@ -24,7 +25,10 @@ FavViewController::FavViewController(Session &session, QObject *parent)
     : ScreenController(session, parent), m_model(new FavoritesModel(this))
 {
     m_undoTimer.setSingleShot(true);
-    m_undoTimer.setInterval(undoMilliseconds);
+    // A screen reader takes longer to say what went and how to bring it
+    // back; the keyboard then needs longer to get there.
+    m_undoTimer.setInterval(QAccessible::isActive() ? undoWithScreenReaderMilliseconds
+                                                    : undoMilliseconds);
     connect(&m_undoTimer, &QTimer::timeout, this, [this] {
         m_deleted.clear();
         emit undoChanged();
@@ -169,6 +173,7 @@ void FavViewController::chooseSort(int order)
     m_session.settings.set(SettingsKeys::sort, m_sort);
     applyOrder();
     reloadRows();
+    emit announcement(sortChoices().value(order));
 }
 
 void FavViewController::selectRow(int row)
@@ -208,7 +213,7 @@ void FavViewController::confirmEdit(const QString &name, int day, int month, int
     m_model->updateRow(m_editRow, m_session.favorites.at(m_editRow));
 }
 
-void FavViewController::deleteRow(int row)
+void FavViewController::deleteRow(int row, bool byKeyboard)
 {
     // The rows below move up: one left open would come to rest under the
     // finger with its delete button out.
@@ -220,9 +225,15 @@ void FavViewController::deleteRow(int row)
     m_undoTimer.start();
     emit countChanged();
     emit undoChanged();
+    // The keyboard was on the deleted row: it goes on to the next one. A
+    // finger's delete leaves the keyboard where it was.
+    if (byKeyboard && m_session.favorites.count() > 0)
+        emit rowToFocus(std::min(row, int(m_session.favorites.count()) - 1));
+    emit announcement(m_session.strings[UiText::DeletedUndoWithCtrlZ].arg(
+        FavoriteCards::displayName(shownOnOneLine(favorite.name))));
 }
 
-bool FavViewController::undoDelete()
+bool FavViewController::undoDelete(bool byKeyboard)
 {
     if (m_deleted.isEmpty())
         return false;
@@ -242,7 +253,14 @@ bool FavViewController::undoDelete()
     const bool stored = restore.finish().ok();
     emit countChanged();
     emit undoChanged();
+    if (byKeyboard)
+        emit rowToFocus(std::min(run.constFirst().row, int(favorites.count()) - 1));
     return stored;
+}
+
+QString FavViewController::positionText(int row, int count) const
+{
+    return m_session.strings[UiText::PositionInList].arg(row + 1).arg(count);
 }
 
 QString FavViewController::undoText() const

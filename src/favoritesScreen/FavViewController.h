@@ -59,6 +59,7 @@ public:
 
     // How long "Undo" stays after a delete.
     static constexpr int undoMilliseconds = 5000;
+    static constexpr int undoWithScreenReaderMilliseconds = 12000;
 
     explicit FavViewController(Session &session, QObject *parent = nullptr);
 
@@ -103,13 +104,16 @@ public:
     Q_INVOKABLE void confirmEdit(const QString &name, int day, int month, int year);
     // Deletes at once and closes the open row; "Undo" then stays for a few
     // seconds after the last of a run of deletes.
-    Q_INVOKABLE void deleteRow(int row);
+    // From the keyboard, the next row then takes the keyboard as by Tab.
+    Q_INVOKABLE void deleteRow(int row, bool byKeyboard = false);
     // Puts every favorite of the run back at its place, in one write, and
     // says whether that reached the disk. One that did not is still in the
     // list (written again with the next change) and the save notice says so;
     // the offer is used up either way, so a second "Undo" cannot double them.
-    Q_INVOKABLE bool undoDelete();
+    Q_INVOKABLE bool undoDelete(bool byKeyboard = false);
     Q_INVOKABLE SwipeOutcome swipeOutcome(qreal travel, qreal rowWidth, qreal buttonWidth) const;
+    // Where a row stands in the list, as a screen reader says it: "3 of 12".
+    Q_INVOKABLE QString positionText(int row, int count) const;
     // "Import a vCard file…" with the file chosen in the dialog, and "Import
     // from contacts": the birthdays added in one write, the list shown
     // again, and importSummary says what happened.
@@ -126,6 +130,9 @@ signals:
     void undoChanged();
     void screenRequested(const QString &identifier);
     void importFinished();
+    // The keyboard is to go to this row: the one after a deleted one, or
+    // the first one an undo brought back.
+    void rowToFocus(int row);
 
 private:
     void applyOrder();

@@ -17,6 +17,18 @@ Item {
 
     signal screenRequested(string identifier)
 
+    // Where the keyboard lands when the screen appears: with a screen
+    // reader the first card, else (or with no card) the back button. Not as
+    // by Tab: a finger that opened the screen must not bring up the card's
+    // keyboard buttons.
+    function focusFirst() {
+        const first = root.controller.screenReaderOn ? tableView.itemAtIndex(0) : null
+        if (first)
+            first.forceActiveFocus(Qt.ActiveWindowFocusReason)
+        else
+            btnBack.forceActiveFocus(Qt.ActiveWindowFocusReason)
+    }
+
     objectName: "favView"
     Component.onCompleted: controller.viewWillAppear()
 
@@ -31,6 +43,28 @@ Item {
             dialog.open()
         }
         function onImportFinished() { importSummary.open() }
+        function onAnnouncement(words) { announcer.say(words) }
+        function onRowToFocus(row) {
+            tableView.positionViewAtIndex(row, ListView.Contain)
+            const item = tableView.itemAtIndex(row)
+            if (item)
+                item.forceActiveFocus(Qt.TabFocusReason)
+            else
+                btnBack.forceActiveFocus(Qt.TabFocusReason)
+        }
+    }
+
+    Announcer {
+        id: announcer
+
+        objectName: "announcer"
+    }
+
+    // The keyboard's way back after a delete, while "Undo" is offered.
+    Shortcut {
+        sequence: "Ctrl+Z"
+        enabled: root.controller.undoVisible
+        onActivated: root.controller.undoDelete(true)
     }
 
     ThemedBackground {
@@ -172,6 +206,8 @@ Item {
     }
 
     SymbolButton {
+        id: btnBack
+
         objectName: "btnBack"
         x: 12
         y: -4
@@ -186,6 +222,8 @@ Item {
     AbstractButton {
         id: btnSort
 
+        Keys.onReturnPressed: clicked()
+        Keys.onEnterPressed: clicked()
         objectName: "btnSort"
         anchors.right: parent.right
         anchors.rightMargin: 16
@@ -313,7 +351,7 @@ Item {
             text: root.controller.texts.Undo
             tint: root.controller.theme.labelColor
             font.weight: Font.DemiBold
-            onClicked: root.controller.undoDelete()
+            onClicked: root.controller.undoDelete(visualFocus)
         }
     }
 

@@ -13,6 +13,10 @@ Alert {
 
     objectName: "importMenu"
     theme: controller.theme
+    // No title on the card: a screen reader says what the menu is for.
+    title: controller.texts.ImportBirthdays
+    titleShown: false
+    firstFocus: firstChoice
     padding: 4
 
     footer: AlertButtonRow {
@@ -20,6 +24,8 @@ Alert {
         stacked: true
 
         AlertButton {
+            id: firstChoice
+
             objectName: "btnImportFile"
             Layout.fillWidth: true
             text: menu.controller.texts.ImportVCardFile

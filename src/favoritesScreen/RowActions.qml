@@ -38,7 +38,7 @@ Rectangle {
             textColor: actions.cell.controller.theme.redColor
             pixelSize: 15
             Accessible.name: actions.cell.controller.accessibleName("deleteRow").arg(actions.cell.name)
-            onClicked: actions.cell.controller.deleteRow(actions.cell.index)
+            onClicked: actions.cell.controller.deleteRow(actions.cell.index, true)
         }
     }
 }

@@ -20,6 +20,7 @@ Alert {
     title: controller.texts.Sort
     // No tap beside it closes it, but Escape does, leaving the order as it was.
     closePolicy: Popup.CloseOnEscape
+    firstFocus: firstChoice
     padding: 4
 
     footer: AlertButtonRow {
@@ -27,6 +28,8 @@ Alert {
         stacked: true
 
         AlertButton {
+            id: firstChoice
+
             objectName: "sortChoice0"
             Layout.fillWidth: true
             text: menu.controller.sortChoices[0]

@@ -11,6 +11,8 @@ Item {
     required property ViewController controller
     // The weekday line sits in the strip below the wheels.
     readonly property real weekdayStrip: 30
+    // Where the wheels pass the keys they do not use.
+    property Item keysTo: null
     // 0 while the controller shows a birthday without a year.
     readonly property int shownYear: controller.pickerYearKnown ? controller.pickerYear : 0
 
@@ -49,6 +51,8 @@ Item {
         shownDay: wheels.controller.pickerDay
         shownMonth: wheels.controller.pickerMonth
         shownYear: wheels.shownYear
+        spokenResult: wheels.controller.spokenReport
+        keysTo: wheels.keysTo
         onTurned: settle.restart()
         onDateRequested: (day, month, year) => wheels.controller.pickDate(day, month, year)
     }

@@ -14,7 +14,16 @@ Item {
     // it, so that only the dialog can be reached.
     readonly property bool covered: addDialog.visible
 
+    // Whether keys have been used here: only then does the report show
+    // that it has the keyboard.
+    property bool keyboardUsed: false
+
     signal screenRequested(string identifier)
+
+    // Where the keyboard lands when the screen appears: the report.
+    function focusFirst() {
+        report.forceActiveFocus(Qt.OtherFocusReason)
+    }
 
     objectName: "mainView"
     onWidthChanged: controller.viewDidLayoutSubviews()
@@ -24,6 +33,13 @@ Item {
         target: root.controller
         function onScreenRequested(identifier) { root.screenRequested(identifier) }
         function onAddFavoriteDialogRequested() { addDialog.open() }
+        function onAnnouncement(words) { announcer.say(words) }
+    }
+
+    Announcer {
+        id: announcer
+
+        objectName: "announcer"
     }
 
     // Declared by the main screen but never placed on it.
@@ -73,68 +89,11 @@ Item {
         verticalAlignment: Text.AlignVCenter
     }
 
-    Row {
-        id: bottomBar
-
-        objectName: "bottomBar"
-        anchors.left: parent.left
-        anchors.right: parent.right
-        anchors.bottom: parent.bottom
-        height: 40
-        spacing: 8
-
-        readonly property real buttonWidth: (width - 3 * spacing) / 4
-
-        SymbolButton {
-            objectName: "btnReset"
-            width: bottomBar.buttonWidth
-            height: bottomBar.height
-            iconSource: "qrc:/qt/qml/Tavlo/resources/icons/restart_alt.svg"
-            iconColor: root.controller.theme.labelColor
-            Accessible.name: root.controller.accessibleName("today")
-            onClicked: root.controller.resetPressed()
-        }
-        SymbolButton {
-            objectName: "btnPlus"
-            width: bottomBar.buttonWidth
-            height: bottomBar.height
-            enabled: root.controller.plusEnabled
-            iconSource: "qrc:/qt/qml/Tavlo/resources/icons/add.svg"
-            iconColor: root.controller.theme.labelColor
-            Accessible.name: root.controller.accessibleName("add")
-            onClicked: root.controller.plusPressed()
-        }
-        SymbolButton {
-            objectName: "btnFav"
-            width: bottomBar.buttonWidth
-            height: bottomBar.height
-            iconSource: "qrc:/qt/qml/Tavlo/resources/icons/star.svg"
-            iconColor: root.controller.theme.labelColor
-            Accessible.name: root.controller.accessibleName("favorites")
-            onClicked: root.controller.favPressed()
-        }
-        SymbolButton {
-            objectName: "btnSet"
-            width: bottomBar.buttonWidth
-            height: bottomBar.height
-            iconSource: "qrc:/qt/qml/Tavlo/resources/icons/settings.svg"
-            iconColor: root.controller.theme.labelColor
-            Accessible.name: root.controller.accessibleName("settings")
-            onClicked: root.controller.setPressed()
-        }
-    }
-
-    DatePickerWheels {
-        id: datePicker
-
-        objectName: "datePicker"
-        controller: root.controller
-        anchors.horizontalCenter: parent.horizontalCenter
-        anchors.bottom: bottomBar.top
-        height: 216
-    }
-
+    // First in the keyboard's order, as on the screen: the report, the
+    // wheels, the buttons.
     Text {
+        id: report
+
         objectName: "lblDisplay"
         anchors.top: parent.top
         anchors.topMargin: 42
@@ -155,11 +114,88 @@ Item {
         elide: Text.ElideRight
         horizontalAlignment: Text.AlignHCenter
         verticalAlignment: Text.AlignVCenter
+        // Reached with Tab, and where the keyboard lands when the report
+        // changes from elsewhere: a screen reader says its first lines, and
+        // reads the rest with its reading keys.
+        activeFocusOnTab: true
+        Accessible.focusable: true
         Accessible.role: Accessible.StaticText
-        Accessible.name: text
+        Accessible.name: root.controller.spokenReport
         // What a swipe across the report does, for a screen reader.
         Accessible.onPreviousPageAction: root.controller.handleGesture(ViewController.Right)
         Accessible.onNextPageAction: root.controller.handleGesture(ViewController.Left)
+        Keys.forwardTo: [root]
+
+        FocusRing {
+            shown: report.activeFocus && root.keyboardUsed
+            ringColor: root.controller.theme.labelColor
+        }
+    }
+
+    DatePickerWheels {
+        id: datePicker
+
+        objectName: "datePicker"
+        controller: root.controller
+        keysTo: root
+        anchors.horizontalCenter: parent.horizontalCenter
+        anchors.bottom: bottomBar.top
+        height: 216
+    }
+
+    Row {
+        id: bottomBar
+
+        objectName: "bottomBar"
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.bottom: parent.bottom
+        height: 40
+        spacing: 8
+
+        readonly property real buttonWidth: (width - 3 * spacing) / 4
+
+        SymbolButton {
+            objectName: "btnReset"
+            width: bottomBar.buttonWidth
+            height: bottomBar.height
+            iconSource: "qrc:/qt/qml/Tavlo/resources/icons/restart_alt.svg"
+            iconColor: root.controller.theme.labelColor
+            Accessible.name: root.controller.accessibleName("today")
+            Keys.forwardTo: [root]
+            onClicked: root.controller.resetPressed()
+        }
+        SymbolButton {
+            objectName: "btnPlus"
+            width: bottomBar.buttonWidth
+            height: bottomBar.height
+            enabled: root.controller.plusEnabled
+            iconSource: "qrc:/qt/qml/Tavlo/resources/icons/add.svg"
+            iconColor: root.controller.theme.labelColor
+            Accessible.name: root.controller.accessibleName("add")
+            Keys.forwardTo: [root]
+            onClicked: root.controller.plusPressed()
+        }
+        SymbolButton {
+            objectName: "btnFav"
+            width: bottomBar.buttonWidth
+            height: bottomBar.height
+            iconSource: "qrc:/qt/qml/Tavlo/resources/icons/star.svg"
+            iconColor: root.controller.theme.labelColor
+            Accessible.name: root.controller.accessibleName("favorites")
+            Keys.forwardTo: [root]
+            onClicked: root.controller.favPressed()
+        }
+        SymbolButton {
+            objectName: "btnSet"
+            width: bottomBar.buttonWidth
+            height: bottomBar.height
+            iconSource: "qrc:/qt/qml/Tavlo/resources/icons/settings.svg"
+            iconColor: root.controller.theme.labelColor
+            Accessible.name: root.controller.accessibleName("settings")
+            Keys.forwardTo: [root]
+            onClicked: root.controller.setPressed()
+        }
     }
 
     Text {
@@ -207,22 +243,26 @@ Item {
         }
     }
 
-    // The keyboard's way to swipe through the favorites.
-    Shortcut {
-        sequence: "PgUp"
-        enabled: !root.covered
-        onActivated: root.controller.handleGesture(ViewController.Right)
-    }
-    Shortcut {
-        sequence: "PgDown"
-        enabled: !root.covered
-        onActivated: root.controller.handleGesture(ViewController.Left)
+    // The keyboard's way to swipe through the favorites. Keys that no
+    // control took come here. A screen reader hands keys straight to the
+    // focused control, past its parents: so every control of the screen
+    // forwards them here first.
+    Keys.onPressed: event => {
+        if (event.key === Qt.Key_PageUp || event.key === Qt.Key_PageDown) {
+            root.controller.handleGesture(event.key === Qt.Key_PageUp ? ViewController.Right
+                                                                        : ViewController.Left)
+            event.accepted = true
+        }
+        // Tab and the arrows pass on: they move the keyboard or a wheel.
+        root.keyboardUsed = true
     }
 
     AddFavoriteDialog {
         id: addDialog
 
         controller: root.controller
+        // "+" is off once the birthday is added: the report has the keyboard.
+        onClosedWithoutFocus: root.focusFirst()
         anchors.centerIn: parent
     }
 

@@ -175,6 +175,7 @@ void ViewController::resetPressed()
     setPicker(m_session.launchDate());
     storePickedDate();
     composeReport();
+    emit announcement(spokenReport());
 }
 
 void ViewController::composeReport()
@@ -339,6 +340,7 @@ void ViewController::handleGesture(Swipe swipe)
         return;
     m_currentFavoriteIndex = *index;
     showFavorite(*index);
+    emit announcement(spokenReport());
 }
 
 void ViewController::showFavorite(qint64 index)

@@ -3,6 +3,7 @@
 
 #include "core/DayOfBirth.h"
 #include "favorites/FavoriteBrowsing.h"
+#include "report/ReportComposer.h"
 #include "resources/ScreenController.h"
 
 #include <QDateTime>
@@ -27,6 +28,8 @@ class ViewController : public ScreenController
 
     Q_PROPERTY(QString displayText READ displayText NOTIFY reportChanged)
     Q_PROPERTY(QString weekdayText READ weekdayText NOTIFY reportChanged)
+    // The report as a screen reader says it when it changes.
+    Q_PROPERTY(QString spokenReport READ spokenReport NOTIFY reportChanged)
     Q_PROPERTY(bool detailed READ detailed NOTIFY reportChanged)
     Q_PROPERTY(QUrl starImage READ starImage NOTIFY reportChanged)
     Q_PROPERTY(bool plusEnabled READ plusEnabled NOTIFY plusEnabledChanged)
@@ -51,6 +54,7 @@ public:
 
     QString displayText() const { return m_display; }
     QString weekdayText() const { return m_weekday; }
+    QString spokenReport() const { return spokenSummary(m_display); }
     bool detailed() const { return m_detailed; }
     QUrl starImage() const { return m_starImage; }
     bool plusEnabled() const { return m_plusEnabled; }

@@ -7,6 +7,8 @@
 #include "texts/RussianPlural.h"
 #include "texts/UiStrings.h"
 
+#include <algorithm>
+
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
@@ -24,6 +26,18 @@ QString displayedPolarity(const QString &englishPolarity, Language language)
 }
 
 } // namespace
+
+QString spokenSummary(const QString &shownText)
+{
+    const QStringList paragraphs = shownText.split(u"\n\n"_s, Qt::SkipEmptyParts);
+    QString summary = paragraphs.value(0);
+    const auto hasNumber = [](const QString &text) {
+        return std::any_of(text.cbegin(), text.cend(), [](QChar c) { return c.isDigit(); });
+    };
+    if (!hasNumber(summary) && paragraphs.size() > 1)
+        summary += u'\n' + paragraphs.at(1);
+    return summary.simplified();
+}
 
 ShownReport ShownReport::of(const AgeReport &report, bool moreDetails)
 {

@@ -38,6 +38,12 @@ struct ShownReport
     static ShownReport of(const AgeReport &report, bool moreDetails);
 };
 
+// What a screen reader says when the shown report changes: its first
+// paragraph on one line ("Anna's age is: 41 Years, 3 Months & 10 Days"),
+// with the next one when the first holds no number (the short report's
+// "Anna's age").
+QString spokenSummary(const QString &shownText);
+
 // Builds the age report texts in the current language from a fresh
 // birth-date computation. The computation's results are kept in `results`,
 // so a lookup that finds nothing shows what the report before it showed.

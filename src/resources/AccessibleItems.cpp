@@ -10,6 +10,16 @@ namespace {
 // The object whose interface Qt's own factory is making right now.
 QObject *makingQtInterfaceFor = nullptr;
 
+// An item that shows a value as words (the month wheel shows "March" for
+// 3) declares them in this property; a screen reader then reads the words,
+// not the number.
+constexpr char shownTextProperty[] = "accessibleText";
+
+bool hasShownText(const QObject *object)
+{
+    return object->metaObject()->indexOfProperty(shownTextProperty) >= 0;
+}
+
 // Qt's interface for an item, with a truthful disabled state and, for a
 // text item, the Text interface over its text.
 class AccessibleItem : public QAccessibleInterface, public QAccessibleTextInterface
@@ -77,7 +87,10 @@ public:
     void addSelection(int, int) override {}
     void removeSelection(int) override {}
     void setSelection(int, int, int) override {}
-    int cursorPosition() const override { return 0; }
+    int cursorPosition() const override
+    {
+        return m_item ? m_item->property("cursorPosition").toInt() : 0;
+    }
     void setCursorPosition(int) override {}
     QRect characterRect(int) const override { return {}; }
     int offsetAtPoint(const QPoint &) const override { return -1; }
@@ -92,11 +105,22 @@ public:
 private:
     bool isText() const
     {
+        if (!m_item)
+            return false;
+        if (hasShownText(m_item))
+            return true;
         const QAccessible::Role r = role();
-        return (r == QAccessible::StaticText || r == QAccessible::Heading) && m_item &&
+        if (r == QAccessible::EditableText && m_item->inherits("QQuickTextInput"))
+            return true;
+        return (r == QAccessible::StaticText || r == QAccessible::Heading) &&
                m_item->inherits("QQuickText");
     }
-    QString words() const { return m_item ? m_item->property("text").toString() : QString(); }
+    QString words() const
+    {
+        if (!m_item)
+            return {};
+        return m_item->property(hasShownText(m_item) ? shownTextProperty : "text").toString();
+    }
 
     QAccessibleInterface *m_qt;
     QAccessible::Id m_qtId;
@@ -106,7 +130,8 @@ private:
 QAccessibleInterface *accessibleItem(const QString &, QObject *object)
 {
     if (object == makingQtInterfaceFor || !object->inherits("QQuickItem") ||
-        !(object->inherits("QQuickText") || object->inherits("QQuickControl")))
+        !(object->inherits("QQuickText") || object->inherits("QQuickControl") ||
+          object->inherits("QQuickTextInput") || hasShownText(object)))
         return nullptr;
     // Qt's own interface, made by its factory and kept in its registry under an
     // id of its own; ours stands for the item and hands everything else to it.

@@ -9,9 +9,30 @@ Dialog {
 
     required property ScreenTheme theme
 
+    // Where the keyboard goes when the alert closes: by default back to the
+    // control that opened it, or, when that is gone or disabled, to what
+    // the owner names here (the screen's first control). A screen reader
+    // then says where the keyboard is.
+    property Item focusAfterwards: null
+    // Where the keyboard starts in the alert, if not on the alert itself.
+    property Item firstFocus: null
+    property Item opener: null
+
+    signal closedWithoutFocus()
+
     modal: true
     // Keys reach the alert: Tab stays in it, Escape closes it.
     focus: true
+    onAboutToShow: opener = parent ? parent.Window.activeFocusItem : null
+    onOpened: if (firstFocus) firstFocus.forceActiveFocus(Qt.TabFocusReason)
+    onClosed: {
+        const back = focusAfterwards ?? opener
+        opener = null
+        if (back && back.visible && back.enabled)
+            back.forceActiveFocus(Qt.OtherFocusReason)
+        else
+            closedWithoutFocus()
+    }
     anchors.centerIn: parent
     width: Math.min(parent ? parent.width - 48 : 300, 320)
     padding: 16
@@ -25,9 +46,12 @@ Dialog {
         color: alert.theme.alertBackground
     }
 
+    // False for an alert whose title is there only for a screen reader.
+    property bool titleShown: true
+
     header: Label {
         text: alert.title
-        visible: text.length > 0
+        visible: alert.titleShown && text.length > 0
         color: alert.theme.labelColor
         font.pixelSize: 17
         font.weight: Font.DemiBold

@@ -24,6 +24,9 @@ AbstractButton {
     Accessible.role: Accessible.Button
     Accessible.name: text
     Accessible.onPressAction: if (enabled) clicked()
+    // Return presses a button too, as everywhere on the desktop.
+    Keys.onReturnPressed: if (enabled) clicked()
+    Keys.onEnterPressed: if (enabled) clicked()
 
     FocusRing {
         anchors.margins: 2

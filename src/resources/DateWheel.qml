@@ -16,6 +16,12 @@ Tumbler {
     // first entry (1, or the first year).
     property string spokenLabel
     property int firstValue: 1
+    // What a screen reader says after a turn, besides the new entry: the
+    // report that the turn changed.
+    property string spokenResult
+    // Where the keys go that the wheel does not use (Page Up on the main
+    // screen), before anything else sees them.
+    property Item keysTo: null
     readonly property string currentText: typeof model === "number"
                                           ? String(currentIndex + 1)
                                           : (model[currentIndex] ?? "")
@@ -50,12 +56,20 @@ Tumbler {
             value = wheel.currentIndex + wheel.firstValue
         }
 
+        // The entry as shown ("March", "no year"), read in place of the
+        // number, and what the turn changed: a screen reader reads this text
+        // when the value changes, so the new report is heard at once.
+        readonly property string accessibleText: wheel.spokenResult.length > 0
+                                                 ? wheel.currentText + ". " + wheel.spokenResult
+                                                 : wheel.currentText
+
         objectName: wheel.objectName + "Stepper"
         anchors.fill: parent
         activeFocusOnTab: true
         // A value set from outside (a screen reader's Value interface).
         onValueChanged: if (value !== wheel.currentIndex + wheel.firstValue)
                             moveTo(value - wheel.firstValue)
+        Keys.forwardTo: wheel.keysTo ? [wheel.keysTo] : []
         Keys.onUpPressed: moveTo(wheel.currentIndex + 1)
         Keys.onDownPressed: moveTo(wheel.currentIndex - 1)
         // The ends at once: the year wheel's last place is "no year".
@@ -66,7 +80,7 @@ Tumbler {
             }
         }
         Accessible.role: Accessible.SpinBox
-        Accessible.name: wheel.spokenLabel + " " + wheel.currentText
+        Accessible.name: wheel.spokenLabel
         Accessible.onIncreaseAction: moveTo(wheel.currentIndex + 1)
         Accessible.onDecreaseAction: moveTo(wheel.currentIndex - 1)
 

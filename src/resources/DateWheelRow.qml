@@ -24,6 +24,10 @@ Item {
     property real yearWidth: 84
     property real spacing: 4
     property list<string> wheelNames: ["dayWheel", "monthWheel", "yearWheel"]
+    // What a turn changed, said after the new entry.
+    property string spokenResult
+    // Where the wheels pass the keys they do not use.
+    property Item keysTo: null
 
     // The date the wheels stand on now; year 0 is "no year".
     readonly property int day: dayWheel.currentIndex + 1
@@ -87,6 +91,8 @@ Item {
         fadedOpacity: row.fadedOpacity
         model: row.dayModel
         spokenLabel: row.controller.accessibleName("day")
+        spokenResult: row.spokenResult
+        keysTo: row.keysTo
         currentIndex: row.shownDay - 1
         onMovingChanged: row.turned()
         onCurrentIndexChanged: row.turned()
@@ -104,6 +110,8 @@ Item {
         model: row.controller.wheels.monthNames
         currentIndex: row.shownMonth - 1
         spokenLabel: row.controller.accessibleName("month")
+        spokenResult: row.spokenResult
+        keysTo: row.keysTo
         onMovingChanged: row.turned()
         onCurrentIndexChanged: row.turned()
         onStepRequested: index => row.dateRequested(row.day, index + 1, row.year)
@@ -121,6 +129,8 @@ Item {
         currentIndex: row.controller.wheels.yearIndex(row.shownYear)
         firstValue: row.controller.wheels.firstYear
         spokenLabel: row.controller.accessibleName("year")
+        spokenResult: row.spokenResult
+        keysTo: row.keysTo
         onMovingChanged: row.turned()
         onCurrentIndexChanged: row.turned()
         onStepRequested: index => row.dateRequested(row.day, row.month,

@@ -4,6 +4,7 @@
 #include "session/Session.h"
 #include "texts/AccessibleNames.h"
 
+#include <QAccessible>
 #include <QMetaEnum>
 
 ScreenController::ScreenController(Session &session, QObject *parent)
@@ -25,4 +26,9 @@ QVariant ScreenController::texts() const
 QString ScreenController::accessibleName(const QString &key) const
 {
     return accessibleNames(m_session.strings, m_session.language()).value(key).toString();
+}
+
+bool ScreenController::screenReaderOn() const
+{
+    return QAccessible::isActive();
 }

@@ -25,16 +25,23 @@ class ScreenController : public QObject
     // Every interface text by its name in UiText: texts.Cancel.
     Q_PROPERTY(QVariant texts READ texts NOTIFY languageChanged)
     Q_PROPERTY(DateWheelModel *wheels READ wheels CONSTANT)
+    // Whether a screen reader (or another assistive technology) follows the
+    // app: then the keyboard starts inside a list rather than above it.
+    Q_PROPERTY(bool screenReaderOn READ screenReaderOn CONSTANT)
 
 public:
     ScreenTheme *theme() const { return m_theme; }
     QVariant texts() const;
     DateWheelModel *wheels() const { return m_wheels; }
+    bool screenReaderOn() const;
     // By the keys of accessibleNames(): "info", "day", "sort" and so on.
     Q_INVOKABLE QString accessibleName(const QString &key) const;
 
 signals:
     void languageChanged();
+    // A screen reader is to say this now, without the keyboard moving: the
+    // outcome of something that changed no focused control.
+    void announcement(const QString &words);
 
 protected:
     ScreenController(Session &session, QObject *parent);

@@ -15,6 +15,9 @@ AbstractButton {
     Accessible.role: Accessible.Button
     // Qt 6.4 gives a screen reader's "press" only to this handler.
     Accessible.onPressAction: if (enabled) clicked()
+    // Return presses a button too, as everywhere on the desktop.
+    Keys.onReturnPressed: if (enabled) clicked()
+    Keys.onEnterPressed: if (enabled) clicked()
     onClicked: feedback.restart()
 
     PressFeedback {

@@ -14,6 +14,9 @@ AbstractButton {
     Accessible.role: Accessible.Button
     Accessible.name: text
     Accessible.onPressAction: if (enabled) clicked()
+    // Return presses a button too, as everywhere on the desktop.
+    Keys.onReturnPressed: if (enabled) clicked()
+    Keys.onEnterPressed: if (enabled) clicked()
     onClicked: feedback.restart()
 
     PressFeedback {

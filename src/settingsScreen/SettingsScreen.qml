@@ -16,6 +16,11 @@ Item {
 
     signal screenRequested(string identifier)
 
+    // Where the keyboard lands when the screen appears: the first switch.
+    function focusFirst() {
+        firstSwitch.focusSwitch()
+    }
+
     objectName: "setView"
 
     Connections {
@@ -72,6 +77,10 @@ Item {
 
                 signal switched(bool on)
 
+                function focusSwitch() {
+                    toggle.forceActiveFocus(Qt.OtherFocusReason)
+                }
+
                 Layout.fillWidth: true
                 spacing: 12
 
@@ -98,6 +107,8 @@ Item {
             }
 
             SwitchRow {
+                id: firstSwitch
+
                 caption: root.controller.texts.ShowMoreDetails
                 on: root.controller.detailsOn
                 switchName: "switchDetails"

@@ -188,6 +188,10 @@ const std::array<Row, UiTextCount> &rows()
          u"bewerten."_s,
          u"Не установлен центр приложений, который мог бы открыть страницу Tavlo. Установите "
          u"его, например GNOME Software или KDE Discover, чтобы оценить Tavlo."_s},
+        {u"%1 deleted. Undo with Control+Z."_s, u"%1 gelöscht. Rückgängig mit Strg+Z."_s,
+         u"%1: удалено. Отменить: Ctrl+Z."_s},
+        {u"%1 of %2"_s, u"%1 von %2"_s, u"%1 из %2"_s},
+        {u"Import birthdays"_s, u"Geburtstage importieren"_s, u"Импорт дней рождения"_s},
     }};
     return table;
 }

@@ -142,13 +142,16 @@ public:
         NoFavoritesYet,          // 122
         NoAddressBook,           // 123
         NoSoftwareCentre,        // 124
+        DeletedUndoWithCtrlZ,    // 125: %1 the name
+        PositionInList,          // 126: %1 the row, %2 how many
+        ImportBirthdays,         // 127
     };
     Q_ENUM(UiText)
 };
 
 using UiText = UiTexts::UiText;
 
-inline constexpr int UiTextCount = 124;
+inline constexpr int UiTextCount = 127;
 
 // The process-wide table of interface texts. It starts out English; applying
 // German or Russian overwrites every entry. Applying English changes nothing,

@@ -80,6 +80,8 @@ public:
         screen->setParentItem(window->contentItem());
         screen->setSize(window->size());
         QObject::connect(window, &QQuickWindow::widthChanged, screen, &QQuickItem::setWidth);
+        // As the screen host does: the keyboard goes to the new screen.
+        QMetaObject::invokeMethod(screen, "focusFirst");
         window->show();
         if (!QTest::qWaitForWindowExposed(window))
             qFatal("the window never showed");

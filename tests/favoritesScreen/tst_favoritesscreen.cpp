@@ -345,7 +345,13 @@ private slots:
         for (int time = 0; time < 2; ++time) {
             const qsizetype left = stored().size();
             if (way == "key") {
-                cell(0)->forceActiveFocus(Qt::TabFocusReason);
+                // As Tab brings it there; after a delete the keyboard is
+                // on the next row already.
+                if (time == 0) {
+                    h->find("btnBack")->forceActiveFocus();
+                    cell(0)->forceActiveFocus(Qt::TabFocusReason);
+                }
+                QVERIFY(cell(0)->hasActiveFocus());
                 QTRY_VERIFY(h->shows("rowActions"));
                 QTest::keyClick(h->window, Qt::Key_Delete);
             } else if (way == "swipe far") {

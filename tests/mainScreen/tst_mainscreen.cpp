@@ -303,6 +303,28 @@ private slots:
         QVERIFY(!h->text("labelWeekDay").isEmpty());
     }
 
+    // The keyboard's swipes, Page Up and Page Down, step through the
+    // favorites too, and a screen reader is told the new report at once;
+    // so is "back to today".
+    void pageKeysStepAndAreAnnounced()
+    {
+        h->settings.set(SettingsKeys::favorites,
+                        QList<QStringList>{{"Anna", "12 3 1985"}, {"Bob", "1 1 2000"}});
+        start();
+        QQuickItem *announcer = h->find("announcer");
+        QTest::keyClick(h->window, Qt::Key_PageDown);
+        QVERIFY2(display().startsWith(u"Bob's age is: 26"_qs), qPrintable(display()));
+        QCOMPARE(announcer->property("text").toString(), c->spokenReport());
+        QVERIFY(c->spokenReport().startsWith(u"Bob's age is: 26 Years, 10 Months & 21 Days"_qs));
+        QVERIFY(announcer->isVisible());
+        QTest::keyClick(h->window, Qt::Key_PageUp);
+        QVERIFY2(display().startsWith(u"Anna's age is: 41"_qs), qPrintable(display()));
+        QCOMPARE(announcer->property("text").toString(), c->spokenReport());
+        h->tap("btnReset");
+        QTRY_VERIFY2(announcer->property("text").toString().contains(u"age is: 0 Years"_qs),
+                     qPrintable(announcer->property("text").toString()));
+    }
+
     void greetingMilestones_data()
     {
         QTest::addColumn<QDate>("birth");
