@@ -15,6 +15,7 @@
 #include <QLocale>
 #include <QStringList>
 
+class ContactsFollower;
 class ReminderScheduler;
 class SettingsStore;
 
@@ -52,6 +53,9 @@ public:
     // The phone's address books, as the platform reads them; without one,
     // only Plasma Mobile's folder of cards.
     PhoneContactsReader phoneContacts;
+    // Keeps the favorites in step with the phone's address books while
+    // "Birthdays from contacts" is on; none in tests that do without.
+    ContactsFollower *contacts = nullptr;
 
     Language language() const { return m_language; }
     // Decides the language from the device and "preferredL" and fills the

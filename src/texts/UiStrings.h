@@ -139,13 +139,22 @@ public:
         UnreadableBirthday,      // 119
         BirthdayWithoutYear,     // 120: %1 whose ("Anna's", "Your"), %2 the day and month
         BirthYearUnknown,        // 121
+        FollowContacts,          // 122
+        FollowContactsCount,     // 123: %1 the number of favorites that follow contacts
+        FollowContactsLoading,   // 124
+        FollowContactsNoService, // 125
+        FollowContactsStopped,   // 126
+        FollowContactsNoFolder,  // 127: %1 the folder
+        FollowContactsNoFile,    // 128: %1 the file
+        FollowContactsCutOff,    // 129: %1 the file
+        FollowContactsBadCard,   // 130: %1 the contact
     };
     Q_ENUM(UiText)
 };
 
 using UiText = UiTexts::UiText;
 
-inline constexpr int UiTextCount = 121;
+inline constexpr int UiTextCount = 130;
 
 // The process-wide table of interface texts. It starts out English; applying
 // German or Russian overwrites every entry. Applying English changes nothing,
