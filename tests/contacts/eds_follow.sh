@@ -88,7 +88,7 @@ write_card() { card "$2" "$3" "${4:-}" >"$folder/.$(basename "$1").new"; mv "$fo
 index_of() { "$TAVLO" favorites list | awk -F'\t' -v n="$1" '$2 == n { print $1 }'; }
 STEPS
 
-exec timeout 280 dbus-run-session -- bash -euo pipefail -c '
+timeout 200 dbus-run-session -- bash -euo pipefail -c '
 source "$FOLLOW_HOME/steps.sh"
 start_app
 expect_status "Up to date: 0 birthdays"
@@ -172,5 +172,51 @@ keeps_list "  service crashed" "${base[@]}"
 expect_status "Up to date: 3 birthdays"
 "$HELPER" modify-contact "$(card carl "Carl Again" 1990-01-05)"
 expect_list "  back, and followed" $'"'"'Carl Again\t5 1 1990'"'"' "${base[@]:1}"
+stop_app
+'
+
+echo "== no address-book service"
+DBUS_SESSION_BUS_ADDRESS=unix:path=$home/no-bus timeout 60 bash -euo pipefail -c '
+source "$FOLLOW_HOME/steps.sh"
+start_app
+expect_status "The address book service does not answer"
+keeps_list "no service" $'"'"'Carl Again\t5 1 1990'"'"' $'"'"'Dora\t3 2 1991'"'"' $'"'"'Eve\t4 3 1992'"'"'
+stop_app
+'
+
+echo "== address-book service that takes 10 s to start"
+mkdir -p "$home/services"
+for file in /usr/share/dbus-1/services/org.gnome.evolution.dataserver.*.service; do
+    cp "$file" "$home/services/"
+done
+printf '#!/bin/sh\nsleep 10\nexec /usr/libexec/evolution-addressbook-factory "$@"\n' >"$home/slow-factory"
+chmod +x "$home/slow-factory"
+sed -i "s|^Exec=.*|Exec=$home/slow-factory|; /^SystemdService=/d" \
+    "$home/services/org.gnome.evolution.dataserver.AddressBook10.service"
+cat >"$home/bus.conf" <<CONF
+<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN"
+ "http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd">
+<busconfig>
+  <type>session</type>
+  <listen>unix:tmpdir=$home</listen>
+  <auth>EXTERNAL</auth>
+  <servicedir>$home/services</servicedir>
+  <policy context="default">
+    <allow send_destination="*" eavesdrop="true"/>
+    <allow eavesdrop="true"/>
+    <allow own="*"/>
+  </policy>
+</busconfig>
+CONF
+timeout 90 dbus-run-session --config-file="$home/bus.conf" -- bash -euo pipefail -c '
+source "$FOLLOW_HOME/steps.sh"
+start_app
+expect_status "Reading the address books"
+keeps_list "slow service" $'"'"'Carl Again\t5 1 1990'"'"' $'"'"'Dora\t3 2 1991'"'"' $'"'"'Eve\t4 3 1992'"'"'
+started=$(now_ms)
+expect_status "Up to date: 3 birthdays"
+echo "  followed again after $(($(now_ms) - started)) ms more"
+"$HELPER" modify-contact "$(card carl "Carl Slow" 1990-01-05)"
+expect_list "  then followed" $'"'"'Carl Slow\t5 1 1990'"'"' $'"'"'Dora\t3 2 1991'"'"' $'"'"'Eve\t4 3 1992'"'"'
 stop_app
 '
