@@ -8,6 +8,7 @@
 #include "contacts/BirthdayExport.h"
 #include "contacts/BirthdayImport.h"
 #include "contacts/ContactsFollower.h"
+#include "core/DebugLog.h"
 #include "settings/FileSettingsStore.h"
 
 #include <QCoreApplication>
@@ -127,6 +128,8 @@ QCoreApplication &application()
     static char name[] = "bench_contacts";
     static char *argv[] = {name, nullptr};
     static QCoreApplication app(argc, argv);
+    // The follower's log lines would drown the figures.
+    DebugLog::setSink([](const QString &) {});
     return app;
 }
 
@@ -177,7 +180,10 @@ void followOneChange(benchmark::State &state)
         follower.followNow();
     }
     favorites.load();
-    if (favorites.at(100).name != QStringLiteral("Renamed %1").arg(round))
+    const QList<Favorite> all = favorites.all();
+    if (std::none_of(all.cbegin(), all.cend(), [&](const Favorite &favorite) {
+            return favorite.name == QStringLiteral("Renamed %1").arg(round);
+        }))
         state.SkipWithError("the change was not followed");
 }
 BENCHMARK(followOneChange)->Unit(benchmark::kMillisecond);
