@@ -7,8 +7,11 @@
 #include "SoftlyBrokenCard.h"
 #include "contacts/BirthdayExport.h"
 #include "contacts/BirthdayImport.h"
+#include "contacts/ContactsFollower.h"
+#include "core/DebugLog.h"
 #include "settings/FileSettingsStore.h"
 
+#include <QCoreApplication>
 #include <QTemporaryDir>
 
 #include <benchmark/benchmark.h>
@@ -91,5 +94,98 @@ void readSoftlyBrokenCard(benchmark::State &state)
 BENCHMARK(readSoftlyBrokenCard)->Unit(benchmark::kMillisecond);
 
 } // namespace
+
+// An address book as the follower sees it once read: 2,000 contacts, 1,500
+// with a birthday.
+class ReadBook : public AddressBookSource
+{
+public:
+    ReadBook()
+    {
+        m_book.source = QStringLiteral("eds:system-address-book");
+        m_book.complete = true;
+        for (int i = 0; i < 2000; ++i) {
+            VCardContact contact;
+            contact.uid = QStringLiteral("contact-%1").arg(i);
+            contact.name = QStringLiteral("Given Person%1").arg(i);
+            if (i % 4 != 3)
+                contact.birthday = QStringLiteral("%1-%2-%3")
+                                       .arg(1940 + i % 80)
+                                       .arg(1 + i % 12, 2, 10, QLatin1Char('0'))
+                                       .arg(1 + i % 28, 2, 10, QLatin1Char('0'));
+            m_book.contacts.append(contact);
+        }
+    }
+    void start() override {}
+    QList<ContactBook> books() const override { return {m_book}; }
+    bool settled() const override { return true; }
+    ContactBook m_book;
+};
+
+QCoreApplication &application()
+{
+    static int argc = 1;
+    static char name[] = "bench_contacts";
+    static char *argv[] = {name, nullptr};
+    static QCoreApplication app(argc, argv);
+    // The follower's log lines would drown the figures.
+    DebugLog::setSink([](const QString &) {});
+    return app;
+}
+
+// The first follow of a full address book, stored in the settings file.
+void followFirst(benchmark::State &state)
+{
+    application();
+    QTemporaryDir dir;
+    ReadBook book;
+    UiStrings strings;
+    for (auto _ : state) {
+        state.PauseTiming();
+        QFile::remove(dir.filePath("tavlo.conf"));
+        FileSettingsStore settings(dir.filePath("tavlo.conf"));
+        settings.set(SettingsKeys::followContacts, true);
+        FavoritesStore favorites(settings);
+        ContactsFollower follower(settings, favorites, strings, [] { return QDate(2026, 11, 22); });
+        follower.addSource(&book);
+        follower.start();
+        state.ResumeTiming();
+        follower.followNow();
+        state.PauseTiming();
+        favorites.load();
+        if (favorites.count() != 1500)
+            state.SkipWithError("not every birthday was followed");
+        state.ResumeTiming();
+    }
+}
+BENCHMARK(followFirst)->Unit(benchmark::kMillisecond);
+
+// One contact renamed in that address book, stored in the settings file.
+void followOneChange(benchmark::State &state)
+{
+    application();
+    QTemporaryDir dir;
+    ReadBook book;
+    UiStrings strings;
+    FileSettingsStore settings(dir.filePath("tavlo.conf"));
+    settings.set(SettingsKeys::followContacts, true);
+    FavoritesStore favorites(settings);
+    ContactsFollower follower(settings, favorites, strings, [] { return QDate(2026, 11, 22); });
+    follower.addSource(&book);
+    follower.start();
+    follower.followNow();
+    int round = 0;
+    for (auto _ : state) {
+        book.m_book.contacts[100].name = QStringLiteral("Renamed %1").arg(++round);
+        follower.followNow();
+    }
+    favorites.load();
+    const QList<Favorite> all = favorites.all();
+    if (std::none_of(all.cbegin(), all.cend(), [&](const Favorite &favorite) {
+            return favorite.name == QStringLiteral("Renamed %1").arg(round);
+        }))
+        state.SkipWithError("the change was not followed");
+}
+BENCHMARK(followOneChange)->Unit(benchmark::kMillisecond);
 
 BENCHMARK_MAIN();

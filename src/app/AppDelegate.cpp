@@ -2,6 +2,8 @@
 #include "app/AppDelegate.h"
 
 #include "app/ScreenFactory.h"
+#include "contacts/ContactsFolder.h"
+#include "contacts/ContactsFollower.h"
 #include "core/Clock.h"
 #include "core/DebugLog.h"
 #include "platform/linux/EvolutionAddressBooks.h"
@@ -67,7 +69,16 @@ int AppDelegate::run(QGuiApplication &app, const Options &options)
     Session session(settings, clock, QLocale::system().uiLanguages(), appearance());
     // So is the birthdays calendar, which takes longer still.
     session.calendar.writeInBackground([](const QString &problem) { DebugLog::line(problem); });
-    session.phoneContacts = EvolutionAddressBooks::readAll;
+    // The phone's address books: read for an import, followed while
+    // "Birthdays from contacts" is on. Their answers come between frames.
+    ContactsFolder contactsFolder(PhoneContacts::plasmaFolder());
+    EvolutionAddressBooks evolution;
+    session.phoneContacts = [&evolution] { return EvolutionAddressBooks::readNow(evolution); };
+    ContactsFollower follower(settings, session.favorites, session.strings,
+                              [&clock] { return clock.now().date(); });
+    follower.addSource(&contactsFolder);
+    follower.addSource(&evolution);
+    session.contacts = &follower;
     // xdg-open starts whether or not anything can take the link.
     session.openLink = [](const QUrl &url) {
         return LinkHandlers::installed(url.scheme()) && QDesktopServices::openUrl(url);
@@ -86,6 +97,12 @@ int AppDelegate::run(QGuiApplication &app, const Options &options)
         session.reminders = &reminders;
         platform.center.start();
     }
+    // After a change from the address books, reminders are planned again,
+    // as after any change (the birthdays calendar follows every change).
+    QObject::connect(&follower, &ContactsFollower::favoritesChanged, &follower, [&session] {
+        if (session.reminders)
+            session.reminders->checkNotificationPermission();
+    });
     ScreenFactory screens(session);
 
     QQmlApplicationEngine engine;
@@ -128,6 +145,9 @@ int AppDelegate::run(QGuiApplication &app, const Options &options)
             Qt::SingleShotConnection);
     }
 
+    // A screenshot leaves the user's favorites alone, too.
+    if (remindersOn)
+        follower.start();
     const int status = app.exec();
     // The last changes reach the disk before we go, and a failure among
     // them is still told (in the debug log, the window being gone).

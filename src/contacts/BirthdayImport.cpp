@@ -43,8 +43,10 @@ QString identity(const QString &name, const QString &birthday)
     return name + u'\x1f' + (day ? day->stored() : birthday);
 }
 
-// The UUID in a card's UID ("urn:uuid:…", or the bare UUID), without
-// braces; empty for any other UID.
+} // namespace
+
+namespace BirthdayImport {
+
 QString uuidOf(const QString &uid)
 {
     QStringView text = uid;
@@ -53,10 +55,6 @@ QString uuidOf(const QString &uid)
     const QUuid uuid = QUuid::fromString(text);
     return uuid.isNull() ? QString() : uuid.toString(QUuid::WithoutBraces);
 }
-
-} // namespace
-
-namespace BirthdayImport {
 
 Birthday birthday(const VCardContact &contact, QDate today)
 {

@@ -60,6 +60,10 @@ struct Birthday
 };
 Birthday birthday(const VCardContact &contact, QDate today);
 
+// The UUID in a card's UID ("urn:uuid:…", or the bare UUID), without
+// braces; empty for any other UID.
+QString uuidOf(const QString &uid);
+
 // Plans the import of `contacts` into a list that holds `existing`.
 ImportPlan plan(const QList<VCardContact> &contacts, const QList<Favorite> &existing, QDate today);
 

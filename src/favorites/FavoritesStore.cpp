@@ -356,6 +356,15 @@ WriteResult FavoritesStore::reorder(const QList<qsizetype> &order)
     return apply(std::move(rows));
 }
 
+WriteResult FavoritesStore::replaceAll(const QList<Favorite> &favorites)
+{
+    QList<QStringList> rows;
+    rows.reserve(favorites.size());
+    for (const Favorite &favorite : favorites)
+        rows.append(rowOf(favorite));
+    return apply(std::move(rows));
+}
+
 WriteResult FavoritesStore::select(qsizetype index) const
 {
     // Read (and so check) the row before writing anything: a bad row must not

@@ -89,6 +89,9 @@ public:
     // Puts the favorites in a new order, from sorting: `order` holds each
     // favorite's present position, the first first.
     WriteResult reorder(const QList<qsizetype> &order);
+    // Makes `favorites` the list, as following the address books changes it:
+    // rows keep their identities (one without an id gets a new one).
+    WriteResult replaceAll(const QList<Favorite> &favorites);
 
     // Hands the chosen favorite to the main screen through the settings store.
     WriteResult select(qsizetype index) const;

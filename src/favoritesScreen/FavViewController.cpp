@@ -2,6 +2,7 @@
 #include "favoritesScreen/FavViewController.h"
 
 #include "contacts/BirthdayImport.h"
+#include "contacts/ContactsFollower.h"
 #include "contacts/PhoneContacts.h"
 #include "core/DatePattern.h"
 #include "core/DayOfBirth.h"
@@ -33,6 +34,13 @@ FavViewController::FavViewController(Session &session, QObject *parent)
         m_deleted.clear();
         emit undoChanged();
     });
+    // Favorites that follow the address books change while the list is open.
+    if (m_session.contacts) {
+        connect(m_session.contacts, &ContactsFollower::favoritesChanged, this, [this] {
+            applyOrder();
+            reloadRows();
+        });
+    }
 }
 
 QStringList FavViewController::sortChoices() const

@@ -17,6 +17,7 @@
 #include <QUrl>
 #include <functional>
 
+class ContactsFollower;
 class ReminderScheduler;
 class SettingsStore;
 
@@ -57,6 +58,9 @@ public:
     // Opens a link with the desktop's handler and tells whether one took
     // it; without one, the toolkit's own opener.
     std::function<bool(const QUrl &)> openLink;
+    // Keeps the favorites in step with the phone's address books while
+    // "Birthdays from contacts" is on; none in tests that do without.
+    ContactsFollower *contacts = nullptr;
 
     Language language() const { return m_language; }
     // Decides the language from the device and "preferredL" and fills the

@@ -85,5 +85,13 @@ inline const IntegerKey reminderDaysBefore{QStringLiteral("reminderDaysBefore")}
 // The favorites' birthdays are kept as a calendar file that evolution-data-server
 // shows (Phosh, GNOME) and other calendar apps can subscribe to.
 inline const BooleanKey birthdaysInCalendar{QStringLiteral("birthdaysInCalendar")};
+// The favorites follow the phone's address books ("Birthdays from contacts").
+inline const BooleanKey followContacts{QStringLiteral("followContacts")};
+// What is remembered of each contact that a favorite came from, by the
+// contact's UID: [uid, book, favorite id, state, name, birthday]. The state
+// is "follow" while the favorite follows the contact, "kept" once the person
+// renamed or redated it and "deleted" once the person deleted it; name and
+// birthday are what the contact said when the favorite was last set from it.
+inline const StringTableKey followedContacts{QStringLiteral("followedContacts")};
 
 } // namespace SettingsKeys

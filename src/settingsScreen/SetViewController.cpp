@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "settingsScreen/SetViewController.h"
 
+#include "contacts/ContactsFollower.h"
 #include "core/DebugLog.h"
 #include "session/Session.h"
 #include "settings/InfoPanelText.h"
@@ -17,7 +18,12 @@ SetViewController::SetViewController(Session &session, QObject *parent)
     : ScreenController(session, parent),
       m_openUrl(session.openLink ? session.openLink
                                  : [](const QUrl &url) { return QDesktopServices::openUrl(url); })
-{}
+{
+    if (m_session.contacts) {
+        connect(m_session.contacts, &ContactsFollower::statusChanged, this,
+                &SetViewController::followStatusChanged);
+    }
+}
 
 bool SetViewController::detailsOn() const
 {
@@ -209,4 +215,25 @@ void SetViewController::switchCalendarValue(bool on)
     if (const QString problem = m_session.calendar.setEnabled(on); !problem.isEmpty())
         DebugLog::line(problem);
     emit changed();
+}
+
+bool SetViewController::followContactsOn() const
+{
+    return m_session.settings.value(SettingsKeys::followContacts);
+}
+
+QString SetViewController::followContactsStatus() const
+{
+    return m_session.contacts ? m_session.contacts->status() : QString();
+}
+
+void SetViewController::switchFollowContactsValue(bool on)
+{
+    // A write that fails is told by the save notice, as every change's is.
+    if (m_session.contacts)
+        m_session.contacts->setEnabled(on);
+    else
+        m_session.settings.set(SettingsKeys::followContacts, on);
+    emit changed();
+    emit followStatusChanged();
 }

@@ -42,6 +42,9 @@ class SetViewController : public ScreenController
     Q_PROPERTY(QString reminderTimeText READ reminderTimeText NOTIFY changed)
     Q_PROPERTY(QString reminderLeadText READ reminderLeadText NOTIFY changed)
     Q_PROPERTY(bool calendarOn READ calendarOn NOTIFY changed)
+    // "Birthdays from contacts", and one line on how following goes.
+    Q_PROPERTY(bool followContactsOn READ followContactsOn NOTIFY changed)
+    Q_PROPERTY(QString followContactsStatus READ followContactsStatus NOTIFY followStatusChanged)
 
 public:
     explicit SetViewController(Session &session, QObject *parent = nullptr);
@@ -61,6 +64,8 @@ public:
     QString reminderTimeText() const;
     QString reminderLeadText() const;
     bool calendarOn() const;
+    bool followContactsOn() const;
+    QString followContactsStatus() const;
 
     // Opens a link with the desktop's handler and tells whether it did
     // (QDesktopServices::openUrl unless replaced).
@@ -87,12 +92,15 @@ public:
     Q_INVOKABLE void nextReminderLead();
     // "Show birthdays in the calendar".
     Q_INVOKABLE void switchCalendarValue(bool on);
+    // "Birthdays from contacts".
+    Q_INVOKABLE void switchFollowContactsValue(bool on);
 
 signals:
     void changed();
     void secretChanged();
     void infoVisibleChanged();
     void dimmedChanged();
+    void followStatusChanged();
     void screenRequested(const QString &identifier);
     // A rating request would be shown now, if the platform had one.
 

@@ -148,6 +148,27 @@ Item {
                 labelName: "lblCalendar"
                 onSwitched: on => root.controller.switchCalendarValue(on)
             }
+            SwitchRow {
+                caption: root.controller.texts.FollowContacts
+                on: root.controller.followContactsOn
+                switchName: "switchFollowContacts"
+                accent: root.controller.theme.accentColor
+                textColor: root.labelColor
+                trackOffColor: root.controller.theme.switchOffColor
+                labelName: "lblFollowContacts"
+                onSwitched: on => root.controller.switchFollowContactsValue(on)
+            }
+            Text {
+                objectName: "lblFollowContactsStatus"
+                Layout.fillWidth: true
+                visible: text.length > 0
+                text: root.controller.followContactsStatus
+                color: root.labelColor
+                font.pixelSize: 13
+                wrapMode: Text.Wrap
+                Accessible.role: Accessible.StaticText
+                Accessible.name: text
+            }
 
             Rectangle {
                 objectName: "lblLine"

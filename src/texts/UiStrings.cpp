@@ -192,6 +192,36 @@ const std::array<Row, UiTextCount> &rows()
          u"%1: удалено. Отменить: Ctrl+Z."_s},
         {u"%1 of %2"_s, u"%1 von %2"_s, u"%1 из %2"_s},
         {u"Import birthdays"_s, u"Geburtstage importieren"_s, u"Импорт дней рождения"_s},
+        {u"Birthdays from contacts"_s, u"Geburtstage aus den Kontakten"_s,
+         u"Дни рождения из контактов"_s},
+        {u"Up to date: %1 birthdays from contacts"_s,
+         u"Aktuell: %1 Geburtstage aus den Kontakten"_s, u"Актуально, из контактов: %1"_s},
+        {u"Reading the address books…"_s, u"Adressbücher werden gelesen …"_s,
+         u"Чтение адресных книг…"_s},
+        {u"The address book service does not answer; its birthdays stay as they are."_s,
+         u"Der Adressbuchdienst antwortet nicht; seine Geburtstage bleiben, wie sie sind."_s,
+         u"Служба адресной книги не отвечает; её дни рождения остаются как есть."_s},
+        {u"The address book service stopped; its birthdays stay as they are until it is back."_s,
+         u"Der Adressbuchdienst wurde beendet; seine Geburtstage bleiben, wie sie sind, bis er "
+         u"zurück ist."_s,
+         u"Служба адресной книги остановилась; её дни рождения остаются как есть, пока она не "
+         u"вернётся."_s},
+        {u"The contacts folder %1 cannot be read; its birthdays stay as they are."_s,
+         u"Der Kontakteordner %1 kann nicht gelesen werden; seine Geburtstage bleiben, wie sie "
+         u"sind."_s,
+         u"Папку контактов %1 не удаётся прочитать; её дни рождения остаются как есть."_s},
+        {u"The contacts file %1 cannot be read; its birthdays stay as they are."_s,
+         u"Die Kontaktdatei %1 kann nicht gelesen werden; ihre Geburtstage bleiben, wie sie "
+         u"sind."_s,
+         u"Файл контактов %1 не удаётся прочитать; его дни рождения остаются как есть."_s},
+        {u"The contacts file %1 is cut off; its birthdays stay as they are."_s,
+         u"Die Kontaktdatei %1 ist abgeschnitten; ihre Geburtstage bleiben, wie sie sind."_s,
+         u"Файл контактов %1 обрезан; его дни рождения остаются как есть."_s},
+        {u"A contact's birthday cannot be read (%1); its favorite stays as it is."_s,
+         u"Der Geburtstag eines Kontakts kann nicht gelesen werden (%1); sein Favorit bleibt, "
+         u"wie er ist."_s,
+         u"День рождения контакта не удаётся прочитать (%1); запись в избранном остаётся как "
+         u"есть."_s},
     }};
     return table;
 }

@@ -145,13 +145,22 @@ public:
         DeletedUndoWithCtrlZ,    // 125: %1 the name
         PositionInList,          // 126: %1 the row, %2 how many
         ImportBirthdays,         // 127
+        FollowContacts,          // 128
+        FollowContactsCount,     // 129: %1 the number of favorites that follow contacts
+        FollowContactsLoading,   // 130
+        FollowContactsNoService, // 131
+        FollowContactsStopped,   // 132
+        FollowContactsNoFolder,  // 133: %1 the folder
+        FollowContactsNoFile,    // 134: %1 the file
+        FollowContactsCutOff,    // 135: %1 the file
+        FollowContactsBadCard,   // 136: %1 the contact
     };
     Q_ENUM(UiText)
 };
 
 using UiText = UiTexts::UiText;
 
-inline constexpr int UiTextCount = 127;
+inline constexpr int UiTextCount = 136;
 
 // The process-wide table of interface texts. It starts out English; applying
 // German or Russian overwrites every entry. Applying English changes nothing,

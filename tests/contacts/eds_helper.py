@@ -4,6 +4,8 @@
 introspection), as GNOME's apps do.
 
   eds_helper.py add-contacts VCARD...   adds cards to the built-in address book
+  eds_helper.py modify-contact VCARD    replaces the card with the same UID
+  eds_helper.py remove-contact UID      removes a card from the built-in book
   eds_helper.py calendar-events UID     prints the events of the calendar source
                                         UID, one JSON object per line
 """
@@ -17,16 +19,32 @@ gi.require_version("EDataServer", "1.2")
 from gi.repository import EDataServer  # noqa: E402
 
 
-def add_contacts(cards):
+def builtin_book():
     gi.require_version("EBook", "1.2")
     gi.require_version("EBookContacts", "1.2")
     from gi.repository import EBook, EBookContacts
 
     registry = EDataServer.SourceRegistry.new_sync(None)
     book = EBook.BookClient.connect_sync(registry.ref_builtin_address_book(), 1, None)
+    return book, EBookContacts
+
+
+def add_contacts(cards):
+    book, contacts = builtin_book()
     for card in cards:
-        contact = EBookContacts.Contact.new_from_vcard(card)
-        book.add_contact_sync(contact, EBookContacts.BookOperationFlags.NONE, None)
+        contact = contacts.Contact.new_from_vcard(card)
+        book.add_contact_sync(contact, contacts.BookOperationFlags.NONE, None)
+
+
+def modify_contact(card):
+    book, contacts = builtin_book()
+    contact = contacts.Contact.new_from_vcard(card)
+    book.modify_contact_sync(contact, contacts.BookOperationFlags.NONE, None)
+
+
+def remove_contact(uid):
+    book, contacts = builtin_book()
+    book.remove_contact_by_uid_sync(uid, contacts.BookOperationFlags.NONE, None)
 
 
 def calendar_events(uid):
@@ -58,5 +76,9 @@ def calendar_events(uid):
 if __name__ == "__main__":
     if sys.argv[1] == "add-contacts":
         add_contacts(sys.argv[2:])
+    elif sys.argv[1] == "modify-contact":
+        modify_contact(sys.argv[2])
+    elif sys.argv[1] == "remove-contact":
+        remove_contact(sys.argv[2])
     elif sys.argv[1] == "calendar-events":
         calendar_events(sys.argv[2])

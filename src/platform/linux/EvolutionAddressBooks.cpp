@@ -1,120 +1,436 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/EvolutionAddressBooks.h"
 
-#include <QDBusArgument>
-#include <QDBusMessage>
-#include <QDBusMetaType>
-#include <QDBusObjectPath>
-#include <QDBusVariant>
+#include "core/DebugLog.h"
+
+#include <QAbstractEventDispatcher>
+#include <QEventLoop>
+#include <QMap>
+#include <QPointer>
+#include <QSet>
+#include <QTimer>
+#include <map>
+
+// GLib's headers name a structure field "signals", which Qt defines away.
+#pragma push_macro("signals")
+#undef signals
+#include <libebook/libebook.h>
+#pragma pop_macro("signals")
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-const QString sourcesService = u"org.gnome.evolution.dataserver.Sources5"_s;
-const QString sourcesPath = u"/org/gnome/evolution/dataserver/SourceManager"_s;
-const QString sourceInterface = u"org.gnome.evolution.dataserver.Source"_s;
-const QString factoryService = u"org.gnome.evolution.dataserver.AddressBook10"_s;
-const QString factoryPath = u"/org/gnome/evolution/dataserver/AddressBookFactory"_s;
-const QString factoryInterface = u"org.gnome.evolution.dataserver.AddressBookFactory"_s;
-const QString bookInterface = u"org.gnome.evolution.dataserver.AddressBook"_s;
-// Starting the services on demand can take a few seconds on a phone.
-constexpr int timeoutMs = 30000;
+// A phone may take a while to start the service.
+constexpr guint32 connectWaitSeconds = 30;
+// After a failure, the service is asked again after this long, then twice
+// as long each time, up to the last.
+constexpr int firstRetryMs = 2000;
+constexpr int lastRetryMs = 60000;
+// A one-off import waits this long at most for every book.
+constexpr int readNowMs = 60000;
 
-QDBusMessage call(const QDBusConnection &bus, const QString &service, const QString &path,
-                  const QString &interface, const QString &method,
-                  const QVariantList &arguments = {})
+QString fromUtf8(const char *text)
 {
-    QDBusMessage message = QDBusMessage::createMethodCall(service, path, interface, method);
-    message.setArguments(arguments);
-    return bus.call(message, QDBus::Block, timeoutMs);
-}
-
-// Whether a source's key-file text describes an address book that is on.
-bool isEnabledAddressBook(const QString &data)
-{
-    if (!data.contains(u"\n[Address Book]"_s))
-        return false;
-    const qsizetype section = data.indexOf(u"[Data Source]"_s);
-    if (section < 0)
-        return true;
-    const qsizetype end = data.indexOf(u"\n["_s, section + 1);
-    return !data.mid(section, end < 0 ? -1 : end - section).contains(u"\nEnabled=false"_s);
-}
-
-// The UIDs of the enabled address books, from the registry's managed objects
-// (a{oa{sa{sv}}}).
-QStringList addressBookUids(const QDBusMessage &reply)
-{
-    QStringList uids;
-    if (reply.type() != QDBusMessage::ReplyMessage || reply.arguments().isEmpty())
-        return uids;
-    const QDBusArgument objects = reply.arguments().at(0).value<QDBusArgument>();
-    objects.beginMap();
-    while (!objects.atEnd()) {
-        objects.beginMapEntry();
-        QDBusObjectPath path;
-        objects >> path;
-        objects.beginMap();
-        while (!objects.atEnd()) {
-            objects.beginMapEntry();
-            QString interface;
-            QVariantMap properties;
-            objects >> interface >> properties;
-            if (interface == sourceInterface &&
-                isEnabledAddressBook(properties.value(u"Data"_s).toString()))
-                uids.append(properties.value(u"UID"_s).toString());
-            objects.endMapEntry();
-        }
-        objects.endMap();
-        objects.endMapEntry();
-    }
-    objects.endMap();
-    uids.sort();
-    return uids;
+    return QString::fromUtf8(text ? text : "");
 }
 
 } // namespace
 
-namespace EvolutionAddressBooks {
-
-void read(const QDBusConnection &bus, PhoneContactsRead &read)
+struct EvolutionAddressBooks::Private
 {
-    if (!bus.isConnected())
-        return;
-    const QStringList uids =
-        addressBookUids(call(bus, sourcesService, sourcesPath,
-                             u"org.freedesktop.DBus.ObjectManager"_s, u"GetManagedObjects"_s));
-    for (const QString &uid : uids) {
-        const QDBusMessage opened =
-            call(bus, factoryService, factoryPath, factoryInterface, u"OpenAddressBook"_s, {uid});
-        if (opened.type() != QDBusMessage::ReplyMessage || opened.arguments().size() < 2) {
-            read.sources.append(
-                u"evolution-data-server %1: could not open (%2)"_s.arg(uid, opened.errorMessage()));
-            continue;
+    struct Book
+    {
+        Private *owner = nullptr;
+        QString uid;
+        QString name;
+        ESource *source = nullptr;
+        EBookClient *client = nullptr;
+        EBookClientView *view = nullptr;
+        bool complete = false;
+        ContactBook::Problem problem = ContactBook::Problem::Loading;
+        QMap<QString, VCardContact> contacts;
+        QSet<QString> unreadable;
+        int retryMs = firstRetryMs;
+        // Each connection attempt's number; an answer to an older one is late.
+        int attempt = 0;
+    };
+
+    EvolutionAddressBooks *q = nullptr;
+    ESourceRegistry *registry = nullptr;
+    bool started = false;
+    bool quiet = false;
+    bool registryFailed = false;
+    int registryRetryMs = firstRetryMs;
+    std::map<QString, std::unique_ptr<Book>> books;
+
+    // What an answer of the service needs to find its book, if both still
+    // live: GLib calls back after we may be gone.
+    struct Pending
+    {
+        QPointer<EvolutionAddressBooks> owner;
+        QString uid;
+        int attempt = 0;
+    };
+
+    void log(const QString &line) const
+    {
+        if (!quiet)
+            DebugLog::line(line);
+    }
+
+    Book *find(const Pending &pending)
+    {
+        if (!pending.owner)
+            return nullptr;
+        const auto found = books.find(pending.uid);
+        if (found == books.end() || found->second->attempt != pending.attempt)
+            return nullptr;
+        return found->second.get();
+    }
+
+    void askRegistry()
+    {
+        e_source_registry_new(nullptr, &Private::registryReady,
+                              new Pending{QPointer<EvolutionAddressBooks>(q), {}, 0});
+    }
+
+    static void registryReady(GObject *, GAsyncResult *result, gpointer data)
+    {
+        std::unique_ptr<Pending> pending(static_cast<Pending *>(data));
+        GError *error = nullptr;
+        ESourceRegistry *registry = e_source_registry_new_finish(result, &error);
+        if (!pending->owner) {
+            if (registry)
+                g_object_unref(registry);
+            g_clear_error(&error);
+            return;
         }
-        const QString path = opened.arguments().at(0).toString();
-        const QString service = opened.arguments().at(1).toString();
-        call(bus, service, path, bookInterface, u"Open"_s);
-        // An empty query is every card of the book.
-        const QDBusMessage list =
-            call(bus, service, path, bookInterface, u"GetContactList"_s, {QString()});
-        QList<QByteArray> cards;
-        if (list.type() == QDBusMessage::ReplyMessage && !list.arguments().isEmpty()) {
-            for (const QString &card : list.arguments().at(0).toStringList())
-                cards.append(card.toUtf8());
+        Private *d = pending->owner->d.get();
+        if (!registry) {
+            d->log(u"evolution-data-server: no source registry (%1)"_s.arg(
+                fromUtf8(error ? error->message : nullptr)));
+            g_clear_error(&error);
+            d->registryFailed = true;
+            QTimer::singleShot(d->registryRetryMs, d->q, [d] { d->askRegistry(); });
+            d->registryRetryMs = std::min(d->registryRetryMs * 2, lastRetryMs);
+            emit d->q->changed();
+            return;
         }
-        PhoneContacts::readTexts(u"evolution-data-server "_s + uid, cards, read);
-        call(bus, service, path, bookInterface, u"Close"_s);
+        d->registryFailed = false;
+        d->registry = registry;
+        g_signal_connect(registry, "source-added", G_CALLBACK(&Private::sourceAppeared), d);
+        g_signal_connect(registry, "source-enabled", G_CALLBACK(&Private::sourceAppeared), d);
+        g_signal_connect(registry, "source-removed", G_CALLBACK(&Private::sourceGone), d);
+        g_signal_connect(registry, "source-disabled", G_CALLBACK(&Private::sourceGone), d);
+        GList *sources = e_source_registry_list_enabled(registry, E_SOURCE_EXTENSION_ADDRESS_BOOK);
+        for (GList *item = sources; item; item = item->next)
+            d->add(E_SOURCE(item->data));
+        g_list_free_full(sources, g_object_unref);
+        emit d->q->changed();
+    }
+
+    static void sourceAppeared(ESourceRegistry *, ESource *source, gpointer data)
+    {
+        auto *d = static_cast<Private *>(data);
+        if (!e_source_has_extension(source, E_SOURCE_EXTENSION_ADDRESS_BOOK) ||
+            !e_source_registry_check_enabled(d->registry, source))
+            return;
+        d->add(source);
+        emit d->q->changed();
+    }
+
+    static void sourceGone(ESourceRegistry *, ESource *source, gpointer data)
+    {
+        auto *d = static_cast<Private *>(data);
+        const auto found = d->books.find(fromUtf8(e_source_get_uid(source)));
+        if (found == d->books.end())
+            return;
+        d->drop(*found->second);
+        d->books.erase(found);
+        emit d->q->changed();
+    }
+
+    void add(ESource *source)
+    {
+        const QString uid = fromUtf8(e_source_get_uid(source));
+        if (books.count(uid))
+            return;
+        auto book = std::make_unique<Book>();
+        book->owner = this;
+        book->uid = uid;
+        book->name = fromUtf8(e_source_get_display_name(source));
+        book->source = E_SOURCE(g_object_ref(source));
+        Book &added = *book;
+        books.emplace(uid, std::move(book));
+        connect(added);
+    }
+
+    void connect(Book &book)
+    {
+        ++book.attempt;
+        e_book_client_connect(
+            book.source, connectWaitSeconds, nullptr, &Private::connected,
+            new Pending{QPointer<EvolutionAddressBooks>(q), book.uid, book.attempt});
+    }
+
+    static void connected(GObject *, GAsyncResult *result, gpointer data)
+    {
+        std::unique_ptr<Pending> pending(static_cast<Pending *>(data));
+        GError *error = nullptr;
+        EClient *client = e_book_client_connect_finish(result, &error);
+        Book *book = pending->owner ? pending->owner->d->find(*pending) : nullptr;
+        if (!book) {
+            if (client)
+                g_object_unref(client);
+            g_clear_error(&error);
+            return;
+        }
+        if (!client) {
+            book->owner->failed(*book, u"could not connect"_s, error);
+            return;
+        }
+        book->client = E_BOOK_CLIENT(client);
+        g_signal_connect(client, "backend-died", G_CALLBACK(&Private::backendDied), book);
+        // Every card: the follower needs to see birthdays removed, too.
+        EBookQuery *query = e_book_query_any_field_contains("");
+        gchar *sexp = e_book_query_to_string(query);
+        e_book_query_unref(query);
+        e_book_client_get_view(book->client, sexp, nullptr, &Private::viewReady,
+                               new Pending{pending->owner, book->uid, book->attempt});
+        g_free(sexp);
+    }
+
+    static void viewReady(GObject *client, GAsyncResult *result, gpointer data)
+    {
+        std::unique_ptr<Pending> pending(static_cast<Pending *>(data));
+        GError *error = nullptr;
+        EBookClientView *view = nullptr;
+        const bool ok = e_book_client_get_view_finish(E_BOOK_CLIENT(client), result, &view, &error);
+        Book *book = pending->owner ? pending->owner->d->find(*pending) : nullptr;
+        if (!book) {
+            if (view)
+                g_object_unref(view);
+            g_clear_error(&error);
+            return;
+        }
+        if (!ok || !view) {
+            book->owner->failed(*book, u"could not open a view"_s, error);
+            return;
+        }
+        book->view = view;
+        g_signal_connect(view, "objects-added", G_CALLBACK(&Private::objectsChanged), book);
+        g_signal_connect(view, "objects-modified", G_CALLBACK(&Private::objectsChanged), book);
+        g_signal_connect(view, "objects-removed", G_CALLBACK(&Private::objectsRemoved), book);
+        g_signal_connect(view, "complete", G_CALLBACK(&Private::viewComplete), book);
+        // A view started again after the service came back sends every card
+        // anew: what it had before is replaced once it is complete.
+        book->contacts.clear();
+        book->unreadable.clear();
+        e_book_client_view_start(view, &error);
+        if (error)
+            book->owner->failed(*book, u"could not start the view"_s, error);
+    }
+
+    static void objectsChanged(EBookClientView *, const GSList *contacts, gpointer data)
+    {
+        auto *book = static_cast<Book *>(data);
+        for (const GSList *item = contacts; item; item = item->next) {
+            EContact *contact = E_CONTACT(item->data);
+            const QString uid =
+                fromUtf8(static_cast<const char *>(e_contact_get_const(contact, E_CONTACT_UID)));
+            gchar *text = e_vcard_to_string(E_VCARD(contact), EVC_FORMAT_VCARD_30);
+            VCardReader::Result read = VCardReader::read(QByteArray(text));
+            g_free(text);
+            if (read.error != VCardReader::Error::None || read.contacts.size() != 1) {
+                book->contacts.remove(uid);
+                book->unreadable.insert(uid);
+                continue;
+            }
+            VCardContact card = std::move(read.contacts.first());
+            if (card.uid.isEmpty())
+                card.uid = uid;
+            book->unreadable.remove(uid);
+            book->contacts.insert(uid, std::move(card));
+        }
+        emit book->owner->q->changed();
+    }
+
+    static void objectsRemoved(EBookClientView *, const GSList *uids, gpointer data)
+    {
+        auto *book = static_cast<Book *>(data);
+        for (const GSList *item = uids; item; item = item->next) {
+            const QString uid = fromUtf8(static_cast<const char *>(item->data));
+            book->contacts.remove(uid);
+            book->unreadable.remove(uid);
+        }
+        emit book->owner->q->changed();
+    }
+
+    static void viewComplete(EBookClientView *, const GError *error, gpointer data)
+    {
+        auto *book = static_cast<Book *>(data);
+        if (error) {
+            GError *copy = g_error_copy(error);
+            book->owner->failed(*book, u"the view failed"_s, copy);
+            return;
+        }
+        book->complete = true;
+        book->problem = ContactBook::Problem::None;
+        book->retryMs = firstRetryMs;
+        emit book->owner->q->changed();
+    }
+
+    static void backendDied(EClient *, gpointer data)
+    {
+        auto *book = static_cast<Book *>(data);
+        book->owner->failed(*book, u"the address-book service stopped"_s, nullptr,
+                            ContactBook::Problem::ServiceStopped);
+    }
+
+    // The book keeps the cards it had, as not complete, and is asked again.
+    void failed(Book &book, const QString &what, GError *error,
+                ContactBook::Problem problem = ContactBook::Problem::ServiceMissing)
+    {
+        log(u"evolution-data-server %1: %2%3"_s.arg(
+            book.uid, what, error ? u" ("_s + fromUtf8(error->message) + u')' : QString()));
+        g_clear_error(&error);
+        drop(book);
+        book.complete = false;
+        book.problem = problem;
+        ++book.attempt;
+        const QString uid = book.uid;
+        const int attempt = book.attempt;
+        QTimer::singleShot(book.retryMs, q, [this, uid, attempt] {
+            const auto found = books.find(uid);
+            if (found != books.end() && found->second->attempt == attempt)
+                connect(*found->second);
+        });
+        book.retryMs = std::min(book.retryMs * 2, lastRetryMs);
+        emit q->changed();
+    }
+
+    // Lets go of the book's view and client; GLib tells it nothing more.
+    static void drop(Book &book)
+    {
+        if (book.view) {
+            g_signal_handlers_disconnect_by_data(book.view, &book);
+            GError *ignored = nullptr;
+            e_book_client_view_stop(book.view, &ignored);
+            g_clear_error(&ignored);
+            g_clear_object(&book.view);
+        }
+        if (book.client) {
+            g_signal_handlers_disconnect_by_data(book.client, &book);
+            g_clear_object(&book.client);
+        }
+    }
+};
+
+EvolutionAddressBooks::EvolutionAddressBooks(QObject *parent)
+    : AddressBookSource(parent), d(std::make_unique<Private>())
+{
+    d->q = this;
+}
+
+EvolutionAddressBooks::~EvolutionAddressBooks()
+{
+    for (auto &[uid, book] : d->books) {
+        Private::drop(*book);
+        g_clear_object(&book->source);
+    }
+    if (d->registry) {
+        g_signal_handlers_disconnect_by_data(d->registry, d.get());
+        g_clear_object(&d->registry);
     }
 }
 
-PhoneContactsRead readAll()
+bool EvolutionAddressBooks::eventLoopRunsGlib()
 {
-    PhoneContactsRead result;
-    PhoneContacts::readFolder(PhoneContacts::plasmaFolder(), result);
-    read(QDBusConnection::sessionBus(), result);
+    const QAbstractEventDispatcher *dispatcher = QAbstractEventDispatcher::instance();
+    return dispatcher && (dispatcher->inherits("QEventDispatcherGlib") ||
+                          dispatcher->inherits("QPAEventDispatcherGlib"));
+}
+
+void EvolutionAddressBooks::start()
+{
+    if (d->started)
+        return;
+    d->started = true;
+    if (!eventLoopRunsGlib()) {
+        // Qt built without GLib, or QT_NO_GLIB set: no answer would arrive.
+        d->log(u"evolution-data-server: the event loop does not run GLib's"_s);
+        d->registryFailed = true;
+        return;
+    }
+    d->askRegistry();
+}
+
+QList<ContactBook> EvolutionAddressBooks::books() const
+{
+    if (!d->registry) {
+        ContactBook whole;
+        whole.source = u"eds:"_s;
+        whole.problem = d->registryFailed ? ContactBook::Problem::ServiceMissing
+                                          : ContactBook::Problem::Loading;
+        return {whole};
+    }
+    QList<ContactBook> result;
+    for (const auto &[uid, book] : d->books) {
+        ContactBook read;
+        read.source = u"eds:"_s + uid;
+        read.complete = book->complete;
+        read.contacts = book->contacts.values();
+        read.unreadableUids = book->unreadable.values();
+        read.problem = book->problem;
+        read.problemAt = book->name;
+        result.append(read);
+    }
     return result;
 }
 
-} // namespace EvolutionAddressBooks
+bool EvolutionAddressBooks::settled() const
+{
+    if (!d->registry)
+        return d->registryFailed;
+    return std::all_of(d->books.cbegin(), d->books.cend(), [](const auto &entry) {
+        return entry.second->complete || entry.second->problem != ContactBook::Problem::Loading;
+    });
+}
+
+PhoneContactsRead EvolutionAddressBooks::readNow(EvolutionAddressBooks &books)
+{
+    PhoneContactsRead result;
+    PhoneContacts::readFolder(PhoneContacts::plasmaFolder(), result);
+    books.start();
+    if (!books.settled()) {
+        QEventLoop loop;
+        QObject::connect(&books, &AddressBookSource::changed, &loop, [&] {
+            if (books.settled())
+                loop.quit();
+        });
+        QTimer::singleShot(readNowMs, &loop, &QEventLoop::quit);
+        loop.exec();
+    }
+    for (const ContactBook &book : books.books()) {
+        if (book.source == u"eds:")
+            continue;
+        result.contacts.append(book.contacts);
+        result.sources.append(u"evolution-data-server %1: %2 cards%3"_s.arg(
+            book.source.mid(4), QString::number(book.contacts.size()),
+            book.complete ? QString() : u" (not all read)"_s));
+    }
+    return result;
+}
+
+void EvolutionAddressBooks::setQuiet(bool quiet)
+{
+    d->quiet = quiet;
+}
+
+PhoneContactsRead EvolutionAddressBooks::readAll()
+{
+    EvolutionAddressBooks books;
+    books.setQuiet(true);
+    return readNow(books);
+}
