@@ -175,7 +175,8 @@ QString FavoriteCards::spokenRow(const FavoriteCard &card, const UiStrings &stri
             break;
         }
     }
+    // The star itself is not read out: its meaning is.
     if (!card.star.isEmpty())
-        parts.append(card.star + u' ' + names.value(u"coming"_s).toString());
+        parts.append(names.value(u"coming"_s).toString());
     return parts.join(u", "_s);
 }

@@ -22,7 +22,9 @@ bool hasShownText(const QObject *object)
 
 // Qt's interface for an item, with a truthful disabled state and, for a
 // text item, the Text interface over its text.
-class AccessibleItem : public QAccessibleInterface, public QAccessibleTextInterface
+class AccessibleItem : public QAccessibleInterface,
+                       public QAccessibleTextInterface,
+                       public QAccessibleActionInterface
 {
 public:
     explicit AccessibleItem(QAccessibleInterface *qtInterface)
@@ -63,6 +65,11 @@ public:
             state.disabled = true;
             state.focusable = false;
         }
+        // A text says it can take the keyboard only when Tab reaches it
+        // (the report, the ⓘ text), not every label.
+        if (m_item && isText() && role() != QAccessible::EditableText &&
+            !m_item->activeFocusOnTab())
+            state.focusable = false;
         return state;
     }
 
@@ -70,6 +77,8 @@ public:
     {
         if (type == QAccessible::TextInterface && isText())
             return static_cast<QAccessibleTextInterface *>(this);
+        if (type == QAccessible::ActionInterface && qtActions())
+            return static_cast<QAccessibleActionInterface *>(this);
         return m_qt->interface_cast(type);
     }
 
@@ -102,7 +111,23 @@ public:
         return {};
     }
 
+    // Qt lists an action both for the control and for the handler the
+    // screens give it ("Press", "Press"); a screen reader lists each once.
+    QStringList actionNames() const override
+    {
+        QStringList names = qtActions()->actionNames();
+        names.removeDuplicates();
+        return names;
+    }
+    void doAction(const QString &name) override { qtActions()->doAction(name); }
+    QStringList keyBindingsForAction(const QString &name) const override
+    {
+        return qtActions()->keyBindingsForAction(name);
+    }
+
 private:
+    QAccessibleActionInterface *qtActions() const { return m_qt->actionInterface(); }
+
     bool isText() const
     {
         if (!m_item)

@@ -19,6 +19,13 @@ QString infoPanelText(Language language, const QString &version)
                "blättern.\n"
                "• In den Favoriten lange drücken: Name und Datum ändern.\n"
                "• In den Favoriten nach links wischen: löschen.\n\n"
+               "Tastatur\n"
+               "• Tab und Umschalt+Tab: von Element zu Element; Eingabe oder Leertaste: "
+               "drücken.\n"
+               "• Pfeiltasten drehen ein Rad, Pos1 und Ende springen an seine Enden.\n"
+               "• Bild auf und Bild ab: durch die Favoriten blättern.\n"
+               "• In den Favoriten: F2 oder die Menütaste ändert, Entf löscht, Strg+Z holt "
+               "zurück.\n\n"
                "Version "_s +
                version + u"\n\nSchriften und Symbole: "_s + licences +
                u"\nBilder: für Tavlo gemacht."_s;
@@ -31,6 +38,12 @@ QString infoPanelText(Language language, const QString &version)
                "• На главном экране провести влево или вправо: листать избранные.\n"
                "• В избранных долгое нажатие: изменить имя и дату.\n"
                "• В избранных провести влево: удалить.\n\n"
+               "Клавиатура\n"
+               "• Tab и Shift+Tab: от элемента к элементу; Enter или пробел: нажать.\n"
+               "• Стрелки вращают колесо, Home и End переходят к его краям.\n"
+               "• Page Up и Page Down: листать избранные.\n"
+               "• В избранных: F2 или клавиша меню изменяет, Delete удаляет, Ctrl+Z "
+               "возвращает.\n\n"
                "Версия "_s +
                version + u"\n\nШрифты и значки: "_s + licences +
                u"\nКартинки: сделаны для Tavlo."_s;
@@ -44,6 +57,12 @@ QString infoPanelText(Language language, const QString &version)
            "• On the main screen, swipe left or right: step through your favorites.\n"
            "• In the favorites, long press: change name and date.\n"
            "• In the favorites, swipe left: delete.\n\n"
+           "Keyboard\n"
+           "• Tab and Shift+Tab: from control to control; Return or Space: press.\n"
+           "• The arrow keys turn a wheel, Home and End go to its ends.\n"
+           "• Page Up and Page Down: step through your favorites.\n"
+           "• In the favorites: F2 or the menu key edits, Delete deletes, Ctrl+Z brings "
+           "back.\n\n"
            "Version "_s +
            version + u"\n\nFonts and icons: "_s + licences + u"\nPictures: made for Tavlo."_s;
 }

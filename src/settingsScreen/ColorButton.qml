@@ -22,6 +22,9 @@ RadioButton {
     checked: chosen
     indicator: null
     Accessible.onPressAction: clicked()
+    // Return chooses a theme too, as Space does.
+    Keys.onReturnPressed: clicked()
+    Keys.onEnterPressed: clicked()
 
     contentItem: Item {
         IconImage {

@@ -10,8 +10,12 @@ Item {
     required property SetViewController controller
 
     visible: controller.infoVisible
-    // Opened, the panel takes the keyboard: its close button comes first.
+    // Opened, the panel takes the keyboard on its close button: a screen
+    // reader says the panel's name and its first words; Tab goes on to the
+    // text, which the reading keys read through.
     onVisibleChanged: if (visible) btnBackInfo.forceActiveFocus()
+    Accessible.role: Accessible.Dialog
+    Accessible.name: controller.accessibleName("info")
 
     // An opaque backdrop: the picture of the theme, drawn small and smoothed
     // up, under a veil; the settings do not show through.
@@ -77,6 +81,8 @@ Item {
             }
 
             Text {
+                id: infoText
+
                 objectName: "labelInfo"
                 width: parent.width
                 text: panel.controller.infoText
@@ -85,8 +91,12 @@ Item {
                 font.pixelSize: 16
                 wrapMode: Text.Wrap
                 lineHeight: 1.15
+                // Its first paragraph as its name; the reading keys go on
+                // through the rest.
+                activeFocusOnTab: true
+                Accessible.focusable: true
                 Accessible.role: Accessible.StaticText
-                Accessible.name: text
+                Accessible.name: text.split("\n\n").slice(0, 2).join(". ")
             }
         }
     }

@@ -195,6 +195,7 @@ void SetViewController::stepReminderTime(int steps)
     ReminderTiming::setTimeOfDay(m_session.settings,
                                  ReminderTiming::from(m_session.settings).steppedTime(steps));
     emit changed();
+    emit announcement(m_session.strings[UiText::ReminderTime] + u": "_s + reminderTimeText());
 }
 
 void SetViewController::nextReminderLead()
@@ -203,6 +204,7 @@ void SetViewController::nextReminderLead()
     const int now = int(choices.indexOf(ReminderTiming::from(m_session.settings).daysBefore));
     ReminderTiming::setDaysBefore(m_session.settings, choices.value((now + 1) % choices.size()));
     emit changed();
+    emit announcement(m_session.strings[UiText::HowEarly] + u": "_s + reminderLeadText());
 }
 
 bool SetViewController::calendarOn() const

@@ -33,6 +33,17 @@ Item {
         }
     }
 
+    Connections {
+        target: root.controller
+        function onAnnouncement(words) { announcer.say(words) }
+    }
+
+    Announcer {
+        id: announcer
+
+        objectName: "announcer"
+    }
+
     // Escape closes the info panel, or else leaves the screen.
     Shortcut {
         sequence: "Escape"
@@ -91,7 +102,8 @@ Item {
                     checked: row.on
                     checkedColor: row.accent
                     offColor: row.trackOffColor
-                    Accessible.name: row.caption
+                    // The star of "Mark future birthdays ☆" is not read out.
+                    Accessible.name: row.caption.replace(/[☆★]/g, "").trim()
                     onToggled: row.switched(checked)
                 }
                 Text {
@@ -183,7 +195,8 @@ Item {
                 color: root.labelColor
                 font.pixelSize: 15
                 Accessible.role: Accessible.StaticText
-                Accessible.name: text
+                // Shown in English in every language; said in the reader's.
+                Accessible.name: root.controller.texts.AppColorsSpoken
             }
 
             RowLayout {

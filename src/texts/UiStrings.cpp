@@ -222,6 +222,7 @@ const std::array<Row, UiTextCount> &rows()
          u"wie er ist."_s,
          u"День рождения контакта не удаётся прочитать (%1); запись в избранном остаётся как "
          u"есть."_s},
+        {u"App colours"_s, u"App-Farben"_s, u"Цвета приложения"_s},
     }};
     return table;
 }

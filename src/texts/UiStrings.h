@@ -154,13 +154,14 @@ public:
         FollowContactsNoFile,    // 134: %1 the file
         FollowContactsCutOff,    // 135: %1 the file
         FollowContactsBadCard,   // 136: %1 the contact
+        AppColorsSpoken,         // 137: what a screen reader says for "App colors"
     };
     Q_ENUM(UiText)
 };
 
 using UiText = UiTexts::UiText;
 
-inline constexpr int UiTextCount = 136;
+inline constexpr int UiTextCount = 137;
 
 // The process-wide table of interface texts. It starts out English; applying
 // German or Russian overwrites every entry. Applying English changes nothing,

@@ -180,10 +180,10 @@ private slots:
             QTest::newRow(qPrintable(spoken)) << language << sign << star << spoken;
         };
         row(Language::English, "pisces", u"★"_qs,
-            "Ann, 12 March, age 41, Pisces, ★ birthday still to come");
+            "Ann, 12 March, age 41, Pisces, birthday still to come");
         row(Language::Russian, "sagittauris", "", "Ann, 12 March, возраст 41, Стрелец");
         row(Language::German, "capricorn", u"★"_qs,
-            "Ann, 12 March, Alter 41, Steinbock, ★ Geburtstag steht bevor");
+            "Ann, 12 March, Alter 41, Steinbock, Geburtstag steht bevor");
         row(Language::English, "", "", "Ann, 12 March, age 41");
         row(Language::English, "aries", "", "Ann, 12 March, Aries");
     }
