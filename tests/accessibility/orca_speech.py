@@ -124,8 +124,9 @@ class Desktop:
                 process.wait(5)
             except subprocess.TimeoutExpired:
                 process.kill()
-        subprocess.run(["pkill", "-u", str(os.getuid()), "-f", "sd_espeak-ng|speech-dispatcher"],
-                       env=self.env, check=False)
+        # What Orca started for itself (speech-dispatcher and its voice) runs
+        # on with our folder in its command line; nobody else's is touched.
+        subprocess.run(["pkill", "-f", self.dir], env=self.env, check=False)
 
     def spoken(self):
         """Every sentence Orca has spoken so far."""
