@@ -37,6 +37,8 @@ Item {
     Connections {
         function onPickerChanged() {
             row.showDayAgain()
+            if (!wheels.controller.pickerYearKnown)
+                row.showYearAtOnce()
         }
 
         target: wheels.controller

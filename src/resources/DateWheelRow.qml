@@ -61,6 +61,12 @@ Item {
         dayWheel.positionViewAtIndex(day - 1, Tumbler.Center)
     }
 
+    // Stands the year wheel where it is bound to at once: "no year" lies
+    // two centuries past the years of birth, too far to ride to.
+    function showYearAtOnce() {
+        yearWheel.positionViewAtIndex(yearWheel.currentIndex, Tumbler.Center)
+    }
+
     // Stands the wheels on a date at once, without a ride across the years.
     function jumpTo(day, month, year) {
         setDate(day, month, year)
