@@ -80,6 +80,11 @@ QString SetViewController::versionText() const
     return u"v"_s + QStringLiteral(TAVLO_VERSION);
 }
 
+QString SetViewController::versionSpoken() const
+{
+    return m_session.strings[UiText::VersionSpoken].arg(QStringLiteral(TAVLO_VERSION));
+}
+
 QString SetViewController::infoText() const
 {
     return infoPanelText(m_session.language(), QStringLiteral(TAVLO_VERSION));

@@ -32,6 +32,8 @@ class SetViewController : public ScreenController
     // symbol colours of the chosen one.
     Q_PROPERTY(QVariantList colorButtons READ colorButtons NOTIFY changed)
     Q_PROPERTY(QString versionText READ versionText CONSTANT)
+    // The version button as a screen reader says it: words, not "v0.1.0".
+    Q_PROPERTY(QString versionSpoken READ versionSpoken NOTIFY languageChanged)
     Q_PROPERTY(QString secretText READ secretText NOTIFY secretChanged)
     Q_PROPERTY(bool secretVisible READ secretVisible NOTIFY secretChanged)
     Q_PROPERTY(bool infoVisible READ infoVisible NOTIFY infoVisibleChanged)
@@ -56,6 +58,7 @@ public:
     QVariantList colorButtons() const;
     int selectedColor() const;
     QString versionText() const;
+    QString versionSpoken() const;
     QString secretText() const { return m_secretText; }
     bool secretVisible() const { return m_secretVisible; }
     bool infoVisible() const { return m_infoVisible; }

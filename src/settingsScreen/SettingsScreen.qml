@@ -308,6 +308,7 @@ Item {
                 objectName: "btnVers"
                 Layout.alignment: Qt.AlignHCenter
                 text: root.controller.versionText
+                Accessible.name: root.controller.versionSpoken
                 textColor: root.labelColor
                 pixelSize: 15
                 onClicked: root.controller.versionTaped()

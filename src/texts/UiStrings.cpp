@@ -223,6 +223,7 @@ const std::array<Row, UiTextCount> &rows()
          u"День рождения контакта не удаётся прочитать (%1); запись в избранном остаётся как "
          u"есть."_s},
         {u"App colours"_s, u"App-Farben"_s, u"Цвета приложения"_s},
+        {u"Version %1"_s, u"Version %1"_s, u"Версия %1"_s},
     }};
     return table;
 }

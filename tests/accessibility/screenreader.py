@@ -17,6 +17,7 @@ dialogs with Escape, and checks the outcome in the settings file and with
 import datetime
 import json
 import os
+import re
 import shutil
 import subprocess
 import sys
@@ -221,6 +222,17 @@ class App:
         for node in named:
             if node.role in CONTROLS and not node.name.strip():
                 raise Failure(f"{screen}: a {node.role} has no name")
+        for node in nodes:
+            actions = node.actions()
+            if len(set(actions)) != len(actions):
+                raise Failure(f"{screen}: {node} lists an action twice: {actions}")
+            if node.role in CONTROLS and not re.search(r"[^\W\d_]{2}", node.name):
+                raise Failure(f"{screen}: the {node.role} '{node.name}' has no words in its name")
+        # Tab stops at one text at most (the report, the info text), never
+        # at every label.
+        focusable = [n for n in nodes if n.role in ("label", "static") and n.has(S.FOCUSABLE)]
+        if len(focusable) > 1:
+            raise Failure(f"{screen}: labels claim to be focusable: {focusable}")
         names = [n.name for n in named if n.name]
         twice = {name for name in names if names.count(name) > 1}
         if twice:
