@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "app/AppDelegate.h"
+#include "app/EventLoopStalls.h"
 #include "cli/CommandLine.h"
 #include "contacts/BirthdayCalendar.h"
 #include "core/Clock.h"
@@ -154,5 +155,8 @@ int main(int argc, char *argv[])
     if (screenshot)
         options.screenshotPath = QString::fromLocal8Bit(argv[2]);
     options.traceStartup = qEnvironmentVariableIsSet("TAVLO_STARTUP_TRACE");
+    std::optional<EventLoopStalls> stalls;
+    if (qEnvironmentVariableIsSet("TAVLO_STALL_TRACE"))
+        stalls.emplace();
     return AppDelegate().run(app, options);
 }

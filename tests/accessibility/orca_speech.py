@@ -83,6 +83,7 @@ class Desktop:
             self.start_all()
         except BaseException:
             self.close()
+            self.tell_what_ran()
             if not os.environ.get("TAVLO_KEEP_ORCA_LOG"):
                 shutil.rmtree(self.dir, ignore_errors=True)
             raise
@@ -102,6 +103,15 @@ class Desktop:
         self.env["DISPLAY"] = ":" + display.decode().strip()
         self.start(["/usr/libexec/at-spi-bus-launcher", "--launch-immediately"])
         self.start(["openbox"])
+        # On a busy machine openbox takes a while to claim the screen; until
+        # it does, activating the app's window fails and Orca hears nothing.
+        end = time.monotonic() + 30
+        while "_NET_ACTIVE_WINDOW" not in subprocess.run(
+                ["xprop", "-root", "_NET_SUPPORTED"], env=self.env, capture_output=True,
+                text=True).stdout:
+            if time.monotonic() > end:
+                raise Failure("openbox did not take the screen")
+            time.sleep(0.1)
         # What a desktop's accessibility switch says; Orca and the toolkits read it.
         subprocess.run(["gsettings", "set", "org.gnome.desktop.a11y.applications",
                         "screen-reader-enabled", "true"], env=self.env, check=False)
@@ -109,6 +119,15 @@ class Desktop:
         self.start(["/usr/bin/python3", os.path.abspath(__file__), "--run-orca", self.log_path])
         self.seen = 0
         self.wait_for_speech("Screen reader on", 30)
+
+    def tell_what_ran(self):
+        """The last words of every process started, for a start that failed."""
+        for name in sorted(os.listdir(self.dir)):
+            if name.endswith(".out") or name == "orca.log":
+                with open(os.path.join(self.dir, name), errors="replace") as f:
+                    lines = f.readlines()[-12:]
+                print(f"-- {name}:", *(line.rstrip() for line in lines), sep="\n  ",
+                      file=sys.stderr)
 
     def start(self, command, env=None, **kwargs):
         log = open(os.path.join(self.dir, os.path.basename(command[0]) + ".out"), "ab")

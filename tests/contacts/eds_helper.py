@@ -4,6 +4,8 @@
 introspection), as GNOME's apps do.
 
   eds_helper.py add-contacts VCARD...   adds cards to the built-in address book
+  eds_helper.py add-many COUNT DATED   adds COUNT made-up people in one call, the
+                                        first DATED of them with a birthday
   eds_helper.py modify-contact VCARD    replaces the card with the same UID
   eds_helper.py remove-contact UID      removes a card from the built-in book
   eds_helper.py calendar-events UID     prints the events of the calendar source
@@ -34,6 +36,17 @@ def add_contacts(cards):
     for card in cards:
         contact = contacts.Contact.new_from_vcard(card)
         book.add_contact_sync(contact, contacts.BookOperationFlags.NONE, None)
+
+
+def add_many(count, dated):
+    book, contacts = builtin_book()
+    people = []
+    for i in range(count):
+        card = f"BEGIN:VCARD\r\nVERSION:3.0\r\nUID:person-{i}\r\nFN:Person {i}\r\n"
+        if i < dated:
+            card += f"BDAY:{1930 + i % 90}-{1 + i % 12:02d}-{1 + i % 28:02d}\r\n"
+        people.append(contacts.Contact.new_from_vcard(card + "END:VCARD\r\n"))
+    book.add_contacts_sync(people, contacts.BookOperationFlags.NONE, None)
 
 
 def modify_contact(card):
@@ -76,6 +89,8 @@ def calendar_events(uid):
 if __name__ == "__main__":
     if sys.argv[1] == "add-contacts":
         add_contacts(sys.argv[2:])
+    elif sys.argv[1] == "add-many":
+        add_many(int(sys.argv[2]), int(sys.argv[3]))
     elif sys.argv[1] == "modify-contact":
         modify_contact(sys.argv[2])
     elif sys.argv[1] == "remove-contact":
