@@ -223,6 +223,8 @@ const std::array<Row, UiTextCount> &rows()
          u"День рождения контакта не удаётся прочитать (%1); запись в избранном остаётся как "
          u"есть."_s},
         {u"App colours"_s, u"App-Farben"_s, u"Цвета приложения"_s},
+        {u"Second reminder"_s, u"Zweite Erinnerung"_s, u"Второе напоминание"_s},
+        {u"Off"_s, u"Aus"_s, u"Выкл."_s},
     }};
     return table;
 }

@@ -155,13 +155,15 @@ public:
         FollowContactsCutOff,    // 135: %1 the file
         FollowContactsBadCard,   // 136: %1 the contact
         AppColorsSpoken,         // 137: what a screen reader says for "App colors"
+        SecondReminder,          // 138
+        ReminderOff,             // 139: the second reminder's choice of none
     };
     Q_ENUM(UiText)
 };
 
 using UiText = UiTexts::UiText;
 
-inline constexpr int UiTextCount = 137;
+inline constexpr int UiTextCount = 139;
 
 // The process-wide table of interface texts. It starts out English; applying
 // German or Russian overwrites every entry. Applying English changes nothing,
