@@ -248,6 +248,12 @@ private slots:
         QCOMPARE(tavlo.readAllStandardError(), QByteArray());
         QCOMPARE(tavlo.exitCode(), 0);
         QCOMPARE(m_power->held(), wakeupsFor(plan, {1, 2}));
+        // The app started afterwards knows them from the file: nothing asked twice.
+        PowerWakeups app(QDBusConnection(u"tavlo"_s), m_clock,
+                         PowerWakeups::statePathBeside(store.filePath()));
+        QVERIFY(!app.apply(plan));
+        settle(app);
+        QCOMPARE(m_power->calls(u"scheduleWakeup"_s), 2);
         // And again at the next login.
         const QString entry =
             m_dir->filePath(u"config/autostart/io.github.tavlo.Tavlo-wakeups.desktop"_s);

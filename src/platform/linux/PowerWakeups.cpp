@@ -101,7 +101,8 @@ void PowerWakeups::ownerChanged(const QString &, const QString &, const QString 
 
 void PowerWakeups::load()
 {
-    m_loaded = true;
+    m_owner.clear();
+    m_registered.clear();
     const std::optional<QByteArray> bytes = PlatformFile::read(m_statePath);
     if (!bytes)
         return;
@@ -141,8 +142,9 @@ void PowerWakeups::sync()
 {
     m_syncing = true;
     m_again = false;
-    if (!m_loaded)
-        load();
+    // Read afresh: another Tavlo (the command line, the login entry) may have
+    // asked for wake-ups since.
+    load();
     const QString owner =
         m_bus.isConnected() ? m_bus.interface()->serviceOwner(service).value() : QString();
     if (owner != m_owner) {

@@ -105,7 +105,6 @@ private:
     QList<Registered> m_registered;
     QList<Wanted> m_wanted;
     QList<Wanted> m_missing;
-    bool m_loaded = false;
     bool m_syncing = false;
     bool m_again = false;
     QList<std::function<void()>> m_whenIdle;
