@@ -5,16 +5,22 @@
 #include "contacts/BirthdayCalendar.h"
 #include "core/Clock.h"
 #include "core/FatalError.h"
+#include "favorites/FavoriteHandOver.h"
 #include "platform/linux/DeliveryCommand.h"
 #include "platform/linux/EvolutionAddressBooks.h"
 #include "platform/linux/LinuxReminders.h"
+#include "platform/linux/PowerWakeups.h"
 #include "settings/FileSettingsStore.h"
 
 #include <QCoreApplication>
+#include <QDBusConnectionInterface>
+#include <QDBusServiceWatcher>
+#include <QEventLoop>
 #include <QFile>
 #include <QFileInfo>
 #include <QGuiApplication>
 #include <QLocale>
+#include <QTimer>
 #include <QtQml/qqmlextensionplugin.h>
 #include <cstring>
 #include <optional>
@@ -110,7 +116,15 @@ int deliverReminders(bool one)
     }
     SystemClock clock;
     LinuxReminders platform(clock);
-    platform.notifier.onActivated = [&platform] {
+    // The app opens on the reminder's favorite, as if chosen in the list.
+    platform.notifier.onActivated = [&platform](const QString &favoriteId) {
+        FileSettingsStore settings;
+        FavoritesStore favorites(settings);
+        favorites.load();
+        if (const auto handed = FavoriteHandOver::handById(settings, favorites.all(), favoriteId);
+            handed && !*handed) {
+            QTextStream(stderr) << "tavlo deliver-reminder: " << handed->message() << '\n';
+        }
         platform.processes.startDetached(QCoreApplication::applicationFilePath(), {});
     };
     if (!one) {
@@ -123,14 +137,49 @@ int deliverReminders(bool one)
     return status;
 }
 
+// `tavlo register-wakeups`: what Plasma starts at login, when its power
+// management has forgotten the wake-ups of the session before. Waits a
+// while for the service to come up.
+int registerWakeups()
+{
+    SystemClock clock;
+    LinuxReminders platform(clock, false);
+    QDBusConnection bus = QDBusConnection::sessionBus();
+    if (bus.isConnected() && !bus.interface()->isServiceRegistered(PowerWakeups::service)) {
+        QEventLoop wait;
+        QDBusServiceWatcher watcher(PowerWakeups::service, bus,
+                                    QDBusServiceWatcher::WatchForRegistration);
+        QObject::connect(&watcher, &QDBusServiceWatcher::serviceRegistered, &wait,
+                         &QEventLoop::quit);
+        QTimer::singleShot(120'000, &wait, &QEventLoop::quit);
+        wait.exec();
+    }
+    platform.power->apply(DeliveryCommand::waiting(platform.store, clock.now()));
+    QEventLoop idle;
+    bool done = false;
+    platform.power->whenIdle([&] {
+        done = true;
+        idle.quit();
+    });
+    if (!done)
+        idle.exec();
+    return 0;
+}
+
 } // namespace
 
 // `tavlo` alone opens the app; `tavlo COMMAND ...` is the command line, and
 // `tavlo deliver-reminder IDENTIFIER` and `tavlo deliver-reminders` deliver
-// reminders with the app closed.
+// reminders with the app closed; `tavlo register-wakeups` asks Plasma's power
+// management to wake the phone for them.
 int main(int argc, char *argv[])
 {
     readSystemTimeZoneOnce();
+    if (argc == 2 && std::strcmp(argv[1], "register-wakeups") == 0) {
+        QCoreApplication app(argc, argv);
+        describeApplication();
+        return registerWakeups();
+    }
     if (argc > 1 && (std::strcmp(argv[1], "deliver-reminder") == 0 ||
                      std::strcmp(argv[1], "deliver-reminders") == 0)) {
         QCoreApplication app(argc, argv);

@@ -9,6 +9,7 @@
 #include "platform/linux/EvolutionAddressBooks.h"
 #include "platform/linux/LinkHandlers.h"
 #include "platform/linux/LinuxReminders.h"
+#include "platform/linux/PowerWakeups.h"
 #include "reminders/ReminderScheduler.h"
 #include "resources/AccessibleItems.h"
 #include "resources/BundledFonts.h"
@@ -95,6 +96,10 @@ int AppDelegate::run(QGuiApplication &app, const Options &options)
                                 session.strings);
     if (remindersOn) {
         session.reminders = &reminders;
+        // A wake-up of the phone that the power management service calls
+        // back for: what is due is shown now.
+        if (platform.power)
+            platform.power->answerCallbacks([&platform] { platform.center.deliverDue(); });
         platform.center.start();
     }
     // After a change from the address books, reminders are planned again,
@@ -112,9 +117,11 @@ int AppDelegate::run(QGuiApplication &app, const Options &options)
     if (engine.rootObjects().isEmpty())
         return 1;
     auto *window = qobject_cast<QQuickWindow *>(engine.rootObjects().constFirst());
-    // A tap on one of Tavlo's notifications brings the window to the front.
+    // A tap on one of Tavlo's notifications brings the window to the front,
+    // on the main screen showing the reminder's favorite.
     if (window) {
-        platform.center.setOnActivated([window] {
+        platform.center.setOnActivated([window, &screens](const QString &favoriteId) {
+            screens.showFavorite(favoriteId);
             window->show();
             window->raise();
             window->requestActivate();

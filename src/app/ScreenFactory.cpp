@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/ScreenFactory.h"
 
+#include "favorites/FavoriteHandOver.h"
 #include "resources/ScreenTheme.h"
 #include "session/Session.h"
 #include "themes/Themes.h"
@@ -24,6 +25,14 @@ ScreenFactory::ScreenFactory(Session &session, QObject *parent)
     : QObject(parent), m_session(session)
 {
     connect(&session.saveNotice, &SaveNotice::changed, this, &ScreenFactory::saveNoticeChanged);
+}
+
+void ScreenFactory::showFavorite(const QString &favoriteId)
+{
+    // A hand-over that could not be saved is told by the store's notice; the
+    // main screen then opens as it would.
+    (void)FavoriteHandOver::handById(m_session.settings, m_session.favorites.all(), favoriteId);
+    emit screenWanted(QStringLiteral("Main"));
 }
 
 QString ScreenFactory::saveNoticeText() const

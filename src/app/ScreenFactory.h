@@ -35,12 +35,19 @@ public:
     Q_INVOKABLE FavViewController *makeFavController(QObject *owner) const;
     Q_INVOKABLE SetViewController *makeSetController(QObject *owner) const;
 
+    // A tapped reminder: a new main screen opens on the favorite with this
+    // id, as when it is chosen in the favorites list; on the last picked
+    // date when none has it any more.
+    void showFavorite(const QString &favoriteId);
+
     QString saveNoticeText() const;
     bool saveNoticeShown() const;
     QColor saveNoticeColor() const;
 
 signals:
     void saveNoticeChanged();
+    // The screen host presents a new screen with this identifier.
+    void screenWanted(const QString &identifier);
 
 private:
     Session &m_session;

@@ -116,6 +116,14 @@ Item {
 
     Component.onCompleted: show("Main")
 
+    Connections {
+        target: host.screens
+
+        function onScreenWanted(identifier) {
+            host.request(identifier)
+        }
+    }
+
     // Gives the keyboard to the shown screen anew, so that a screen reader
     // that missed it being given hears of it.
     function focusAgain() {

@@ -25,7 +25,9 @@ Prints the birthday reminders that Tavlo would schedule now for the saved
 favorites: those whose reminder day falls from tomorrow to 201 days ahead, at
 most five, in order of the day and then of the favorites list, each at the
 reminder time chosen in the settings (7:30 in the morning local time unless
-chosen otherwise). Nothing is scheduled and nothing is written.
+chosen otherwise). With a second reminder chosen in the settings, a birthday
+has two reminders, each one of the five. Nothing is scheduled and nothing is
+written.
 
 "schedule" schedules them as the app does when it starts: they are kept for
 delivery with the app closed (by systemd user timers, or by Tavlo started at

@@ -19,6 +19,19 @@ WriteResult FavoriteHandOver::hand(SettingsStore &settings, const Favorite &favo
     return batch.finish();
 }
 
+std::optional<WriteResult> FavoriteHandOver::handById(SettingsStore &settings,
+                                                      const QList<Favorite> &favorites,
+                                                      const QString &id)
+{
+    if (id.isEmpty())
+        return std::nullopt;
+    for (qsizetype i = 0; i < favorites.size(); ++i) {
+        if (favorites.at(i).id == id)
+            return hand(settings, favorites.at(i), i);
+    }
+    return std::nullopt;
+}
+
 FavoriteHandOver::Waiting FavoriteHandOver::waiting(const SettingsStore &settings)
 {
     return {settings.value(handOverPending), settings.value(handOverMovePicker),

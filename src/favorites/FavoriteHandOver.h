@@ -25,6 +25,11 @@ struct Waiting
 // Hands `favorite`, row `index`, over in one write.
 WriteResult hand(SettingsStore &settings, const Favorite &favorite, qint64 index);
 
+// Hands over the favorite whose id is `id` (a tapped reminder's), at its row
+// in `favorites`; nothing when none has it (deleted since).
+std::optional<WriteResult> handById(SettingsStore &settings, const QList<Favorite> &favorites,
+                                    const QString &id);
+
 Waiting waiting(const SettingsStore &settings);
 
 // The favorite handed over; nothing when "Name" or "birthday" is missing or

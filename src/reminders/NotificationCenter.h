@@ -61,6 +61,9 @@ struct NotificationRequest
     QString title;
     QString body;
     CalendarTrigger trigger;
+    // The favorite the reminder is about, by its stable id: a tap on the
+    // notification opens Tavlo on it. Empty: no favorite in particular.
+    QString favoriteId;
 
     friend bool operator==(const NotificationRequest &, const NotificationRequest &) = default;
 };

@@ -40,32 +40,39 @@ struct Match
 {
     int day;
     qsizetype favorite;
+    int daysBefore;
 };
 
 } // namespace
 
 NotificationRequest PlannedReminder::request() const
 {
-    return {identifier, title, body, CalendarTrigger::at(fire)};
+    return {identifier, title, body, CalendarTrigger::at(fire), favoriteId};
 }
 
 QList<PlannedReminder> Reminders::plan(const QDateTime &now, const QList<Favorite> &favorites,
                                        const UiStrings &strings, const Timing &timing)
 {
-    // The days ahead by their year-less text. Within 201 days no text comes
-    // twice, so one pass over the favorites finds each one's day.
+    // For each reminder of a birthday (how many days before it comes), the
+    // reminder days ahead by the year-less text of their birthday. Within 201
+    // days no text comes twice, so one pass over the favorites finds each
+    // one's days.
     const DatePattern &dayText = DatePattern::stored();
     const QDate today = now.date();
-    QList<QString> dayTexts;
-    dayTexts.reserve(daysAhead);
-    QHash<QStringView, int> dayOfText;
-    dayOfText.reserve(daysAhead);
-    for (int day = 1; day <= daysAhead; ++day) {
-        dayTexts.append(dayText.format(today.addDays(day + timing.daysBefore)).chopped(4));
-        dayOfText.insert(dayTexts.constLast(), day);
+    const QList<int> leads = timing.leads();
+    QList<QList<QString>> dayTexts(leads.size());
+    QList<QHash<QStringView, int>> dayOfText(leads.size());
+    for (qsizetype l = 0; l < leads.size(); ++l) {
+        dayTexts[l].reserve(daysAhead);
+        dayOfText[l].reserve(daysAhead);
+        for (int day = 1; day <= daysAhead; ++day) {
+            dayTexts[l].append(dayText.format(today.addDays(day + leads.at(l))).chopped(4));
+            dayOfText[l].insert(dayTexts[l].constLast(), day);
+        }
     }
 
-    // The first five by day, then by list order.
+    // The first five by day, then by list order. A favorite's two reminders
+    // fall on different days, each counting as one of the five.
     QList<Match> chosen;
     for (qsizetype i = 0; i < favorites.size(); ++i) {
         const QString &birthday = favorites.at(i).birthday;
@@ -76,18 +83,20 @@ QList<PlannedReminder> Reminders::plan(const QDateTime &now, const QList<Favorit
                 day && !day->hasYear())
                 dayAndMonth = day->stored() + u' ';
         }
-        const auto found =
-            dayOfText.constFind(dayAndMonth.isEmpty() ? withoutYear(birthday) : dayAndMonth);
-        if (found == dayOfText.constEnd())
-            continue;
-        const int day = *found;
-        if (chosen.size() == maxPerRun && day >= chosen.constLast().day)
-            continue;
-        const auto at = std::upper_bound(chosen.begin(), chosen.end(), day,
-                                         [](int d, const Match &m) { return d < m.day; });
-        chosen.insert(at, Match{day, i});
-        if (chosen.size() > maxPerRun)
-            chosen.removeLast();
+        const QStringView key = dayAndMonth.isEmpty() ? withoutYear(birthday) : dayAndMonth;
+        for (qsizetype l = 0; l < leads.size(); ++l) {
+            const auto found = dayOfText.at(l).constFind(key);
+            if (found == dayOfText.at(l).constEnd())
+                continue;
+            const int day = *found;
+            if (chosen.size() == maxPerRun && day >= chosen.constLast().day)
+                continue;
+            const auto at = std::upper_bound(chosen.begin(), chosen.end(), day,
+                                             [](int d, const Match &m) { return d < m.day; });
+            chosen.insert(at, Match{day, i, leads.at(l)});
+            if (chosen.size() > maxPerRun)
+                chosen.removeLast();
+        }
     }
 
     const QTimeZone zone = QTimeZone::systemTimeZone();
@@ -96,6 +105,8 @@ QList<PlannedReminder> Reminders::plan(const QDateTime &now, const QList<Favorit
         PlannedReminder reminder;
         reminder.number = int(planned.size()) + 1;
         reminder.identifier = u"birthdayReminder"_s + QString::number(reminder.number);
+        reminder.favoriteId = favorites.at(match.favorite).id;
+        reminder.daysBefore = match.daysBefore;
         QString name = favorites.at(match.favorite).name;
         while (name.endsWith(u' '))
             name.chop(1);
@@ -104,8 +115,8 @@ QList<PlannedReminder> Reminders::plan(const QDateTime &now, const QList<Favorit
             name = u"Unknown"_s;
         }
         reminder.title = strings[UiText::BirthdayReminder];
-        reminder.body = timing.daysBefore == 0 ? name + u' ' + strings[UiText::HasABirthdayToday]
-                                               : strings.birthdayInDays(name, timing.daysBefore);
+        reminder.body = match.daysBefore == 0 ? name + u' ' + strings[UiText::HasABirthdayToday]
+                                              : strings.birthdayInDays(name, match.daysBefore);
         reminder.fire = CalendarTrigger::momentIn(zone, today.addDays(match.day), timing.timeOfDay)
                             .toLocalTime();
         planned.append(reminder);

@@ -24,6 +24,10 @@ struct PlannedReminder
     QString title;
     QString body;
     QDateTime fire;
+    // The favorite it is about (its stable id), and how many days before
+    // the birthday it comes.
+    QString favoriteId;
+    int daysBefore = 0;
     // Set when the favorite's name was empty and "Unknown" stands in for it:
     // the name as it was, for the "nameSpace = " line.
     std::optional<QString> blankName;
@@ -42,9 +46,10 @@ using Timing = ReminderTiming;
 // The reminders for `favorites` at `now`: a reminder day matches a favorite
 // when the favorite's birthday text and the "d M yyyy" text of the day
 // `timing.daysBefore` after it agree once the last four characters (the year)
-// are cut off; reminder days run from tomorrow to 201 days ahead; at most
-// five, by day and then by list order, each at the chosen time (7:30 local
-// time unless chosen otherwise).
+// are cut off; likewise for the second reminder, when it is on, with its own
+// days before. Reminder days run from tomorrow to 201 days ahead; at most
+// five reminders in all, by day and then by list order, each at the chosen
+// time (7:30 local time unless chosen otherwise).
 QList<PlannedReminder> plan(const QDateTime &now, const QList<Favorite> &favorites,
                             const UiStrings &strings, const Timing &timing = {});
 

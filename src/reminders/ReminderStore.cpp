@@ -24,15 +24,18 @@ QJsonObject toJson(const PendingReminder &reminder)
 {
     const NotificationRequest &r = reminder.request;
     const QDateTime fire = reminder.fire.toOffsetFromUtc(reminder.fire.offsetFromUtc());
-    return {{u"identifier"_s, r.identifier},
-            {u"title"_s, r.title},
-            {u"body"_s, r.body},
-            {u"month"_s, r.trigger.month},
-            {u"day"_s, r.trigger.day},
-            {u"hour"_s, r.trigger.hour},
-            {u"minute"_s, r.trigger.minute},
-            {u"timeZone"_s, QString::fromUtf8(r.trigger.timeZone.id())},
-            {u"fire"_s, fire.toString(Qt::ISODate)}};
+    QJsonObject o{{u"identifier"_s, r.identifier},
+                  {u"title"_s, r.title},
+                  {u"body"_s, r.body},
+                  {u"month"_s, r.trigger.month},
+                  {u"day"_s, r.trigger.day},
+                  {u"hour"_s, r.trigger.hour},
+                  {u"minute"_s, r.trigger.minute},
+                  {u"timeZone"_s, QString::fromUtf8(r.trigger.timeZone.id())},
+                  {u"fire"_s, fire.toString(Qt::ISODate)}};
+    if (!r.favoriteId.isEmpty())
+        o.insert(u"favorite"_s, r.favoriteId);
+    return o;
 }
 
 std::optional<PendingReminder> fromJson(const QJsonValue &value)
@@ -51,6 +54,8 @@ std::optional<PendingReminder> fromJson(const QJsonValue &value)
     r.identifier = o.value(u"identifier"_s).toString();
     r.title = o.value(u"title"_s).toString();
     r.body = o.value(u"body"_s).toString();
+    // Absent in files of versions before it was kept.
+    r.favoriteId = o.value(u"favorite"_s).toString();
     r.trigger.month = o.value(u"month"_s).toInt();
     r.trigger.day = o.value(u"day"_s).toInt();
     r.trigger.hour = o.value(u"hour"_s).toInt();

@@ -23,7 +23,8 @@ struct PendingReminder
 //
 //   {"reminders":[{"identifier":"birthdayReminder1","title":"Birthday Reminder",
 //     "body":"Anna has a birthday today!","month":3,"day":7,"hour":7,"minute":30,
-//     "timeZone":"Europe/Berlin","fire":"2026-03-07T07:30:00+01:00"}]}
+//     "timeZone":"Europe/Berlin","fire":"2026-03-07T07:30:00+01:00",
+//     "favorite":"<the favorite's id>"}]}
 //
 // Each change reads the file, changes it and replaces it whole, under a lock
 // file: the app and a timer's delivery may both reach for the same reminder,

@@ -24,7 +24,17 @@ ReminderTiming ReminderTiming::from(const SettingsStore &settings)
     const qint64 days = settings.value(SettingsKeys::reminderDaysBefore);
     if (leadDayChoices.contains(days))
         timing.daysBefore = int(days);
+    const qint64 second = settings.value(SettingsKeys::secondReminderDaysBefore);
+    if (settings.value(SettingsKeys::secondReminder) && leadDayChoices.contains(second))
+        timing.secondDaysBefore = int(second);
     return timing;
+}
+
+QList<int> ReminderTiming::leads() const
+{
+    if (secondDaysBefore && *secondDaysBefore != daysBefore)
+        return {daysBefore, *secondDaysBefore};
+    return {daysBefore};
 }
 
 void ReminderTiming::setTimeOfDay(SettingsStore &settings, QTime time)
@@ -36,6 +46,30 @@ void ReminderTiming::setDaysBefore(SettingsStore &settings, int days)
 {
     if (leadDayChoices.contains(days))
         settings.set(SettingsKeys::reminderDaysBefore, days);
+}
+
+void ReminderTiming::setSecondDaysBefore(SettingsStore &settings, std::optional<int> days)
+{
+    if (days && !leadDayChoices.contains(*days))
+        return;
+    SettingsBatch batch(settings);
+    settings.set(SettingsKeys::secondReminder, days.has_value());
+    if (days)
+        settings.set(SettingsKeys::secondReminderDaysBefore, *days);
+    batch.finish();
+}
+
+std::optional<int> ReminderTiming::nextSecondChoice() const
+{
+    // Off, then each choice in turn, then off again.
+    QList<std::optional<int>> cycle{std::nullopt};
+    for (const int days : leadDayChoices) {
+        if (days != daysBefore)
+            cycle.append(days);
+    }
+    // One the same as the first counts as off, as in the plan.
+    const qsizetype at = cycle.indexOf(leads().size() > 1 ? secondDaysBefore : std::nullopt);
+    return cycle.value((at + 1) % cycle.size());
 }
 
 QTime ReminderTiming::steppedTime(int steps) const

@@ -82,6 +82,11 @@ inline StringKey scheduledReminder(int number)
 inline const StringKey reminderTime{QStringLiteral("reminderTime")};
 // How many days before the birthday its reminder comes: 0 (on the day), 1, 3 or 7.
 inline const IntegerKey reminderDaysBefore{QStringLiteral("reminderDaysBefore")};
+// A second reminder of each birthday, at the same time of day: off unless
+// "secondReminder" is true; then "secondReminderDaysBefore" days before the
+// birthday, 0 (on the day), 1, 3 or 7. One the same as the first adds nothing.
+inline const BooleanKey secondReminder{QStringLiteral("secondReminder")};
+inline const IntegerKey secondReminderDaysBefore{QStringLiteral("secondReminderDaysBefore")};
 // The favorites' birthdays are kept as a calendar file that evolution-data-server
 // shows (Phosh, GNOME) and other calendar apps can subscribe to.
 inline const BooleanKey birthdaysInCalendar{QStringLiteral("birthdaysInCalendar")};

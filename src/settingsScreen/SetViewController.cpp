@@ -212,6 +212,23 @@ void SetViewController::nextReminderLead()
     emit announcement(m_session.strings[UiText::HowEarly] + u": "_s + reminderLeadText());
 }
 
+QString SetViewController::secondReminderText() const
+{
+    const ReminderTiming timing = ReminderTiming::from(m_session.settings);
+    if (timing.leads().size() < 2)
+        return m_session.strings[UiText::ReminderOff];
+    return ReminderTiming::leadChoiceTexts(m_session.strings)
+        .value(ReminderTiming::leadDayChoices.indexOf(*timing.secondDaysBefore));
+}
+
+void SetViewController::nextSecondReminder()
+{
+    ReminderTiming::setSecondDaysBefore(
+        m_session.settings, ReminderTiming::from(m_session.settings).nextSecondChoice());
+    emit changed();
+    emit announcement(m_session.strings[UiText::SecondReminder] + u": "_s + secondReminderText());
+}
+
 bool SetViewController::calendarOn() const
 {
     return m_session.calendar.enabled();

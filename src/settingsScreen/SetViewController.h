@@ -43,6 +43,7 @@ class SetViewController : public ScreenController
     // screen readers.
     Q_PROPERTY(QString reminderTimeText READ reminderTimeText NOTIFY changed)
     Q_PROPERTY(QString reminderLeadText READ reminderLeadText NOTIFY changed)
+    Q_PROPERTY(QString secondReminderText READ secondReminderText NOTIFY changed)
     Q_PROPERTY(bool calendarOn READ calendarOn NOTIFY changed)
     // "Birthdays from contacts", and one line on how following goes.
     Q_PROPERTY(bool followContactsOn READ followContactsOn NOTIFY changed)
@@ -66,6 +67,8 @@ public:
     bool dimmed() const { return m_dimmed; }
     QString reminderTimeText() const;
     QString reminderLeadText() const;
+    // How early the second reminder comes, or "Off".
+    QString secondReminderText() const;
     bool calendarOn() const;
     bool followContactsOn() const;
     QString followContactsStatus() const;
@@ -93,6 +96,8 @@ public:
     Q_INVOKABLE void stepReminderTime(int steps);
     // The next choice of how early, round the four.
     Q_INVOKABLE void nextReminderLead();
+    // The second reminder's next choice: off, on the day, 1, 3, 7 days before.
+    Q_INVOKABLE void nextSecondReminder();
     // "Show birthdays in the calendar".
     Q_INVOKABLE void switchCalendarValue(bool on);
     // "Birthdays from contacts".

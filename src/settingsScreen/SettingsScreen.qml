@@ -282,6 +282,17 @@ Item {
                                  + root.controller.reminderLeadText
                 onClicked: root.controller.nextReminderLead()
             }
+            TextButton {
+                objectName: "btnSecondReminder"
+                Layout.alignment: Qt.AlignRight
+                text: root.controller.texts.SecondReminder + ": "
+                      + root.controller.secondReminderText + "  ›"
+                textColor: root.labelColor
+                pixelSize: 17
+                Accessible.name: root.controller.texts.SecondReminder + ": "
+                                 + root.controller.secondReminderText
+                onClicked: root.controller.nextSecondReminder()
+            }
 
             Rectangle {
                 objectName: "lblLine2"

@@ -224,6 +224,8 @@ const std::array<Row, UiTextCount> &rows()
          u"есть."_s},
         {u"App colours"_s, u"App-Farben"_s, u"Цвета приложения"_s},
         {u"Version %1"_s, u"Version %1"_s, u"Версия %1"_s},
+        {u"Second reminder"_s, u"Zweite Erinnerung"_s, u"Второе напоминание"_s},
+        {u"Off"_s, u"Aus"_s, u"Выкл."_s},
     }};
     return table;
 }

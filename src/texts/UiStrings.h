@@ -156,13 +156,15 @@ public:
         FollowContactsBadCard,   // 136: %1 the contact
         AppColorsSpoken,         // 137: what a screen reader says for "App colors"
         VersionSpoken,           // 138: %1 the version number
+        SecondReminder,          // 139
+        ReminderOff,             // 140: the second reminder's choice of none
     };
     Q_ENUM(UiText)
 };
 
 using UiText = UiTexts::UiText;
 
-inline constexpr int UiTextCount = 138;
+inline constexpr int UiTextCount = 140;
 
 // The process-wide table of interface texts. It starts out English; applying
 // German or Russian overwrites every entry. Applying English changes nothing,

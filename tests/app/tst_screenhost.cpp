@@ -223,6 +223,34 @@ private slots:
         QVERIFY(!h.shows(u"dimOverlay"_qs));
     }
 
+    // A tapped reminder opens a new main screen on its favorite, from
+    // whatever screen was shown; one whose favorite has gone since, as the
+    // main screen opens anyway (here: no date picked yet).
+    void aTappedReminderOpensItsFavorite_data()
+    {
+        QTest::addColumn<QString>("favoriteId");
+        QTest::addColumn<QString>("startsWith");
+        QTest::newRow("its favorite") << "id-b"
+                                      << "Bo's age is: ";
+        QTest::newRow("deleted since") << "id-gone"
+                                       << "Select your date of birth";
+    }
+    void aTappedReminderOpensItsFavorite()
+    {
+        QFETCH(QString, favoriteId);
+        QFETCH(QString, startsWith);
+        ScreenHarness h;
+        h.settings.set(SettingsKeys::favorites, {{u"Anna"_qs, u"12 3 1985"_qs, u"id-a"_qs},
+                                                 {u"Bo"_qs, u"1 6 1990"_qs, u"id-b"_qs}});
+        h.startApp();
+        QVERIFY(h.go(u"btnSet"_qs, u"setView"_qs));
+        h.screens().showFavorite(favoriteId);
+        QTRY_VERIFY(h.showsOnly(u"mainView"_qs));
+        QVERIFY2(h.text(u"lblDisplay"_qs).startsWith(startsWith),
+                 qPrintable(h.text(u"lblDisplay"_qs)));
+        QCOMPARE(h.settings.value(SettingsKeys::handOverPending), false);
+    }
+
     void everyControlIsNamedInTheLanguage()
     {
         const QMap<QString, Control> english = controls({u"en-US"_qs});

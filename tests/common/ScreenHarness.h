@@ -104,6 +104,9 @@ public:
             qFatal("the window never showed");
     }
 
+    // The app's factory of screens, once startApp() has run.
+    ScreenFactory &screens() const { return *m_factory; }
+
     // An item by its name, in the object tree or in the scene (where the
     // items of a list or a Repeater are), a shown one before a hidden one.
     QQuickItem *find(const QString &name, QQuickItem *in = nullptr) const

@@ -60,12 +60,13 @@ private slots:
         QTest::addColumn<Rows>("favorites");
         QTest::addColumn<QString>("time"); // stored text; empty: none stored
         QTest::addColumn<int>("daysBefore");
+        QTest::addColumn<int>("second"); // days before of the second reminder; -1: off
         QTest::addColumn<QStringList>(
             "expected"); // number, fire, body less " has a birthday today!"
         const auto row = [](const char *tag, QDateTime now, const Rows &favorites,
                             const QStringList &expected, const QString &time = {},
-                            int daysBefore = 0) {
-            QTest::newRow(tag) << now << favorites << time << daysBefore << expected;
+                            int daysBefore = 0, int second = -1) {
+            QTest::newRow(tag) << now << favorites << time << daysBefore << second << expected;
         };
         const auto at = [](int y, int m, int d) { return QDateTime(QDate(y, m, d), QTime(9, 0)); };
         row("no favorites", march1, {}, {});
@@ -113,6 +114,39 @@ private slots:
             {"1 2026-03-02T06:00:00+01:00 Bo has a birthday in 3 days"}, "06:00", 3);
         row("a week before, found on day 201", march1, abc,
             {"1 2026-09-18T07:30:00+02:00 Cy has a birthday in 7 days"}, {}, 7);
+
+        // Two reminders of each birthday, each one of the five.
+        row("a week before and on the day, by day", march1,
+            {{"Anna", "2 3 1985"}, {"Bo", "5 3 1990"}, {"Cy", "10 3 1970"}},
+            {"1 2026-03-02T07:30:00+01:00 Anna",
+             "2 2026-03-03T07:30:00+01:00 Cy has a birthday in 7 days",
+             "3 2026-03-05T07:30:00+01:00 Bo", "4 2026-03-10T07:30:00+01:00 Cy"},
+            {}, 0, 7);
+        row("five in all, same day by list order", march1,
+            {{"A", "3 3 1980"}, {"B", "4 3 1990"}, {"C", "5 3 2000"}},
+            {"1 2026-03-02T20:00:00+01:00 A has a birthday tomorrow",
+             "2 2026-03-03T20:00:00+01:00 A",
+             "3 2026-03-03T20:00:00+01:00 B has a birthday tomorrow",
+             "4 2026-03-04T20:00:00+01:00 B",
+             "5 2026-03-04T20:00:00+01:00 C has a birthday tomorrow"},
+            "20:00", 0, 1);
+        // From 10 January: T's week's notice would be on 4 January, gone;
+        // K's birthday (2 August) is day 204, its week's notice day 197.
+        row("a birthday's two reminders either side of both edges", at(2026, 1, 10),
+            {{"T", "11 1 1980"}, {"K", "2 8 1975"}},
+            {"1 2026-01-11T07:30:00+01:00 T",
+             "2 2026-07-26T07:30:00+02:00 K has a birthday in 7 days"},
+            {}, 7, 0);
+        row("29 February and the day before it", at(2027, 12, 1), {{"L", "29 2 2000"}},
+            {"1 2028-02-28T07:30:00+01:00 L has a birthday tomorrow",
+             "2 2028-02-29T07:30:00+01:00 L"},
+            {}, 0, 1);
+        row("no 29 February, no reminder the day before", at(2026, 12, 1), {{"L", "29 2 2000"}}, {},
+            {}, 0, 1);
+        row("a second the same as the first adds nothing", march1, abc,
+            {"1 2026-03-02T07:30:00+01:00 Anna", "2 2026-03-05T07:30:00+01:00 Bo"}, {}, 0, 0);
+        row("a second of an unknown kind is off", march1, abc,
+            {"1 2026-03-02T07:30:00+01:00 Anna", "2 2026-03-05T07:30:00+01:00 Bo"}, {}, 0, 2);
     }
     void plan()
     {
@@ -123,17 +157,62 @@ private slots:
             m_settings.set(reminderTime, time);
         QFETCH(int, daysBefore);
         m_settings.set(reminderDaysBefore, daysBefore);
+        QFETCH(int, second);
+        if (second >= 0) {
+            m_settings.set(secondReminder, true);
+            m_settings.set(secondReminderDaysBefore, second);
+        }
         QList<Favorite> list;
         for (const QStringList &row : favorites)
-            list.append({row.at(0), row.at(1)});
+            list.append({row.at(0), row.at(1), u"id "_s + row.at(0)});
         QStringList described;
-        for (const PlannedReminder &r :
-             Reminders::plan(now, list, m_english, ReminderTiming::from(m_settings))) {
+        const QList<PlannedReminder> planned =
+            Reminders::plan(now, list, m_english, ReminderTiming::from(m_settings));
+        for (qsizetype i = 0; i < planned.size(); ++i) {
+            const PlannedReminder &r = planned.at(i);
+            QCOMPARE(r.number, i + 1);
             QCOMPARE(r.identifier, u"birthdayReminder"_s + QString::number(r.number));
+            // The favorite it is about, whose name the text begins with.
+            QVERIFY(r.body.startsWith(QString(r.favoriteId).remove(u"id "_s).trimmed()) ||
+                    r.blankName.has_value());
             described.append(u"%1 %2 %3"_s.arg(r.number).arg(
                 Reminders::isoDate(r.fire), QString(r.body).remove(u" has a birthday today!"_s)));
         }
         QTEST(described, "expected");
+    }
+
+    // The settings row's button goes round: off, each choice but the first
+    // reminder's own, off again; a second the same as the first counts as off.
+    void secondReminderChoices_data()
+    {
+        QTest::addColumn<int>("first");
+        QTest::addColumn<int>("second");      // stored; -1: off
+        QTest::addColumn<QList<int>>("taps"); // the second after each tap; -1: off
+        QTest::newRow("first on the day") << 0 << -1 << QList<int>{1, 3, 7, -1, 1};
+        QTest::newRow("first three days before") << 3 << -1 << QList<int>{0, 1, 7, -1};
+        QTest::newRow("from a week before") << 0 << 7 << QList<int>{-1, 1};
+        QTest::newRow("the same as the first") << 1 << 1 << QList<int>{0, 3};
+    }
+    void secondReminderChoices()
+    {
+        QFETCH(int, first);
+        QFETCH(int, second);
+        ReminderTiming::setDaysBefore(m_settings, first);
+        ReminderTiming::setSecondDaysBefore(m_settings,
+                                            second < 0 ? std::nullopt : std::optional<int>(second));
+        QList<int> seen;
+        QFETCH(QList<int>, taps);
+        for (qsizetype i = 0; i < taps.size(); ++i) {
+            ReminderTiming::setSecondDaysBefore(
+                m_settings, ReminderTiming::from(m_settings).nextSecondChoice());
+            const ReminderTiming timing = ReminderTiming::from(m_settings);
+            seen.append(timing.secondDaysBefore.value_or(-1));
+            QCOMPARE(timing.daysBefore, first);
+            QCOMPARE(timing.leads().size(), timing.secondDaysBefore ? 2 : 1);
+        }
+        QCOMPARE(seen, taps);
+        // Off keeps the last choice stored, but plans nothing from it.
+        QCOMPARE(m_settings.value(secondReminder), taps.constLast() >= 0);
     }
 
     void timeRoundTheClockAndAcrossClockChanges()

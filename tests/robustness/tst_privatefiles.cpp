@@ -27,7 +27,8 @@ int modeOf(const QString &path)
 
 const QDateTime fire = at(2026, 3, 14, 7, 30);
 const PendingReminder anna{
-    {u"birthdayReminder1"_s, u"Birthday Reminder"_s, u"Anna"_s, CalendarTrigger::at(fire)}, fire};
+    {u"birthdayReminder1"_s, u"Birthday Reminder"_s, u"Anna"_s, CalendarTrigger::at(fire), {}},
+    fire};
 
 } // namespace
 

@@ -100,6 +100,22 @@ private slots:
         }
         QCOMPARE(leads, (QStringList{"1 Tag vorher  ›", "1", "3 Tage vorher  ›", "3",
                                      "1 Woche vorher  ›", "7", "Am Tag selbst  ›", "0"}));
+
+        // The second reminder: off at first, then each choice but the first's.
+        QStringList seconds{h->text("btnSecondReminder")};
+        for (int i = 0; i < 4; ++i) {
+            h->tap("btnSecondReminder");
+            seconds << h->text("btnSecondReminder");
+        }
+        QCOMPARE(
+            seconds,
+            (QStringList{"Zweite Erinnerung: Aus  ›", "Zweite Erinnerung: 1 Tag vorher  ›",
+                         "Zweite Erinnerung: 3 Tage vorher  ›",
+                         "Zweite Erinnerung: 1 Woche vorher  ›", "Zweite Erinnerung: Aus  ›"}));
+        QCOMPARE(h->settings.value(secondReminder), false);
+        h->tap("btnSecondReminder");
+        QCOMPARE(h->settings.value(secondReminder), true);
+        QCOMPARE(h->settings.value(secondReminderDaysBefore), 1);
     }
 
     // From a plain colour to a picture, which comes back with its blur.

@@ -69,12 +69,18 @@ QString AutostartEntry::fileName()
 
 QByteArray AutostartEntry::entry() const
 {
+    return entryFor(m_program, m_environment, {u"deliver-reminders"_s});
+}
+
+QByteArray AutostartEntry::entryFor(const QString &program, const QStringList &environment,
+                                    const QStringList &arguments, const QString &onlyShowIn)
+{
     QStringList exec;
-    if (!m_environment.isEmpty())
+    if (!environment.isEmpty())
         exec << u"env"_s;
-    for (const QString &variable : m_environment)
+    for (const QString &variable : environment)
         exec << execArgument(variable);
-    exec << execArgument(m_program) << u"deliver-reminders"_s;
+    exec << execArgument(program) << arguments;
     return (u"[Desktop Entry]\n"
             "Type=Application\n"
             "Name=Tavlo\n"
@@ -83,9 +89,15 @@ QByteArray AutostartEntry::entry() const
             exec.join(u' ') +
             u"\n"
             "NoDisplay=true\n"
-            "Terminal=false\n"
-            "X-GNOME-Autostart-enabled=true\n"_s)
+            "Terminal=false\n"_s +
+            (onlyShowIn.isEmpty() ? QString() : u"OnlyShowIn="_s + onlyShowIn + u";\n"_s) +
+            u"X-GNOME-Autostart-enabled=true\n"_s)
         .toUtf8();
+}
+
+bool AutostartEntry::carries(const QStringList &words)
+{
+    return std::all_of(words.begin(), words.end(), carriable);
 }
 
 std::optional<QString> AutostartEntry::apply(const QList<PendingReminder> &waiting)

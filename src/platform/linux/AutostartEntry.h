@@ -21,6 +21,14 @@ public:
     static QString defaultFolder();
     static QString fileName();
     QByteArray entry() const;
+    // An entry that runs `program` with `arguments` (plain words) at login,
+    // with the NAME=VALUE pairs of `environment`; only in the desktops of
+    // `onlyShowIn` ("KDE") when given.
+    static QByteArray entryFor(const QString &program, const QStringList &environment,
+                               const QStringList &arguments, const QString &onlyShowIn = {});
+    // Whether an entry can carry these words (no control characters but
+    // line breaks and tabs).
+    static bool carries(const QStringList &words);
 
     std::optional<QString> apply(const QList<PendingReminder> &waiting) override;
     void whenIdle(std::function<void()> done) override { done(); }

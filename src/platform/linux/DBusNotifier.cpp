@@ -77,7 +77,8 @@ QDBusMessage DBusNotifier::message(const NotificationRequest &request, Presentat
         hints.insert(u"suppress-sound"_s, true);
     QDBusMessage message =
         QDBusMessage::createMethodCall(service, objectPath, interfaceName, u"Notify"_s);
-    // "default" is the tap on the notification itself: it opens Tavlo.
+    // "default" is the tap on the notification itself: it opens Tavlo on
+    // the reminder's favorite.
     message << appName << uint(0) << m_iconPath
             << NotificationMarkup::forServer(request.title, serverDoesMarkup)
             << NotificationMarkup::forServer(request.body, serverDoesMarkup)
@@ -93,26 +94,26 @@ void DBusNotifier::notify(const NotificationRequest &request, PresentationOption
         return;
     }
     auto *asked = new QDBusPendingCallWatcher(m_bus.asyncCall(capabilitiesQuestion()), this);
-    QObject::connect(
-        asked, &QDBusPendingCallWatcher::finished, this,
-        [this, request, options](QDBusPendingCallWatcher *capabilities) {
-            capabilities->deleteLater();
-            const bool markup = doesMarkup(capabilities->reply());
-            auto *watcher = new QDBusPendingCallWatcher(
-                m_bus.asyncCall(message(request, options, markup)), this);
-            QObject::connect(
-                watcher, &QDBusPendingCallWatcher::finished, this,
-                [this, options, identifier = request.identifier](QDBusPendingCallWatcher *w) {
-                    w->deleteLater();
-                    const QDBusPendingReply<uint> reply = *w;
-                    if (reply.isError()) {
-                        qWarning("tavlo: the reminder %s could not be shown: %s",
-                                 qPrintable(identifier), qPrintable(reply.error().message()));
-                        return;
-                    }
-                    shown(reply.value(), options);
-                });
-        });
+    QObject::connect(asked, &QDBusPendingCallWatcher::finished, this,
+                     [this, request, options](QDBusPendingCallWatcher *capabilities) {
+                         capabilities->deleteLater();
+                         const bool markup = doesMarkup(capabilities->reply());
+                         auto *watcher = new QDBusPendingCallWatcher(
+                             m_bus.asyncCall(message(request, options, markup)), this);
+                         QObject::connect(
+                             watcher, &QDBusPendingCallWatcher::finished, this,
+                             [this, options, request](QDBusPendingCallWatcher *w) {
+                                 w->deleteLater();
+                                 const QDBusPendingReply<uint> reply = *w;
+                                 if (reply.isError()) {
+                                     qWarning("tavlo: the reminder %s could not be shown: %s",
+                                              qPrintable(request.identifier),
+                                              qPrintable(reply.error().message()));
+                                     return;
+                                 }
+                                 shown(reply.value(), request, options);
+                             });
+                     });
 }
 
 std::variant<uint, QString> DBusNotifier::notifyAndWait(const NotificationRequest &request,
@@ -123,13 +124,13 @@ std::variant<uint, QString> DBusNotifier::notifyAndWait(const NotificationReques
     if (reply.type() != QDBusMessage::ReplyMessage)
         return reply.errorMessage();
     const uint id = reply.arguments().value(0).toUInt();
-    shown(id, options);
+    shown(id, request, options);
     return id;
 }
 
-void DBusNotifier::shown(uint id, PresentationOptions options)
+void DBusNotifier::shown(uint id, const NotificationRequest &request, PresentationOptions options)
 {
-    m_sent.insert(id);
+    m_sent.insert(id, request.favoriteId);
     if (options.testFlag(PresentationOption::List))
         m_open.insert(id);
 }
@@ -154,7 +155,7 @@ void DBusNotifier::actionInvoked(uint id, const QString &action)
         return;
     m_open.remove(id);
     if (action == u"default" && onActivated)
-        onActivated();
+        onActivated(m_sent.value(id));
 }
 
 void DBusNotifier::notificationClosed(uint id, uint)

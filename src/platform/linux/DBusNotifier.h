@@ -4,6 +4,7 @@
 #include "reminders/NotificationCenter.h"
 
 #include <QDBusConnection>
+#include <QHash>
 #include <QObject>
 #include <QSet>
 #include <functional>
@@ -35,8 +36,9 @@ public:
 
     bool isConnected() const { return m_bus.isConnected(); }
 
-    // Called when the person taps one of our notifications.
-    std::function<void()> onActivated;
+    // Called when the person taps one of our notifications, with the id of
+    // the favorite it was about (empty when none).
+    std::function<void(const QString &favoriteId)> onActivated;
 
 private slots:
     void actionInvoked(uint id, const QString &action);
@@ -47,11 +49,12 @@ private:
     static bool doesMarkup(const QDBusMessage &capabilities);
     QDBusMessage message(const NotificationRequest &request, PresentationOptions options,
                          bool serverDoesMarkup) const;
-    void shown(uint id, PresentationOptions options);
+    void shown(uint id, const NotificationRequest &request, PresentationOptions options);
 
     QDBusConnection m_bus;
     QString m_iconPath;
-    // Every notification sent, and those of them that stay until answered.
-    QSet<uint> m_sent;
+    // Every notification sent, with its favorite, and those of them that
+    // stay until answered.
+    QHash<uint, QString> m_sent;
     QSet<uint> m_open;
 };

@@ -57,8 +57,12 @@ public:
     void deliverDue() { m_delivery.deliverDue(); }
     // `done` runs once the wake-ups' commands have ended.
     void whenIdle(std::function<void()> done);
-    // Called when the person taps one of Tavlo's notifications.
-    void setOnActivated(std::function<void()> activated) { m_notifier.onActivated = activated; }
+    // Called when the person taps one of Tavlo's notifications, with the id
+    // of the favorite it was about.
+    void setOnActivated(std::function<void(const QString &favoriteId)> activated)
+    {
+        m_notifier.onActivated = std::move(activated);
+    }
 
 private:
     void present(const NotificationRequest &request);

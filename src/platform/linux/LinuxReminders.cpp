@@ -3,6 +3,7 @@
 
 #include "platform/linux/AutostartEntry.h"
 #include "platform/linux/DeliveryCommand.h"
+#include "platform/linux/PowerWakeups.h"
 #include "platform/linux/SystemdTimers.h"
 
 #include <QCoreApplication>
@@ -23,17 +24,40 @@ QStringList inheritedEnvironment()
     return environment;
 }
 
-std::unique_ptr<ReminderWakeups> makeWakeups(const ReminderStore &store, CommandRunner &processes)
+std::unique_ptr<ReminderWakeups> makeDelivery(const ReminderStore &store, CommandRunner &processes)
 {
     const QString program = QCoreApplication::applicationFilePath();
     if (LinuxReminders::bootedWithSystemd()) {
-        return std::make_unique<SystemdTimers>(
+        auto timers = std::make_unique<SystemdTimers>(
             SystemdTimers::defaultUnitFolder(), program, inheritedEnvironment(),
             LinuxReminders::hasSystemdUserManager() ? &processes : nullptr);
+        timers->setWakeSystem(SystemdTimers::wakeSystemAllowed(SystemdTimers::installedVersion()));
+        return timers;
     }
     return std::make_unique<AutostartEntry>(AutostartEntry::defaultFolder(), program,
                                             inheritedEnvironment(),
                                             DeliveryCommand::backgroundLockPath(store), &processes);
+}
+
+// The delivery, and Plasma's power management to wake the phone for it.
+std::unique_ptr<ReminderWakeups> makeWakeups(const ReminderStore &store, CommandRunner &processes,
+                                             const Clock &clock, PowerWakeups *&power)
+{
+    auto all = std::make_unique<AllWakeups>();
+    all->add(makeDelivery(store, processes));
+    auto wakeups = std::make_unique<PowerWakeups>(QDBusConnection::sessionBus(), clock,
+                                                  PowerWakeups::statePathBeside(store.filePath()));
+    // Plasma's session starts its power management afresh at each login.
+    const QString program = QCoreApplication::applicationFilePath();
+    if (AutostartEntry::carries(inheritedEnvironment() + QStringList{program})) {
+        wakeups->setLoginEntry(AutostartEntry::defaultFolder() +
+                                   u"/io.github.tavlo.Tavlo-wakeups.desktop"_s,
+                               AutostartEntry::entryFor(program, inheritedEnvironment(),
+                                                        {u"register-wakeups"_s}, u"KDE"_s));
+    }
+    power = wakeups.get();
+    all->add(std::move(wakeups));
+    return all;
 }
 
 } // namespace
@@ -42,7 +66,8 @@ LinuxReminders::LinuxReminders(const Clock &clock, bool withIcon, std::function<
     : clock(clock),
       iconPath(withIcon ? DeliveryCommand::installIcon(QFileInfo(store.filePath()).absolutePath())
                         : QString()),
-      wakeups(makeWakeups(store, processes)), center(store, clock, options(std::move(inFront))),
+      wakeups(makeWakeups(store, processes, clock, power)),
+      center(store, clock, options(std::move(inFront))),
       notifier(QDBusConnection::sessionBus(), iconPath)
 {}
 

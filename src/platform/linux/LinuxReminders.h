@@ -11,12 +11,14 @@
 #include <memory>
 
 class Clock;
+class PowerWakeups;
 
 // The reminders' services on this machine, set up in one place for the app
 // and for the commands: the pending reminders file in $XDG_DATA_HOME, the
 // session bus, Tavlo's icon beside the file, and the wake-ups: persistent
 // systemd user timers where systemd runs the machine, otherwise the
-// autostart entry.
+// autostart entry; and with either, Plasma's power management to wake a
+// suspended phone for them.
 class LinuxReminders
 {
 public:
@@ -35,6 +37,8 @@ public:
     ReminderStore store;
     ProcessRunner processes;
     QString iconPath;
+    // Part of `wakeups`.
+    PowerWakeups *power = nullptr;
     std::unique_ptr<ReminderWakeups> wakeups;
     LinuxNotificationCenter center;
     // For the commands, which show reminders without the centre.

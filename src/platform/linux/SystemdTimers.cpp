@@ -7,6 +7,8 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QPointer>
+#include <QProcess>
+#include <QRegularExpression>
 #include <QSet>
 #include <QStandardPaths>
 
@@ -83,6 +85,27 @@ QString SystemdTimers::unitName(const QString &identifier)
     return name;
 }
 
+bool SystemdTimers::wakeSystemAllowed(int systemdVersion)
+{
+    return systemdVersion >= 254;
+}
+
+int SystemdTimers::versionFrom(const QByteArray &versionOutput)
+{
+    static const QRegularExpression first(u"^systemd (\\d+)\\b"_s);
+    const QRegularExpressionMatch match = first.match(QString::fromUtf8(versionOutput));
+    return match.hasMatch() ? match.captured(1).toInt() : 0;
+}
+
+int SystemdTimers::installedVersion()
+{
+    QProcess systemctl;
+    systemctl.start(u"systemctl"_s, {u"--version"_s});
+    if (!systemctl.waitForFinished(5000) || systemctl.exitCode() != 0)
+        return 0;
+    return versionFrom(systemctl.readAllStandardOutput());
+}
+
 QByteArray SystemdTimers::timerUnit(const PendingReminder &reminder) const
 {
     return (u"[Unit]\n"
@@ -93,8 +116,9 @@ QByteArray SystemdTimers::timerUnit(const PendingReminder &reminder) const
             calendarText(reminder.fire) +
             u"\n"
             "Persistent=true\n"
-            "AccuracySec=1s\n"
-            "\n"
+            "AccuracySec=1s\n"_s +
+            (m_wakeSystem ? u"WakeSystem=true\n"_s : QString()) +
+            u"\n"
             "[Install]\n"
             "WantedBy=timers.target\n"_s)
         .toUtf8();

@@ -17,6 +17,10 @@
 //
 // Where a user manager runs, it is told with `systemctl --user`: one command
 // at a time, in order, and only when a unit file changed.
+//
+// From systemd 254 on, a user's session may set wake alarms, and the timers
+// carry WakeSystem=true so that a suspended phone wakes for them. Before
+// that the user manager lacks the right and the timers leave it out.
 class SystemdTimers final : public QObject, public ReminderWakeups
 {
 public:
@@ -31,6 +35,17 @@ public:
     static QString defaultUnitFolder();
     // "tavlo-" and the identifier, escaped as systemd-escape does.
     static QString unitName(const QString &identifier);
+    // Whether timers of the systemd of this version may wake the system:
+    // 254 and newer. 0 (unknown) may not.
+    static bool wakeSystemAllowed(int systemdVersion);
+    // The version in `systemctl --version`'s first line ("systemd 252
+    // (252.38-1~deb12u1)"); 0 when there is none.
+    static int versionFrom(const QByteArray &versionOutput);
+    // The installed systemd's version, asked of systemctl; 0 when it cannot tell.
+    static int installedVersion();
+    // Timers written from now on wake the system.
+    void setWakeSystem(bool wake) { m_wakeSystem = wake; }
+
     // The two unit files' texts for a reminder.
     QByteArray timerUnit(const PendingReminder &reminder) const;
     QByteArray serviceUnit(const PendingReminder &reminder) const;
@@ -46,6 +61,7 @@ private:
     QString m_program;
     QStringList m_environment;
     CommandRunner *m_manager;
+    bool m_wakeSystem = false;
     QList<QStringList> m_commands;
     bool m_commandRunning = false;
     QList<std::function<void()>> m_whenIdle;
