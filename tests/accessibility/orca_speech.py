@@ -330,7 +330,12 @@ def run_orca(log_path):
 
     builtins.open = line_buffered
     sys.argv = ["orca", "--debug-file=" + log_path]
-    runpy.run_path("/usr/bin/orca", run_name="__main__")
+    command = runpy.run_path("/usr/bin/orca", run_name="orca_command")
+    # Orca refuses to start, or with --replace kills, when any process of
+    # this user is called "orca": those of other runs on other buses too.
+    # This one has a bus and a display of its own.
+    command["main"].__globals__["otherOrcas"] = lambda: []
+    sys.exit(command["main"]())
 
 
 def main():
