@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
-// The floor for start-up: the smallest Qt Quick Controls window, with one
-// button, on the same machine and renderer as Tavlo. Prints the moment of
+// The floor for start-up: a bare Qt Quick Controls window with what the
+// main screen needs at the least, one text and three wheels, on the same
+// machine and renderer as Tavlo. Prints the moment of
 // its first frame and its peak memory as the app does with
 // TAVLO_STARTUP_TRACE, then quits.
 #include <QDateTime>
@@ -22,7 +23,14 @@ int main(int argc, char *argv[])
         import QtQuick.Controls
         Window {
             width: 390; height: 844; visible: true
-            Button { anchors.centerIn: parent; text: "Tavlo" }
+            Text { y: 40; width: parent.width; horizontalAlignment: Text.AlignHCenter
+                   text: "Select your date of birth"; font.pixelSize: 26 }
+            Row {
+                anchors.bottom: parent.bottom; anchors.horizontalCenter: parent.horizontalCenter
+                Tumbler { model: 31 }
+                Tumbler { model: 12 }
+                Tumbler { model: 200 }
+            }
         })");
     auto *window = qobject_cast<QQuickWindow *>(engine.rootObjects().value(0));
     if (!window)

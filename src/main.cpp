@@ -10,6 +10,7 @@
 #include "platform/linux/EvolutionAddressBooks.h"
 #include "platform/linux/LinuxReminders.h"
 #include "platform/linux/PowerWakeups.h"
+#include "platform/linux/TerminationSignals.h"
 #include "settings/FileSettingsStore.h"
 
 #include <QCoreApplication>
@@ -204,6 +205,7 @@ int main(int argc, char *argv[])
     if (screenshot)
         options.screenshotPath = QString::fromLocal8Bit(argv[2]);
     options.traceStartup = qEnvironmentVariableIsSet("TAVLO_STARTUP_TRACE");
+    const TerminationSignals termination;
     std::optional<EventLoopStalls> stalls;
     if (qEnvironmentVariableIsSet("TAVLO_STALL_TRACE"))
         stalls.emplace();

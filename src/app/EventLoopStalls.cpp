@@ -8,8 +8,7 @@ constexpr int tickMs = 5;
 constexpr qint64 reportedMs = 50;
 } // namespace
 
-EventLoopStalls::EventLoopStalls(QObject *parent)
-    : QObject(parent)
+EventLoopStalls::EventLoopStalls(QObject *parent) : QObject(parent)
 {
     m_timer.setTimerType(Qt::PreciseTimer);
     m_timer.setInterval(tickMs);
@@ -21,8 +20,7 @@ EventLoopStalls::EventLoopStalls(QObject *parent)
 EventLoopStalls::~EventLoopStalls()
 {
     std::fprintf(stderr, "stalls: longest %lld ms, %d over %lld ms\n",
-                 static_cast<long long>(m_longest), m_over,
-                 static_cast<long long>(reportedMs));
+                 static_cast<long long>(m_longest), m_over, static_cast<long long>(reportedMs));
 }
 
 void EventLoopStalls::tick()

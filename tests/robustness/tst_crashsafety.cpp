@@ -2,6 +2,7 @@
 #include "WithoutIds.h"
 #include "favorites/FavoritesSorting.h"
 #include "favorites/FavoritesStore.h"
+#include "platform/linux/TerminationSignals.h"
 #include "settings/FileSettingsStore.h"
 
 #include "SortedFavorites.h"
@@ -76,6 +77,8 @@ Favorites applied(Favorites list, const QStringList &words)
 //   add NAME DAY MONTH YEAR | rename NAME NEWNAME | delete NAME
 //   sort ORDER (0, 1 or 2)  | reload (the screen opened again)
 //   stall NAME: stops itself (SIGSTOP) holding the update lock, then adds NAME
+//   term NAME: writing in the background as the app does, adds NAME and is
+//              sent SIGTERM at once; ends as the app ends on it
 int runDriver(const QString &iniPath)
 {
     FileSettingsStore settings(iniPath);
@@ -110,6 +113,13 @@ int runDriver(const QString &iniPath)
             store.append(words.at(1), 1, 1, 2000);
             if (!stalled.finish())
                 return 3;
+        } else if (action == u"term") {
+            settings.writeInBackground();
+            const TerminationSignals termination;
+            store.append(words.at(1), 1, 1, 2000);
+            ::raise(SIGTERM);
+            QCoreApplication::exec();
+            settings.waitForWrites();
         } else {
             say("failed " + command.toUtf8());
             return 3;
@@ -412,12 +422,29 @@ private slots:
         QCOMPARE(stored, QStringList({u"Ida"_s, u"Zoe"_s, u"imported"_s}));
         QCOMPARE(readBack(path).color, 7);
     }
+
+    // The session ending sends SIGTERM: the change made just before still
+    // reaches the file, and the process ends normally rather than by the
+    // signal.
+    void aTerminatedAppWritesItsLastChange()
+    {
+        const QString path = preparedSettings(u"term"_s);
+        auto driver = startDriver(path);
+        driver->write("term Ida\n");
+        driver->closeWriteChannel();
+        QVERIFY(driver->waitForFinished(30000));
+        QCOMPARE(driver->exitStatus(), QProcess::NormalExit);
+        QCOMPARE(driver->exitCode(), 0);
+        QCOMPARE(names(readBack(path).list), QStringList{u"Ida"_s});
+    }
 };
 
 int main(int argc, char *argv[])
 {
-    if (argc == 3 && qstrcmp(argv[1], driveArgument) == 0)
+    if (argc == 3 && qstrcmp(argv[1], driveArgument) == 0) {
+        QCoreApplication app(argc, argv);
         return runDriver(QString::fromLocal8Bit(argv[2]));
+    }
     QCoreApplication app(argc, argv);
     TestCrashSafety test;
     return QTest::qExec(&test, argc, argv);
