@@ -127,8 +127,7 @@ FavoriteCardColors FavoriteCards::colors(const ThemeTable &themes, int theme, Ap
     const Rgb themeColor = theme == 9 ? system.darkGrey : themes.color(theme);
     const bool dark = appearance == Appearance::Dark;
     const bool light = !dark;
-    FavoriteCardColors colors{themeColor, themeColor, system.grey};
-    colors.name = system.label;
+    FavoriteCardColors colors{themeColor, themeColor, system.grey, {1, 1, 1}, system.label};
     // Theme 8 is darkened in light appearance but left as it is in dark.
     if (theme >= 4 && theme <= 7 && dark) {
         colors.signCircle = ThemeTable::lightened(themeColor, 10);

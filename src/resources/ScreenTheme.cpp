@@ -10,9 +10,9 @@
 
 ScreenTheme::ScreenTheme(Appearance appearance, QObject *parent)
     : QObject(parent), m_appearance(appearance),
+      m_switches(SwitchColors::of(appearance, SystemColors::of(appearance).red, {})),
       m_accent(toColor(SystemColors::of(appearance).red)),
-      m_backgroundImage(imageUrl(QStringLiteral("space"))),
-      m_switches(SwitchColors::of(appearance, SystemColors::of(appearance).red, {}))
+      m_backgroundImage(imageUrl(QStringLiteral("space")))
 {}
 
 QColor ScreenTheme::toColor(Rgb c)
