@@ -127,7 +127,7 @@ FavoriteCardColors FavoriteCards::colors(const ThemeTable &themes, int theme, Ap
     const Rgb themeColor = theme == 9 ? system.darkGrey : themes.color(theme);
     const bool dark = appearance == Appearance::Dark;
     const bool light = !dark;
-    FavoriteCardColors colors{themeColor, themeColor, system.grey};
+    FavoriteCardColors colors{themeColor, themeColor, system.grey, {1, 1, 1}, system.label};
     // Theme 8 is darkened in light appearance but left as it is in dark.
     if (theme >= 4 && theme <= 7 && dark) {
         colors.signCircle = ThemeTable::lightened(themeColor, 10);
@@ -157,6 +157,13 @@ FavoriteCardColors FavoriteCards::legible(FavoriteCardColors colors, const QList
     colors.star = Contrast::legible(colors.star, cardBackdrop, minimum);
     colors.birthday = Contrast::legible(colors.birthday, cardBackdrop, minimum);
     colors.age = Contrast::legible(colors.age, cardBackdrop, minimum);
+    colors.thinName = Contrast::thinReads(colors.name, cardBackdrop);
+    colors.thinAge = Contrast::thinReads(colors.age, cardBackdrop);
+    // The sign pictures are white: their circle darkens in its own hue
+    // until the sign stands out from it.
+    const Rgb sign{1, 1, 1};
+    colors.signCircle =
+        Contrast::legible(colors.signCircle, {sign}, Contrast::symbol + Contrast::margin);
     return colors;
 }
 

@@ -40,6 +40,11 @@ struct FavoriteCardColors
     Rgb star;
     Rgb birthday;
     Rgb age{1, 1, 1};
+    // The name and the age are drawn thin where their thin strokes read on
+    // the card, and in the light face elsewhere.
+    Rgb name;
+    bool thinName = true;
+    bool thinAge = true;
 };
 
 namespace FavoriteCards {

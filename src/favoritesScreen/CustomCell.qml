@@ -131,6 +131,7 @@ ItemDelegate {
             clip: true
 
             Image {
+                objectName: "signPicture"
                 anchors.fill: parent
                 source: cell.signImage
                 sourceSize.width: 104
@@ -148,7 +149,7 @@ ItemDelegate {
             text: cell.name
             textFormat: Text.PlainText
             color: cell.controller.theme.labelColor
-            font.weight: Font.Thin
+            font.weight: cell.controller.nameWeight
             font.pixelSize: 24
             // A long name shrinks only as far as it still reads, and is
             // then cut short; the row's spoken name has all of it.
@@ -201,7 +202,7 @@ ItemDelegate {
             height: 56
             text: cell.age
             color: cell.controller.ageColor
-            font.weight: Font.Thin
+            font.weight: cell.controller.ageWeight
             font.pixelSize: 32
             fontSizeMode: Text.HorizontalFit
             minimumPixelSize: 16

@@ -21,8 +21,8 @@ Item {
         height: 40
         visible: false
         opacity: footer.textOpacity
-        font.weight: Font.Light
-        font.pixelSize: 10
+        font.weight: Font.Normal
+        font.pixelSize: 13
         horizontalAlignment: Text.AlignRight
         verticalAlignment: Text.AlignVCenter
         Accessible.role: Accessible.StaticText

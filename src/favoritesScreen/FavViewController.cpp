@@ -114,6 +114,8 @@ void FavViewController::viewDidLoad()
     m_star = ScreenTheme::toColor(colors.star);
     m_birthday = ScreenTheme::toColor(colors.birthday);
     m_age = ScreenTheme::toColor(colors.age);
+    m_nameWeight = colors.thinName ? QFont::Thin : QFont::Light;
+    m_ageWeight = colors.thinAge ? QFont::Thin : QFont::Light;
 
     reloadRows();
 }

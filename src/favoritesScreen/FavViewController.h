@@ -35,6 +35,8 @@ class FavViewController : public ScreenController
     Q_PROPERTY(QColor starColor READ starColor CONSTANT)
     Q_PROPERTY(QColor birthdayColor READ birthdayColor CONSTANT)
     Q_PROPERTY(QColor ageColor READ ageColor CONSTANT)
+    Q_PROPERTY(int nameWeight READ nameWeight CONSTANT)
+    Q_PROPERTY(int ageWeight READ ageWeight CONSTANT)
     Q_PROPERTY(QColor cardColor READ cardColor CONSTANT)
     Q_PROPERTY(QColor cardBorderColor READ cardBorderColor CONSTANT)
 
@@ -75,6 +77,8 @@ public:
     QColor starColor() const { return m_star; }
     QColor birthdayColor() const { return m_birthday; }
     QColor ageColor() const { return m_age; }
+    int nameWeight() const { return m_nameWeight; }
+    int ageWeight() const { return m_ageWeight; }
     QColor cardColor() const;
     QColor cardBorderColor() const;
     int editRow() const { return m_editRow; }
@@ -148,6 +152,8 @@ private:
     QColor m_star;
     QColor m_birthday;
     QColor m_age;
+    int m_nameWeight = QFont::Thin;
+    int m_ageWeight = QFont::Thin;
     int m_editRow = -1;
     QString m_editName;
     QDate m_editDate;

@@ -35,7 +35,7 @@ Rectangle {
 
             objectName: "deleteRow" + actions.cell.index
             text: actions.cell.controller.accessibleName("delete")
-            textColor: actions.cell.controller.theme.redColor
+            textColor: actions.cell.controller.theme.alertRedColor
             pixelSize: 15
             Accessible.name: actions.cell.controller.accessibleName("deleteRow").arg(actions.cell.name)
             onClicked: actions.cell.controller.deleteRow(actions.cell.index, true)

@@ -105,7 +105,7 @@ Item {
         text: root.controller.displayText
         textFormat: Text.PlainText
         color: root.controller.theme.labelColor
-        font.weight: Font.Thin
+        font.weight: root.controller.theme.thinWeight
         font.pixelSize: 26
         fontSizeMode: Text.Fit
         minimumPixelSize: 13

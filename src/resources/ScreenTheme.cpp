@@ -10,6 +10,7 @@
 
 ScreenTheme::ScreenTheme(Appearance appearance, QObject *parent)
     : QObject(parent), m_appearance(appearance),
+      m_switches(SwitchColors::of(appearance, SystemColors::of(appearance).red, {})),
       m_accent(toColor(SystemColors::of(appearance).red)),
       m_backgroundImage(imageUrl(QStringLiteral("space")))
 {}
@@ -40,19 +41,25 @@ QColor ScreenTheme::labelColor() const
     return toColor(SystemColors::of(m_appearance).label);
 }
 
+QColor ScreenTheme::alertRedColor() const
+{
+    return toColor(Contrast::legible(system().red, {system().alertBackground},
+                                     Contrast::text + Contrast::margin));
+}
+
 // The faint star picture over the report and the rounding of drawn colours
 // may take a little from the contrast reckoned against the backdrop.
 constexpr double headroom = 0.3;
 
 qreal ScreenTheme::fadedTextOpacity() const
 {
-    return Contrast::lowestOpacity(system().label, m_backdrop, Contrast::text + headroom);
+    return Contrast::lowestOpacity(system().label, m_backdrop, Contrast::drawnText + headroom);
 }
 
 qreal ScreenTheme::alertFadedTextOpacity() const
 {
     return Contrast::lowestOpacity(system().label, {system().alertBackground},
-                                   Contrast::text + headroom);
+                                   Contrast::drawnText + headroom);
 }
 
 std::pair<Rgb, Rgb> ScreenTheme::pictureExtremes(const QUrl &picture)
@@ -105,5 +112,7 @@ void ScreenTheme::apply(const ThemeLook &look)
     } else {
         m_backdrop = {look.backgroundColor.value_or(system().background)};
     }
+    m_switches = SwitchColors::of(m_appearance, look.accent, m_backdrop);
+    m_thinWeight = Contrast::thinReads(system().label, m_backdrop) ? QFont::Thin : QFont::Light;
     emit changed();
 }

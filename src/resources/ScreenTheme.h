@@ -4,6 +4,7 @@
 #include "themes/Themes.h"
 
 #include <QColor>
+#include <QFont>
 #include <QList>
 #include <QObject>
 #include <QUrl>
@@ -36,7 +37,11 @@ class ScreenTheme : public QObject
     Q_PROPERTY(QColor separatorColor READ separatorColor CONSTANT)
     Q_PROPERTY(QColor placeholderColor READ placeholderColor CONSTANT)
     Q_PROPERTY(QColor panelBackground READ panelBackground CONSTANT)
-    Q_PROPERTY(QColor switchOffColor READ switchOffColor CONSTANT)
+    Q_PROPERTY(QColor switchOnColor READ switchOnColor NOTIFY changed)
+    Q_PROPERTY(QColor switchOffColor READ switchOffColor NOTIFY changed)
+    Q_PROPERTY(QColor knobColor READ knobColor CONSTANT)
+    Q_PROPERTY(QColor alertRedColor READ alertRedColor CONSTANT)
+    Q_PROPERTY(int thinWeight READ thinWeight NOTIFY changed)
     Q_PROPERTY(QColor veilColor READ veilColor CONSTANT)
     Q_PROPERTY(qreal fadedTextOpacity READ fadedTextOpacity NOTIFY changed)
     Q_PROPERTY(qreal alertFadedTextOpacity READ alertFadedTextOpacity CONSTANT)
@@ -72,7 +77,16 @@ public:
     QColor separatorColor() const { return toColor(system().separator); }
     QColor placeholderColor() const { return toColor(system().placeholder); }
     QColor panelBackground() const { return toColor(system().panelBackground); }
-    QColor switchOffColor() const { return toColor(system().switchOff); }
+    // A switch's tracks: the accent and the system's grey, unless they
+    // would not be seen on this screen (SwitchColors).
+    QColor switchOnColor() const { return toColor(m_switches.on); }
+    QColor switchOffColor() const { return toColor(m_switches.off); }
+    QColor knobColor() const { return toColor(system().knob); }
+    // The system red as a word on an alert's card or a row's buttons.
+    QColor alertRedColor() const;
+    // The weight of the screen's thin texts: thin where the label's thin
+    // strokes read on this background, light elsewhere.
+    int thinWeight() const { return m_thinWeight; }
     QColor veilColor() const { return toColor(system().veil); }
 
     // The colours that can lie behind the content of the screen, as drawn:
@@ -100,6 +114,8 @@ private:
 
     Appearance m_appearance;
     QList<Rgb> m_backdrop;
+    SwitchColors m_switches;
+    int m_thinWeight = QFont::Thin;
     QColor m_accent;
     QUrl m_backgroundImage;
     bool m_blurVisible = true;

@@ -8,6 +8,7 @@ Switch {
 
     property color checkedColor
     property color offColor
+    property color knobColor: "white"
 
     implicitWidth: 51
     implicitHeight: 31
@@ -25,6 +26,7 @@ Switch {
     }
 
     indicator: Rectangle {
+        objectName: "switchTrack"
         implicitWidth: 51
         implicitHeight: 31
         radius: height / 2
@@ -34,12 +36,13 @@ Switch {
         border.color: Qt.rgba(0.5, 0.5, 0.5, 0.35)
 
         Rectangle {
+            objectName: "switchKnob"
             x: control.checked ? parent.width - width - 2 : 2
             y: 2
             width: 27
             height: 27
             radius: height / 2
-            color: "white"
+            color: control.knobColor
 
             Behavior on x {
                 NumberAnimation { duration: 150 }

@@ -124,7 +124,7 @@ Item {
                 caption: root.controller.texts.ShowMoreDetails
                 on: root.controller.detailsOn
                 switchName: "switchDetails"
-                accent: root.controller.theme.accentColor
+                accent: root.controller.theme.switchOnColor
                 textColor: root.labelColor
                 trackOffColor: root.controller.theme.switchOffColor
                 labelName: "lblDetails"
@@ -134,7 +134,7 @@ Item {
                 caption: root.controller.texts.ShowWeekdayInTable
                 on: root.controller.weekdayOn
                 switchName: "switchWeekday"
-                accent: root.controller.theme.accentColor
+                accent: root.controller.theme.switchOnColor
                 textColor: root.labelColor
                 trackOffColor: root.controller.theme.switchOffColor
                 labelName: "lblWeekday"
@@ -144,7 +144,7 @@ Item {
                 caption: root.controller.texts.MarkFutureBirthdays
                 on: root.controller.starOn
                 switchName: "switchStar"
-                accent: root.controller.theme.accentColor
+                accent: root.controller.theme.switchOnColor
                 textColor: root.labelColor
                 trackOffColor: root.controller.theme.switchOffColor
                 labelName: "lblStar"
@@ -154,7 +154,7 @@ Item {
                 caption: root.controller.texts.ShowBirthdaysInCalendar
                 on: root.controller.calendarOn
                 switchName: "switchCalendar"
-                accent: root.controller.theme.accentColor
+                accent: root.controller.theme.switchOnColor
                 textColor: root.labelColor
                 trackOffColor: root.controller.theme.switchOffColor
                 labelName: "lblCalendar"
@@ -164,7 +164,7 @@ Item {
                 caption: root.controller.texts.FollowContacts
                 on: root.controller.followContactsOn
                 switchName: "switchFollowContacts"
-                accent: root.controller.theme.accentColor
+                accent: root.controller.theme.switchOnColor
                 textColor: root.labelColor
                 trackOffColor: root.controller.theme.switchOffColor
                 labelName: "lblFollowContacts"
@@ -331,7 +331,7 @@ Item {
                 visible: root.controller.secretVisible
                 text: root.controller.secretText
                 color: root.labelColor
-                font.weight: Font.Thin
+                font.weight: root.controller.theme.thinWeight
                 font.pixelSize: 15
                 maximumLineCount: 30
                 wrapMode: Text.Wrap

@@ -55,6 +55,13 @@ double Contrast::lowestRatio(Rgb color, const QList<Rgb> &backgrounds)
     return lowest;
 }
 
+bool Contrast::thinReads(Rgb color, const QList<Rgb> &backgrounds)
+{
+    return std::all_of(backgrounds.cbegin(), backgrounds.cend(), [&](Rgb background) {
+        return luminance(color) > luminance(background) && ratio(color, background) >= thinText;
+    });
+}
+
 Rgb Contrast::over(Rgb color, double alpha, Rgb under)
 {
     const Rgb c = clamped(color);

@@ -15,10 +15,23 @@ namespace Contrast {
 constexpr double text = 4.5;
 constexpr double largeText = 3.0;
 constexpr double symbol = 3.0;
+// Strokes as drawn lose part of their colour to the smoothing of their
+// edges. A text in the light or regular face keeps its minimum as drawn
+// when its colour reaches `drawnText`. The thin face's strokes, narrower
+// than a pixel, reach about half their colour's contrast (thinReads).
+constexpr double drawnText = 5.2;
+constexpr double thinText = 10;
 // What a colour worked out here aims above its minimum, for the small
 // differences between the colours reckoned with and those drawn
 // (translucent layers, rounding).
 constexpr double margin = 0.05;
+
+// Whether text in the thin face reads in `color` on every one of
+// `backgrounds`: the colour must reach `thinText`, and be the lighter one.
+// Dark strokes narrower than a pixel are blended away on a light ground
+// far more than light ones on a dark ground, as the screen blends in its
+// own gamma.
+bool thinReads(Rgb color, const QList<Rgb> &backgrounds);
 
 // Relative luminance, 0 for black to 1 for white.
 double luminance(Rgb color);

@@ -5,6 +5,7 @@
 #include "themes/Contrast.h"
 
 #include <algorithm>
+#include <functional>
 
 namespace {
 
@@ -59,6 +60,60 @@ SystemColors SystemColors::of(Appearance appearance)
         {{1, 1, 1}, 0.6},   {{0.19, 0.19, 0.19}, 0.9}};
 }
 
+SwitchColors SwitchColors::of(Appearance appearance, Rgb accent, const QList<Rgb> &backdrop)
+{
+    const SystemColors system = SystemColors::of(appearance);
+    const double minimum = Contrast::symbol + Contrast::margin;
+    SwitchColors colors{accent, system.switchOff};
+    if (backdrop.isEmpty())
+        return colors;
+    // A switch may sit anywhere between the backdrop's ends: a gradient or a
+    // blurred picture passes through every colour between them.
+    QList<Rgb> screens;
+    for (int step = 0; step <= 10; ++step)
+        screens.append(Contrast::over(backdrop.first(), 1 - step / 10.0, backdrop.last()));
+    // How well a switch of track `over(screen)` is seen: its knob on the
+    // track, and the track or the knob on the screen; `byTrack` asks the
+    // track alone to stand out.
+    const auto score = [&](const std::function<Rgb(Rgb)> &over, bool byTrack) {
+        double lowest = 21;
+        for (const Rgb &screen : std::as_const(screens)) {
+            const Rgb track = over(screen);
+            const double seen = byTrack ? Contrast::ratio(track, screen)
+                                        : std::max(Contrast::ratio(track, screen),
+                                                   Contrast::ratio(system.knob, screen));
+            lowest = std::min({lowest, Contrast::ratio(system.knob, track), seen});
+        }
+        return lowest;
+    };
+    const auto opaque = [&](Rgb from, bool byTrack) {
+        return Contrast::nearestLightness(
+            from, [&](Rgb track) { return score([&](Rgb) { return track; }, byTrack); }, minimum);
+    };
+    // "On" stands out by its track. Where no lightness lets the knob stand
+    // out on it too (a mid-dark screen), the switch is seen by its knob,
+    // and the track takes the lightness that stands out most while the
+    // knob still does on it.
+    colors.on = opaque(accent, true);
+    if (score([&](Rgb) { return colors.on; }, true) < minimum) {
+        colors.on = Contrast::nearestLightness(
+            accent,
+            [&](Rgb track) {
+                if (score([&](Rgb) { return track; }, false) < minimum)
+                    return 0.0;
+                return Contrast::lowestRatio(track, screens);
+            },
+            21);
+    }
+    const Translucent grey = system.switchOff;
+    if (score([&](Rgb screen) { return Contrast::over(grey.color, grey.alpha, screen); }, false) >=
+        minimum)
+        return colors;
+    // Where the faint grey vanishes, an opaque one nearest to how it looked.
+    colors.off = {opaque(Contrast::over(grey.color, grey.alpha, backdrop.first()), false), 1};
+    return colors;
+}
+
 Rgb ThemeTable::tableColor(int index) const
 {
     if (index == 9)
@@ -78,7 +133,7 @@ Rgb ThemeTable::color(int index) const
             const auto [top, bottom] = gradientOf(candidate);
             return Contrast::lowestRatio(label, {top, bottom});
         },
-        Contrast::text + Contrast::margin);
+        Contrast::drawnText);
 }
 
 std::pair<Rgb, Rgb> ThemeTable::gradientOf(Rgb color)

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QList>
 #include <QString>
 #include <array>
 #include <optional>
@@ -49,8 +50,25 @@ struct SystemColors
     Translucent veil;
     // The card of a notice shown over any screen.
     Translucent notice;
+    // The knob of a switch, on or off.
+    Rgb knob{1, 1, 1};
 
     static SystemColors of(Appearance appearance);
+};
+
+// The track of a switch, on and off, as drawn over a screen.
+struct SwitchColors
+{
+    Rgb on;
+    Translucent off;
+
+    // The accent as the "on" track and the system's translucent grey as the
+    // "off" one, each moved in lightness only where a switch would not be
+    // seen on `backdrop` (the colours behind the screen's content): the
+    // knob must stand out from its track, and the switch from the screen by
+    // its track, or by its knob where no track colour can do both (an "on"
+    // track on a mid-dark screen) and for an "off" switch.
+    static SwitchColors of(Appearance appearance, Rgb accent, const QList<Rgb> &backdrop);
 };
 
 // How a screen looks in one theme.
@@ -84,8 +102,9 @@ public:
 
     // Entry `index` of the table; entry 9 is the system background. The plain
     // colours 5 to 8 are the backgrounds of their screens: where the label
-    // colour would not read on their gradient, their lightness moves just
-    // enough that it does (hue and saturation stay).
+    // colour would not read on their gradient as drawn (Contrast::drawnText),
+    // their lightness moves just enough that it does (hue and saturation
+    // stay).
     Rgb color(int index) const;
     // Entry `index` as the table holds it, before any such change.
     Rgb tableColor(int index) const;

@@ -50,11 +50,13 @@ QMap<QString, Control> controls(const QStringList &preferred)
     return found;
 }
 
-// Every text and symbol that a screen or dialog draws, against the pixels
-// drawn behind it, in every theme and appearance. The window is grabbed with
-// and without the texts and symbols: the pixels that differ are the glyphs,
-// and each one's colour (with the opacity of it and its parents) is composed
-// over what lies behind its glyphs.
+// Every text, symbol and switch that a screen or dialog draws, measured on
+// the pixels as drawn, in every theme and appearance. The window is grabbed
+// as shown, without its texts, symbols and switch knobs, and without the
+// switches' tracks too: the pixels that differ are a mark's own, each seen
+// against what lies behind it. A text or symbol counts with the colour its
+// strokes reach as drawn at their weight, not the colour it was given: a
+// thin face's strokes fall between pixels and never reach it.
 //
 // TAVLO_CONTRAST_REPORT=1 prints the lowest ratio of each screen instead of
 // failing, for a summary across themes.
@@ -81,20 +83,141 @@ struct Finding
     double minimum = Contrast::text;
 };
 
-// The lowest contrast of every enabled text and symbol in a popup or out of
-// one, worst first.
+enum class Kind { Text, Symbol, Track, Knob };
+
+struct Mark
+{
+    QQuickItem *item;
+    Kind kind;
+};
+
+Kind kindOf(const QQuickItem *item)
+{
+    if (item->objectName() == u"switchTrack")
+        return Kind::Track;
+    if (item->objectName() == u"switchKnob")
+        return Kind::Knob;
+    if (item->inherits("QQuickIconImage") || item->objectName() == u"signPicture")
+        return Kind::Symbol;
+    return Kind::Text;
+}
+
+bool isMark(const QQuickItem *item)
+{
+    if (item->inherits("QQuickText") || item->inherits("QQuickTextInput"))
+        return !item->property("text").toString().trimmed().isEmpty();
+    // A picture that is not there (a card whose birthday cannot be read).
+    if (item->inherits("QQuickImage") && item->property("status").toInt() != 1)
+        return false;
+    return item->inherits("QQuickIconImage") ||
+           QSet<QString>{u"signPicture"_qs, u"switchTrack"_qs, u"switchKnob"_qs}.contains(
+               item->objectName());
+}
+
+// The part of `item` on screen, in whole pixels of `image`; none where more
+// than half of it is cut away (a wheel's label half turned out of sight).
+QRect areaOf(const QQuickItem *item, const QImage &image)
+{
+    const QRectF whole =
+        item->mapRectToScene(item->boundingRect() | QRectF(0, 0, item->width(), item->height()));
+    QRectF area = whole;
+    for (const QQuickItem *up = item; up; up = up->parentItem()) {
+        if (up->clip())
+            area &= up->mapRectToScene(up->boundingRect());
+    }
+    area &= QRectF(image.rect());
+    if (area.width() * area.height() < whole.width() * whole.height() / 2)
+        return {};
+    return area.toAlignedRect() & image.rect();
+}
+
+// Where a round shape is surely filled: a band through its middle, clear of
+// its rounded ends and its outline.
+QRect fillOf(const QQuickItem *shape)
+{
+    const double w = shape->width(), h = shape->height();
+    const QRectF band(0, 0, std::max(w - h, h / 2), h / 2);
+    return shape->mapRectToScene(band.translated((w - band.width()) / 2, (h - band.height()) / 2))
+        .toAlignedRect();
+}
+
+// The lowest ratio of `shown` against `behind` over the pixels of `area`.
+double lowestOver(const QImage &shown, const QImage &behind, const QRect &area)
+{
+    double lowest = 21;
+    for (int y = area.top(); y <= area.bottom(); ++y) {
+        for (int x = area.left(); x <= area.right(); ++x)
+            lowest = std::min(lowest,
+                              Contrast::ratio(rgbOf(shown.pixel(x, y)), rgbOf(behind.pixel(x, y))));
+    }
+    return lowest;
+}
+
+// How far a text's or symbol's strokes stand out from what is behind them,
+// as drawn: each pixel that the mark darkens (or lightens, as its colour
+// would) is compared with the pixel behind it, and the mark counts with the
+// contrast that its strongest 15 % of pixels reach: the cores of its
+// strokes, the rest being their smoothed edges. A thin face whose strokes
+// fall between pixels reaches only part of its colour; a lone pixel where
+// a stroke lies whole on the pixel grid does not make the text read, and
+// a shadow on the other side of the background does not count.
+std::optional<double> asDrawn(const QImage &shown, const QImage &behind, const QRect &area,
+                              std::optional<bool> lighter)
+{
+    QList<double> lighterRatios, darkerRatios;
+    for (int y = area.top(); y <= area.bottom(); ++y) {
+        for (int x = area.left(); x <= area.right(); ++x) {
+            const Rgb drawn = rgbOf(shown.pixel(x, y)), back = rgbOf(behind.pixel(x, y));
+            const double a = Contrast::luminance(drawn), b = Contrast::luminance(back);
+            if (a != b)
+                (a > b ? lighterRatios : darkerRatios).append(Contrast::ratio(drawn, back));
+        }
+    }
+    // A picture without a colour of its own goes the way most of it goes.
+    const bool up = lighter.value_or(lighterRatios.size() > darkerRatios.size());
+    QList<double> &ratios = up ? lighterRatios : darkerRatios;
+    if (ratios.isEmpty())
+        return std::nullopt;
+    const auto strongest = ratios.begin() + qsizetype(ratios.size() * 0.85);
+    std::nth_element(ratios.begin(), strongest, ratios.end());
+    return *strongest;
+}
+
+// Marks in groups of which no two overlap, so that what one group's hiding
+// changes inside a mark is that mark's own drawing.
+QList<QList<Mark>> apart(const QList<Mark> &marks, const QImage &image)
+{
+    QList<QList<Mark>> groups;
+    QList<QList<QRect>> taken;
+    for (const Mark &mark : marks) {
+        // A shadow or an edge's smoothing reaches a pixel or two further.
+        const QRect area = areaOf(mark.item, image).adjusted(-2, -2, 2, 2);
+        qsizetype g = 0;
+        while (g < groups.size() && std::any_of(taken[g].cbegin(), taken[g].cend(),
+                                                [&](const QRect &r) { return r.intersects(area); }))
+            ++g;
+        if (g == groups.size()) {
+            groups.append(QList<Mark>());
+            taken.append(QList<QRect>());
+        }
+        groups[g].append(mark);
+        taken[g].append(area);
+    }
+    return groups;
+}
+
+// The lowest contrast of every enabled mark in a popup or out of one,
+// worst first.
 QList<Finding> findings(QQuickWindow *window, bool popups)
 {
-    QList<QQuickItem *> marks;
+    QList<Mark> marks;
     for (QList<QQuickItem *> scene{window->contentItem()}; !scene.isEmpty();) {
         QQuickItem *item = scene.takeLast();
         if (!item->isVisible() || item->opacity() <= 0)
             continue;
         scene.append(item->childItems());
-        if (item->inherits("QQuickIconImage") ||
-            ((item->inherits("QQuickText") || item->inherits("QQuickTextInput")) &&
-             !item->property("text").toString().trimmed().isEmpty()))
-            marks.append(item);
+        if (isMark(item) && item->isEnabled())
+            marks.append({item, kindOf(item)});
     }
     // Only the marks looked at are hidden: a text of the screen under a
     // popup's rounded corner is not a glyph of the popup's title.
@@ -105,55 +228,86 @@ QList<Finding> findings(QQuickWindow *window, bool popups)
         }
         return false;
     };
-    marks.removeIf([&](const QQuickItem *mark) { return inPopup(mark) != popups; });
     const QImage shown = window->grabWindow();
+    marks.removeIf([&](const Mark &mark) {
+        return inPopup(mark.item) != popups || areaOf(mark.item, shown).isEmpty();
+    });
+
     // A source an effect hides is left out of drawing only: its place in the
     // layout and its bindings stay as they are.
     QQmlComponent hiding(qmlEngine(window));
     hiding.setData("import QtQuick\nShaderEffectSource { hideSource: true }", {});
     std::vector<std::unique_ptr<QObject>> hiders;
-    for (QQuickItem *mark : std::as_const(marks)) {
-        hiders.emplace_back(hiding.create());
-        hiders.back()->setProperty("sourceItem", QVariant::fromValue(mark));
-    }
-    const QImage behind = window->grabWindow();
-    hiders.clear();
+    const auto hide = [&](const QList<Mark> &these) {
+        for (const Mark &mark : these) {
+            hiders.emplace_back(hiding.create());
+            hiders.back()->setProperty("sourceItem", QVariant::fromValue(mark.item));
+        }
+        return window->grabWindow();
+    };
 
     QList<Finding> found;
-    for (const QQuickItem *mark : std::as_const(marks)) {
-        QRectF area = mark->mapRectToScene(mark->boundingRect() |
-                                           QRectF(0, 0, mark->width(), mark->height()));
-        const QColor c = mark->property("color").value<QColor>();
-        double alpha = c.alphaF();
-        for (const QQuickItem *up = mark; up; up = up->parentItem()) {
-            alpha *= up->opacity();
-            if (up->clip())
-                area &= up->mapRectToScene(up->boundingRect());
-        }
-        const QRect rect = area.toAlignedRect() & behind.rect();
-        if (rect.isEmpty() || !mark->isEnabled())
-            continue;
-        // Under its glyphs; where none differ from what is behind, all of it.
-        QSet<QRgb> under, all;
-        for (int y = rect.top(); y <= rect.bottom(); ++y) {
-            for (int x = rect.left(); x <= rect.right(); ++x) {
-                const QRgb back = behind.pixel(x, y);
-                all.insert(back);
-                if (shown.pixel(x, y) != back)
-                    under.insert(back);
+    const auto of = [&](Kind kind) {
+        QList<Mark> these;
+        std::copy_if(marks.cbegin(), marks.cend(), std::back_inserter(these),
+                     [&](const Mark &mark) { return mark.kind == kind; });
+        return these;
+    };
+    // Texts and symbols, each against what its hiding uncovers.
+    QList<Mark> drawn = of(Kind::Text) + of(Kind::Symbol);
+    for (const QList<Mark> &group : apart(drawn, shown)) {
+        const QImage behind = hide(group);
+        hiders.clear();
+        for (const Mark &mark : group) {
+            const QRect rect = areaOf(mark.item, shown);
+            Finding finding{describe(mark.item), 21, Contrast::symbol};
+            std::optional<bool> lighter;
+            if (mark.kind == Kind::Text) {
+                const bool large = mark.item->property("fontSizeMode").toInt() == 0 &&
+                                   mark.item->property("font").value<QFont>().pixelSize() >= 24;
+                finding.minimum = large ? Contrast::largeText : Contrast::text;
+                // Which way the text's colour goes from what is behind it.
+                const QColor c = mark.item->property("color").value<QColor>();
+                double behindLight = 0;
+                for (int y = rect.top(); y <= rect.bottom(); ++y) {
+                    for (int x = rect.left(); x <= rect.right(); ++x)
+                        behindLight += Contrast::luminance(rgbOf(behind.pixel(x, y)));
+                }
+                lighter = Contrast::luminance({c.redF(), c.greenF(), c.blueF()}) >
+                          behindLight / (rect.width() * rect.height());
             }
+            const std::optional<double> ratio = asDrawn(shown, behind, rect, lighter);
+            // Nothing of it drawn: covered by what lies over it (the row's
+            // buttons over its age), unless its colour is its background's.
+            if (!ratio && mark.kind == Kind::Text) {
+                const QColor c = mark.item->property("color").value<QColor>();
+                const Rgb color{c.redF(), c.greenF(), c.blueF()};
+                if (Contrast::ratio(color, rgbOf(behind.pixel(rect.center()))) >= 1.5)
+                    continue;
+            }
+            finding.ratio = ratio.value_or(1);
+            found.append(finding);
         }
-        const bool symbol = mark->inherits("QQuickIconImage");
-        const bool large = !symbol && mark->property("fontSizeMode").toInt() == 0 &&
-                           mark->property("font").value<QFont>().pixelSize() >= 24;
-        Finding finding{describe(mark), 21,
-                        symbol ? Contrast::symbol : (large ? Contrast::largeText : Contrast::text)};
-        for (const QRgb pixel : std::as_const(under.isEmpty() ? all : under)) {
-            const Rgb drawn =
-                Contrast::over({c.redF(), c.greenF(), c.blueF()}, alpha, rgbOf(pixel));
-            finding.ratio = std::min(finding.ratio, Contrast::ratio(drawn, rgbOf(pixel)));
+    }
+    // Switches: the knob against its track, and the switch against the
+    // screen by its track or its knob.
+    const QList<Mark> knobs = of(Kind::Knob), tracks = of(Kind::Track);
+    if (!tracks.isEmpty()) {
+        const QImage noKnobs = hide(knobs);
+        const QImage screen = hide(tracks);
+        hiders.clear();
+        for (const Mark &knob : knobs)
+            found.append({describe(knob.item),
+                          lowestOver(shown, noKnobs, fillOf(knob.item) & shown.rect()),
+                          Contrast::symbol});
+        for (const Mark &track : tracks) {
+            double ratio = lowestOver(noKnobs, screen, fillOf(track.item) & shown.rect());
+            // Where no track can stand out with a white knob on it, the
+            // switch is seen by its knob.
+            if (const auto *knob = track.item->findChild<QQuickItem *>(u"switchKnob"_qs))
+                ratio = std::max(ratio, lowestOver(shown, screen, fillOf(knob) & shown.rect()));
+            found.append({describe(track.item), ratio, Contrast::symbol});
         }
-        found.append(finding);
     }
     std::sort(found.begin(), found.end(), [](const Finding &a, const Finding &b) {
         return a.ratio / a.minimum < b.ratio / b.minimum;

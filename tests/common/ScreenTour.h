@@ -43,6 +43,13 @@ public:
         // The rows fly in one after another.
         QTest::qWait(1700);
         look(u"favorites"_qs, false);
+        // A card the keyboard is on shows its own edit and delete buttons.
+        QQuickItem *card = h.find(u"cell0"_qs);
+        card->forceActiveFocus(Qt::TabFocusReason);
+        QTRY_VERIFY(h.shows(u"rowActions"_qs));
+        look(u"favorites, row buttons"_qs, false);
+        card->setFocus(false);
+        QTRY_VERIFY(!h.shows(u"rowActions"_qs));
         QObject *favView = controller(h, u"favView"_qs);
         QVERIFY(favView->setProperty("openRow", 0));
         QTest::qWait(400);

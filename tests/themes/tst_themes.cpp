@@ -6,6 +6,8 @@
 #include <QTest>
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 ThemeTable table(Appearance appearance, bool lightColors)
@@ -240,12 +242,77 @@ private slots:
         };
         const Rgb original = table.tableColor(theme);
         const Rgb shown = table.color(theme);
-        QVERIFY(worst(shown) >= Contrast::text);
+        QVERIFY(worst(shown) >= Contrast::drawnText);
         compareHue(original, shown);
-        if (worst(original) >= Contrast::text + Contrast::margin)
+        if (worst(original) >= Contrast::drawnText)
             QCOMPARE(shown, original);
         const ThemeLook look = table.look(theme);
         QCOMPARE(look.backgroundColor, std::optional<Rgb>(shown));
+    }
+
+    // A switch is seen on every screen: its knob on its track, and the
+    // switch on the screen by its track or its knob. The accent stays where
+    // it is seen already, and an "on" track stands out by itself wherever
+    // some lightness of it can.
+    void switchesStandOut_data()
+    {
+        QTest::addColumn<Appearance>("appearance");
+        QTest::addColumn<Rgb>("accent");
+        QTest::addColumn<QList<Rgb>>("backdrop");
+        // Whether the "on" track can stand out by itself, with the knob on it.
+        QTest::addColumn<bool>("trackAlone");
+        for (const Appearance appearance : {Appearance::Dark, Appearance::Light}) {
+            const char *name = appearance == Appearance::Dark ? "dark" : "light";
+            const ThemeTable themes = table(appearance, appearance == Appearance::Light);
+            for (int theme = 5; theme <= 9; ++theme) {
+                const ThemeLook look = themes.look(theme);
+                QList<Rgb> backdrop{*look.backgroundColor};
+                if (look.gradient)
+                    backdrop = {look.gradient->first, look.gradient->second};
+                const bool midDark = appearance == Appearance::Dark && (theme == 5 || theme == 8);
+                QTest::addRow("%s %d", name, theme)
+                    << appearance << look.accent << backdrop << !midDark;
+            }
+            QTest::addRow("%s, violet on a dark picture", name)
+                << appearance << themes.color(0) << QList<Rgb>{{0.02, 0.02, 0.05}, {0.2, 0.2, 0.3}}
+                << true;
+        }
+    }
+    void switchesStandOut()
+    {
+        QFETCH(Appearance, appearance);
+        QFETCH(Rgb, accent);
+        QFETCH(QList<Rgb>, backdrop);
+        const SystemColors system = SystemColors::of(appearance);
+        const SwitchColors colors = SwitchColors::of(appearance, accent, backdrop);
+        const double minimum = Contrast::symbol;
+        compareHue(accent, colors.on);
+        if (Contrast::lowestRatio(accent, backdrop) >= minimum + Contrast::margin &&
+            Contrast::ratio(accent, system.knob) >= minimum + Contrast::margin)
+            QCOMPARE(colors.on, accent);
+        QFETCH(bool, trackAlone);
+        if (trackAlone)
+            QVERIFY(Contrast::lowestRatio(colors.on, backdrop) >= minimum);
+        else
+            QVERIFY(Contrast::lowestRatio(colors.on, backdrop) >
+                    Contrast::lowestRatio(accent, backdrop) + 1);
+        // Anywhere on the gradient or picture, not only at its ends.
+        QList<Rgb> screens;
+        for (int step = 0; step <= 20; ++step)
+            screens.append(Contrast::over(backdrop.first(), step / 20.0, backdrop.last()));
+        for (const Rgb &screen : std::as_const(screens)) {
+            const Rgb off = Contrast::over(colors.off.color, colors.off.alpha, screen);
+            const QString where =
+                u"on %1 %2 %3"_s.arg(screen.red).arg(screen.green).arg(screen.blue);
+            QVERIFY2(Contrast::ratio(system.knob, off) >= minimum, qPrintable(where));
+            QVERIFY2(std::max(Contrast::ratio(off, screen), Contrast::ratio(system.knob, screen)) >=
+                         minimum,
+                     qPrintable(where));
+            QVERIFY2(Contrast::ratio(system.knob, colors.on) >= minimum, qPrintable(where));
+            QVERIFY2(std::max(Contrast::ratio(colors.on, screen),
+                              Contrast::ratio(system.knob, screen)) >= minimum,
+                     qPrintable(where));
+        }
     }
 };
 
