@@ -99,10 +99,13 @@ ItemDelegate {
         }
     }
 
-    // The mouse's way to the row's menu.
-    TapHandler {
+    // The mouse's way to the row's menu. It takes the right button's press
+    // before the row, which would take a click of any button for a choice;
+    // the left button, a finger and hovering pass through to the row.
+    MouseArea {
+        anchors.fill: parent
         acceptedButtons: Qt.RightButton
-        onTapped: {
+        onClicked: {
             const list = cell.ListView.view as FavoritesList
             cell.controller.openRow = -1
             list.rowMenuRequested(cell.index, cell.name)

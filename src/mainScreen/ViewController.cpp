@@ -383,6 +383,7 @@ void ViewController::takeHandOver()
     // Swipes go on from the chosen one.
     m_currentFavoriteIndex = handOver.index;
     showHanded(*handed);
+    emit pickerJumped();
     composeReport();
     emit announcement(spokenReport());
 }

@@ -102,6 +102,9 @@ signals:
     void addFavoriteDialogRequested();
     // The add dialog added a favorite.
     void favoriteAdded();
+    // The wheels are to stand on the new date at once, not ride there: a
+    // favorite chosen beside them may lie a century away.
+    void pickerJumped();
     // The screen host is to present the screen registered under `identifier`.
     void screenRequested(const QString &identifier);
     // Reminders are to be checked and scheduled again.

@@ -246,22 +246,40 @@ private slots:
         // The keyboard starts on the main screen's report, as on a phone.
         QVERIFY(h.find(u"lblDisplay"_qs)->hasActiveFocus());
 
-        QQuickItem *bob = h.find(u"cell1"_qs);
-        QTRY_COMPARE(bob->y(), 66.0);
+        // The wheels stand on the last favorite, Bob.
+        QQuickItem *anna = h.find(u"cell0"_qs);
+        QTRY_COMPARE(h.find(u"cell1"_qs)->y(), 66.0);
         QQuickItem *announcer = h.find(u"announcer"_qs, main);
-        h.tap(bob);
-        QTRY_VERIFY(h.text(u"lblDisplay"_qs).startsWith(u"Bob's age is:"_qs));
-        QCOMPARE(announcer->property("text").toString().left(13), u"Bob's age is:"_qs);
+        // Where the year wheel shows "1985" now.
+        const auto year1985 = [&] {
+            for (QList<QQuickItem *> items{h.find(u"yearWheel"_qs)}; !items.isEmpty();) {
+                QQuickItem *label = items.takeLast();
+                if (label->inherits("QQuickText") && label->property("text") == u"1985"_qs)
+                    return label->mapToScene({}).y();
+                items.append(label->childItems());
+            }
+            return -1.0;
+        };
+        h.tap(anna);
+        QTRY_VERIFY(h.text(u"lblDisplay"_qs).startsWith(u"Anna's age is:"_qs));
+        QCOMPARE(announcer->property("text").toString().left(14), u"Anna's age is:"_qs);
+        // The wheels stand on Anna's birthday at once, without a ride
+        // across the years.
+        const double shown = year1985();
+        QVERIFY(shown > 0);
+        QTest::qWait(300);
+        QCOMPARE(year1985(), shown);
+        QCOMPARE(h.find(u"yearWheel"_qs)->property("currentIndex").toInt(), 1985 - 1800);
         QCOMPARE(main, h.find(u"mainView"_qs));
         QVERIFY(h.shows(u"favView"_qs));
         QVERIFY(!h.settings.value(SettingsKeys::handOverPending));
-        QCOMPARE(h.settings.value(SettingsKeys::handOverIndex), 1);
+        QCOMPARE(h.settings.value(SettingsKeys::handOverIndex), 0);
         // Swipes go on from the chosen one.
         auto *mainController = main->property("controller").value<ViewController *>();
-        mainController->handleGesture(ViewController::Swipe::Right);
-        QTRY_VERIFY(h.text(u"lblDisplay"_qs).startsWith(u"Anna's age is:"_qs));
+        mainController->handleGesture(ViewController::Swipe::Left);
+        QTRY_VERIFY(h.text(u"lblDisplay"_qs).startsWith(u"Bob's age is:"_qs));
         // Escape on the list does not leave it.
-        bob->forceActiveFocus(Qt::TabFocusReason);
+        anna->forceActiveFocus(Qt::TabFocusReason);
         QTest::keyClick(h.window, Qt::Key_Escape);
         QTest::qWait(100);
         QVERIFY(h.shows(u"favView"_qs) && h.shows(u"mainView"_qs));

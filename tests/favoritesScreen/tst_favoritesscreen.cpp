@@ -235,6 +235,7 @@ private slots:
         h->settings.set(sort, 0);
         start();
         const Rows before = stored();
+        QSignalSpy requested(c, &FavViewController::screenRequested);
         if (way == "right click") {
             QTest::mouseClick(h->window, Qt::RightButton, {}, h->centre(cell(1)));
         } else {
@@ -246,6 +247,10 @@ private slots:
         QCOMPARE(h->window->findChild<QObject *>("rowMenu")->property("title").toString(), "Zoe");
         QVERIFY(!h->opened("editDialog"));
         QCOMPARE(c->openRow(), -1);
+        // The row was not chosen.
+        QTest::qWait(100);
+        QCOMPARE(requested.count(), 0);
+        QVERIFY(!h->settings.value(handOverPending));
         if (way == "right click")
             QVERIFY(!cell(1)->hasActiveFocus());
         // The keyboard is in the menu, on its first choice.
