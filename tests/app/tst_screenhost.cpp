@@ -243,8 +243,17 @@ private slots:
         // Nothing to go back to, nothing to open: both are there.
         QVERIFY(!h.shows(u"btnBack"_qs));
         QVERIFY(!h.shows(u"btnFav"_qs));
-        // The keyboard starts on the main screen's report, as on a phone.
+        // The keyboard starts on the main screen's report, as on a phone,
+        // and Tab goes on from the list to the main screen and back.
         QVERIFY(h.find(u"lblDisplay"_qs)->hasActiveFocus());
+        const auto focusIn = [&](QQuickItem *pane) {
+            const QQuickItem *focused = h.window->activeFocusItem();
+            return focused && (focused == pane || pane->isAncestorOf(focused));
+        };
+        QTest::keyClick(h.window, Qt::Key_Tab, Qt::ShiftModifier);
+        QTRY_VERIFY(focusIn(list));
+        QTest::keyClick(h.window, Qt::Key_Tab);
+        QTRY_VERIFY(h.find(u"lblDisplay"_qs)->hasActiveFocus());
 
         // The wheels stand on the last favorite, Bob.
         QQuickItem *anna = h.find(u"cell0"_qs);
