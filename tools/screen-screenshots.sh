@@ -95,6 +95,10 @@ for theme in $themes; do
                 xdotool mousemove --window "$window" 357 17 click 1
                 sleep 0.5
             fi
+            # The pointer leaves the window: a control under it would show its
+            # hover outline, which a phone never has.
+            xdotool mousemove 1020 890
+            sleep 0.3
             import -window "$window" "$out/$screen-$theme-$appearance-$language.png"
             kill $app
             wait $app 2>/dev/null || true

@@ -34,7 +34,10 @@ Window {
 
         objectName: "screenHost"
         screens: window.screens
-        anchors.fill: parent
+        // The window's own size, known before the first screen is made, so
+        // that a wide window opens in two panes at once.
+        width: window.width
+        height: window.height
     }
 
     // A change that could not be saved: said briefly over whatever screen is

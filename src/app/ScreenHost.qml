@@ -3,22 +3,37 @@ import QtQuick
 import Tavlo
 
 // Makes screens by their identifiers ("Main", "Fav", "Set") and presents
-// each full screen, fading it in over the one before, which then goes.
+// each full screen, fading it in over the one before, which then goes. In
+// a wide window the favorites list and the main screen are presented side
+// by side (ScreenLayout says which screens stand for an identifier), and a
+// favorite chosen in the list is shown in the other pane.
 Item {
     id: host
 
     required property ScreenFactory screens
+    // The window's width decides, in one place, whether two panes are shown.
+    readonly property ScreenLayout shape: ScreenLayout {
+        width: host.width
+    }
 
-    // One presented screen, with the controller it owns.
+    // One presentation: a screen, or the favorites beside the main screen,
+    // each with the controller it owns.
     component ScreenLayer: Item {
         id: layer
 
         property ScreenLayer previous: null
-        property Item screen: null
+        // What was asked for, and the screens shown for it, left to right.
+        property string identifier
+        property var paneNames: []
+        property var panes: []
+        property real sideWidth: 0
+        readonly property Item side: sidePane
+        readonly property Item wide: widePane
 
-        // The screen goes before the layer that owns its controller.
+        // The screens go before the layer that owns their controllers.
         function retire() {
-            screen.destroy()
+            for (const screen of panes)
+                screen.destroy()
             destroy()
         }
 
@@ -43,25 +58,49 @@ Item {
             fadeIn.start()
         }
 
-        // While a dialog covers the screen, a still picture of the screen
-        // stands in for it: what lies under the dialog is then neither
-        // showing to a screen reader nor reachable by Tab.
+        // While a dialog covers a screen, a still picture of the panes
+        // stands in for them: what lies under the dialog is then neither
+        // showing to a screen reader nor reachable by Tab, in either pane.
         function cover(covered) {
             coveredNow = covered
             if (!covered) {
-                screen.visible = true
+                content.visible = true
                 still.source = ""
                 return
             }
-            screen.grabToImage(result => {
-                if (!layer.coveredNow || !layer.screen)
+            content.grabToImage(result => {
+                if (!layer.coveredNow || layer.panes.length === 0)
                     return
                 still.source = result.url
-                layer.screen.visible = false
+                content.visible = false
             })
         }
 
         property bool coveredNow: false
+
+        Item {
+            id: content
+
+            anchors.fill: parent
+
+            // The favorites list beside the main screen; nothing on a phone.
+            Item {
+                id: sidePane
+
+                width: layer.sideWidth
+                height: parent.height
+                clip: layer.sideWidth > 0
+            }
+            Item {
+                id: widePane
+
+                x: layer.sideWidth
+                width: parent.width - layer.sideWidth
+                height: parent.height
+                // Each screen's backdrop reaches past its edges.
+                clip: layer.sideWidth > 0
+            }
+        }
 
         Image {
             id: still
@@ -74,34 +113,65 @@ Item {
     }
 
     property ScreenLayer currentLayer: null
-    // The newest screen, whichever kind: each says where its keyboard starts.
+    // The screen asked for last, whichever kind: each says where its
+    // keyboard starts.
     property var shownScreen: null
     property string pendingIdentifier: ""
 
-    function show(identifier) {
-        const layer = layerComponent.createObject(host, { opacity: currentLayer ? 0 : 1 })
-        let screen
+    // A new controller, loaded, and its screen in `pane`; the controller
+    // loads first, so the view opens on its state.
+    function make(identifier, owner, pane, beside) {
         if (identifier === "Main") {
-            // The controller loads first, so the view opens on its state.
-            const controller = host.screens.makeMainController(layer)
+            const controller = host.screens.makeMainController(owner)
             controller.viewDidLoad()
-            screen = mainScreen.createObject(layer, { controller: controller })
-        } else if (identifier === "Fav") {
-            const controller = host.screens.makeFavController(layer)
-            controller.viewDidLoad()
-            screen = favoritesScreen.createObject(layer, { controller: controller })
-        } else {
-            const controller = host.screens.makeSetController(layer)
-            controller.viewDidLoad()
-            screen = settingsScreen.createObject(layer, { controller: controller })
+            return mainScreen.createObject(pane, { controller: controller, favoritesBeside: beside })
         }
-        screen.screenRequested.connect(request)
-        // The keyboard, and a screen reader with it, goes to the new screen
-        // at once: nothing is left focused on the one going away.
+        if (identifier === "Fav") {
+            const controller = host.screens.makeFavController(owner)
+            controller.besideMain = beside
+            controller.viewDidLoad()
+            return favoritesScreen.createObject(pane, { controller: controller })
+        }
+        const controller = host.screens.makeSetController(owner)
+        controller.viewDidLoad()
+        return settingsScreen.createObject(pane, { controller: controller })
+    }
+
+    function show(identifier) {
+        const panes = host.shape.panes(identifier)
+        const together = panes.length > 1
+        const layer = layerComponent.createObject(host, {
+            opacity: currentLayer ? 0 : 1,
+            identifier: identifier,
+            paneNames: panes
+        })
+        if (together)
+            layer.sideWidth = Qt.binding(() => host.shape.sidePaneWidth)
+        // The main screen loads first, as it does before the favorites on a
+        // phone: it decides the language the list is shown in.
+        const made = {}
+        for (const name of ["Main", "Fav", "Set"]) {
+            const at = panes.indexOf(name)
+            if (at >= 0)
+                made[name] = make(name, layer, at < panes.length - 1 ? layer.side : layer.wide, together)
+        }
+        const shown = panes.map(name => made[name])
+        if (together) {
+            const list = made["Fav"].controller
+            const main = made["Main"].controller
+            list.favoriteHandedOver.connect(main.takeHandOver)
+            main.favoriteAdded.connect(list.favoritesChangedElsewhere)
+        }
+        layer.panes = shown
+        for (const screen of shown) {
+            screen.screenRequested.connect(request)
+            screen.coveredChanged.connect(() => layer.cover(shown.some(s => s.covered)))
+        }
+        // The keyboard, and a screen reader with it, goes to the screen
+        // asked for at once: nothing is left focused on the one going away.
+        const screen = made[identifier]
         screen.focusFirst()
         shownScreen = screen
-        screen.coveredChanged.connect(() => layer.cover(screen.covered))
-        layer.screen = screen
         const previous = currentLayer
         currentLayer = layer
         if (previous)
@@ -121,6 +191,18 @@ Item {
 
         function onScreenWanted(identifier) {
             host.request(identifier)
+        }
+    }
+
+    // A window made wider or narrower across the breakpoint shows the same
+    // screen again, in the panes that now stand for it.
+    Connections {
+        target: host.shape
+
+        function onChanged() {
+            const layer = host.currentLayer
+            if (layer && String(host.shape.panes(layer.identifier)) !== String(layer.paneNames))
+                host.show(layer.identifier)
         }
     }
 

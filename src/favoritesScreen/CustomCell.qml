@@ -10,8 +10,9 @@ import Tavlo
 // past two thirds of the row, deletes.
 // With the keyboard or a screen reader: the row is a button that chooses
 // it (Enter, Space), and while it has focus it shows its edit and delete
-// buttons (also F2 or the menu key, and Delete). A finger or the mouse
-// never gives it focus: those buttons would lie over the red one.
+// buttons (also F2 to edit, and Delete). A finger or the mouse never gives
+// it focus: those buttons would lie over the red one. A right click, the
+// menu key or Shift+F10 asks for the row's menu of Edit and Delete.
 ItemDelegate {
     id: cell
 
@@ -49,8 +50,12 @@ ItemDelegate {
     Keys.onEnterPressed: clicked()
     Keys.onDeletePressed: controller.deleteRow(index, true)
     Keys.onPressed: event => {
-        if (event.key === Qt.Key_F2 || event.key === Qt.Key_Menu) {
+        if (event.key === Qt.Key_F2) {
             controller.longPressed(index)
+            event.accepted = true
+        } else if (event.key === Qt.Key_Menu
+                   || (event.key === Qt.Key_F10 && (event.modifiers & Qt.ShiftModifier))) {
+            (ListView.view as FavoritesList).rowMenuRequested(index, name)
             event.accepted = true
         }
     }
@@ -83,13 +88,27 @@ ItemDelegate {
                 startTravel = cell.restingTravel
                 return
             }
-            const outcome = cell.controller.swipeOutcome(cell.travel, cell.width, cell.buttonWidth)
+            const outcome = cell.controller.swipeOutcome(cell.travel, cell.width, cell.buttonWidth,
+                                                         Screen.pixelDensity)
             if (outcome === FavViewController.SwipeDelete)
                 cell.controller.deleteRow(cell.index)
             else if (outcome === FavViewController.SwipeOpen)
                 cell.controller.openRow = cell.index
             else if (cell.controller.openRow === cell.index)
                 cell.controller.openRow = -1
+        }
+    }
+
+    // The mouse's way to the row's menu. It takes the right button's press
+    // before the row, which would take a click of any button for a choice;
+    // the left button, a finger and hovering pass through to the row.
+    MouseArea {
+        anchors.fill: parent
+        acceptedButtons: Qt.RightButton
+        onClicked: {
+            const list = cell.ListView.view as FavoritesList
+            cell.controller.openRow = -1
+            list.rowMenuRequested(cell.index, cell.name)
         }
     }
 
@@ -116,8 +135,10 @@ ItemDelegate {
             height: 56
             radius: 28
             color: cell.controller.cardColor
-            border.color: cell.controller.cardBorderColor
-            border.width: 0.4
+            // Under the mouse the card's edge shows which one a click takes.
+            border.color: cell.hovered ? cell.controller.theme.labelColor
+                                       : cell.controller.cardBorderColor
+            border.width: cell.hovered ? 1.5 : 0.4
         }
 
         Rectangle {

@@ -194,7 +194,26 @@ void FavViewController::selectRow(int row)
         return;
     }
     m_session.favorites.select(row);
-    close();
+    // Beside the main screen the list stays; the main screen takes the
+    // favorite as a new one would.
+    if (m_besideMain)
+        emit favoriteHandedOver();
+    else
+        close();
+}
+
+void FavViewController::setBesideMain(bool beside)
+{
+    if (beside == m_besideMain)
+        return;
+    m_besideMain = beside;
+    emit besideMainChanged();
+}
+
+void FavViewController::favoritesChangedElsewhere()
+{
+    applyOrder();
+    reloadRows();
 }
 
 void FavViewController::longPressed(int row)
@@ -283,9 +302,10 @@ QString FavViewController::undoText() const
 }
 
 FavViewController::SwipeOutcome FavViewController::swipeOutcome(qreal travel, qreal rowWidth,
-                                                                qreal buttonWidth) const
+                                                                qreal buttonWidth,
+                                                                qreal pixelsPerMillimetre) const
 {
-    switch (RowSwipe::settle(travel, rowWidth, buttonWidth)) {
+    switch (RowSwipe::settle(travel, rowWidth, buttonWidth, pixelsPerMillimetre)) {
     case RowSwipe::Outcome::Delete:
         return SwipeDelete;
     case RowSwipe::Outcome::Open:

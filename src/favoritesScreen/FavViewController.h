@@ -53,6 +53,9 @@ class FavViewController : public ScreenController
     // The word on a row's edit button.
     Q_PROPERTY(QStringList vCardNameFilters READ vCardNameFilters CONSTANT)
     Q_PROPERTY(QString importSummary READ importSummary NOTIFY importFinished)
+    // Shown beside the main screen in a wide window: a chosen favorite is
+    // shown in the other pane, and there is no way back, being there.
+    Q_PROPERTY(bool besideMain READ besideMain WRITE setBesideMain NOTIFY besideMainChanged)
 
 public:
     // Where a row comes to rest when a swipe is let go (see RowSwipe).
@@ -93,6 +96,8 @@ public:
     // The file dialog's filter: "vCard files (*.vcf *.vcard)".
     QStringList vCardNameFilters() const;
     QString importSummary() const { return m_importSummary; }
+    bool besideMain() const { return m_besideMain; }
+    void setBesideMain(bool beside);
 
     // The screen's load: the list read, sorted and themed.
     Q_INVOKABLE void viewDidLoad();
@@ -115,7 +120,9 @@ public:
     // list (written again with the next change) and the save notice says so;
     // the offer is used up either way, so a second "Undo" cannot double them.
     Q_INVOKABLE bool undoDelete(bool byKeyboard = false);
-    Q_INVOKABLE SwipeOutcome swipeOutcome(qreal travel, qreal rowWidth, qreal buttonWidth) const;
+    // `pixelsPerMillimetre` of the screen the row is on (0 where unknown).
+    Q_INVOKABLE SwipeOutcome swipeOutcome(qreal travel, qreal rowWidth, qreal buttonWidth,
+                                          qreal pixelsPerMillimetre) const;
     // Where a row stands in the list, as a screen reader says it: "3 of 12".
     Q_INVOKABLE QString positionText(int row, int count) const;
     // "Import a vCard file…" with the file chosen in the dialog, and "Import
@@ -123,6 +130,9 @@ public:
     // again, and importSummary says what happened.
     Q_INVOKABLE void importFile(const QUrl &file);
     Q_INVOKABLE void importContacts();
+    // The favorites changed elsewhere (added on the main screen beside the
+    // list): the rows are shown again in the chosen order.
+    Q_INVOKABLE void favoritesChangedElsewhere();
 
 signals:
     void countChanged();
@@ -134,6 +144,9 @@ signals:
     void undoChanged();
     void screenRequested(const QString &identifier);
     void importFinished();
+    void besideMainChanged();
+    // Beside the main screen: a favorite was handed over for it to show.
+    void favoriteHandedOver();
     // The keyboard is to go to this row: the one after a deleted one, or
     // the first one an undo brought back.
     void rowToFocus(int row);
@@ -168,6 +181,7 @@ private:
     int m_openRow = -1;
     QTimer m_undoTimer;
     QString m_importSummary;
+    bool m_besideMain = false;
 
     void finishImport(const QList<VCardContact> &contacts);
 };

@@ -13,7 +13,8 @@ Item {
 
     // An open menu or dialog covers the screen: the host shows a still
     // picture of it, so that only the dialog can be reached.
-    readonly property bool covered: sortMenu.visible || (editDialog.item as EditFavoriteDialog)?.visible === true
+    readonly property bool covered: sortMenu.visible || rowMenu.visible
+                                    || (editDialog.item as EditFavoriteDialog)?.visible === true
 
     signal screenRequested(string identifier)
 
@@ -93,6 +94,8 @@ Item {
         ScrollBar.vertical: null
 
         delegate: CustomCell {}
+        onRowMenuRequested: (row, name) => rowMenu.openFor(row, name, root.Window.activeFocusItem
+                                                          === tableView.itemAtIndex(row))
 
         // Each time the rows appear they rise into place one after another.
         populate: Transition {
@@ -205,10 +208,12 @@ Item {
         sideInset: Math.max(12 + 42 + 4 + 42, btnSort.width + 16) + 8
     }
 
+    // Beside the main screen there is nothing to go back to.
     SymbolButton {
         id: btnBack
 
         objectName: "btnBack"
+        visible: !root.controller.besideMain
         x: 12
         y: -4
         width: 42
@@ -256,13 +261,13 @@ Item {
     // Escape leaves the screen as the back button does.
     Shortcut {
         sequence: "Escape"
-        enabled: !root.covered
+        enabled: !root.covered && !root.controller.besideMain
         onActivated: root.controller.backPressed()
     }
 
     SymbolButton {
         objectName: "btnImport"
-        x: 12 + 42 + 4
+        x: btnBack.visible ? 12 + 42 + 4 : 12
         y: -4
         width: 42
         height: 42
@@ -296,6 +301,12 @@ Item {
 
     SortMenu {
         id: sortMenu
+
+        controller: root.controller
+    }
+
+    RowMenu {
+        id: rowMenu
 
         controller: root.controller
     }

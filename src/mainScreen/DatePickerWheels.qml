@@ -40,6 +40,10 @@ Item {
             if (!wheels.controller.pickerYearKnown)
                 row.showYearAtOnce()
         }
+        function onPickerJumped() {
+            row.showDayAgain()
+            row.showAtOnce()
+        }
 
         target: wheels.controller
     }

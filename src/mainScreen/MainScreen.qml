@@ -9,6 +9,9 @@ Item {
     id: root
 
     required property ViewController controller
+    // The favorites list stands beside this screen (a wide window): the
+    // button that would open it is not needed.
+    property bool favoritesBeside: false
 
     // An open dialog covers the screen: the host shows a still picture of
     // it, so that only the dialog can be reached.
@@ -143,17 +146,25 @@ Item {
         height: 216
     }
 
+    // Spread over a phone's width, kept together in the middle wider.
+    ScreenLayout {
+        id: shape
+
+        width: root.width
+        buttons: root.favoritesBeside ? 3 : 4
+    }
+
     Row {
         id: bottomBar
 
         objectName: "bottomBar"
-        anchors.left: parent.left
-        anchors.right: parent.right
+        anchors.horizontalCenter: parent.horizontalCenter
         anchors.bottom: parent.bottom
+        width: shape.barWidth
         height: 40
         spacing: 8
 
-        readonly property real buttonWidth: (width - 3 * spacing) / 4
+        readonly property real buttonWidth: (width - (shape.buttons - 1) * spacing) / shape.buttons
 
         SymbolButton {
             objectName: "btnReset"
@@ -178,6 +189,7 @@ Item {
         }
         SymbolButton {
             objectName: "btnFav"
+            visible: !root.favoritesBeside
             width: bottomBar.buttonWidth
             height: bottomBar.height
             iconSource: "qrc:/qt/qml/Tavlo/resources/icons/star.svg"

@@ -116,12 +116,7 @@ void ViewController::viewDidLoad()
         if (!handOver.movePicker) {
             setPicker(saved);
         } else {
-            m_personName = personNameFromFavorite(handed->name, m_session.language());
-            const DayOfBirth day = *DayOfBirth::fromStored(handed->birthday);
-            if (const std::optional<QDate> date = day.date())
-                setPicker(date->startOfDay());
-            else
-                setPickerWithoutYear(day);
+            showHanded(*handed);
         }
         FavoriteHandOver::taken(settings, handOver.movePicker);
         composeReport();
@@ -297,6 +292,7 @@ void ViewController::addFavorite(const QString &fieldText)
                                    settings.value(SettingsKeys::month),
                                    settings.value(SettingsKeys::year));
     checkNotificationPermission();
+    emit favoriteAdded();
 }
 
 void ViewController::favPressed()
@@ -361,6 +357,35 @@ void ViewController::showFavorite(qint64 index)
         setPickerWithoutYear(*day);
     FavoriteHandOver::taken(settings, true);
     composeReport();
+}
+
+void ViewController::showHanded(const Favorite &handed)
+{
+    m_personName = personNameFromFavorite(handed.name, m_session.language());
+    const DayOfBirth day = *DayOfBirth::fromStored(handed.birthday);
+    if (const std::optional<QDate> date = day.date())
+        setPicker(date->startOfDay());
+    else
+        setPickerWithoutYear(day);
+}
+
+void ViewController::takeHandOver()
+{
+    SettingsStore &settings = m_session.settings;
+    const FavoriteHandOver::Waiting handOver = FavoriteHandOver::waiting(settings);
+    if (!handOver.pending || !handOver.movePicker)
+        return;
+    const std::optional<Favorite> handed = FavoriteHandOver::favorite(settings);
+    FavoriteHandOver::taken(settings, true);
+    // The list checked the favorite as it handed it over.
+    if (!handed)
+        return;
+    // Swipes go on from the chosen one.
+    m_currentFavoriteIndex = handOver.index;
+    showHanded(*handed);
+    emit pickerJumped();
+    composeReport();
+    emit announcement(spokenReport());
 }
 
 void ViewController::checkNotificationPermission()

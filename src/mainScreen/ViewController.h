@@ -3,6 +3,7 @@
 
 #include "core/DayOfBirth.h"
 #include "favorites/FavoriteBrowsing.h"
+#include "favorites/FavoritesStore.h"
 #include "report/ReportComposer.h"
 #include "resources/ScreenController.h"
 
@@ -82,6 +83,9 @@ public:
     Q_INVOKABLE void favPressed();
     Q_INVOKABLE void setPressed();
     Q_INVOKABLE void handleGesture(Swipe swipe);
+    // The favorites list beside this screen handed a favorite over: it is
+    // shown as a new main screen would show it, and said.
+    Q_INVOKABLE void takeHandOver();
 
     void applyTheme();
     void composeReport();
@@ -96,6 +100,11 @@ signals:
     void addDialogChanged();
     // The add dialog is to open; its texts are in the addDialog properties.
     void addFavoriteDialogRequested();
+    // The add dialog added a favorite.
+    void favoriteAdded();
+    // The wheels are to stand on the new date at once, not ride there: a
+    // favorite chosen beside them may lie a century away.
+    void pickerJumped();
     // The screen host is to present the screen registered under `identifier`.
     void screenRequested(const QString &identifier);
     // Reminders are to be checked and scheduled again.
@@ -117,6 +126,8 @@ private:
     void storePickedDate();
     static std::optional<QDateTime> parseRecordDate(const QString &text);
     void showFavorite(qint64 index);
+    // The wheels and the name on a favorite handed over.
+    void showHanded(const Favorite &handed);
 
     QDateTime m_picker;
     // Without a year, m_picker holds the day and month in a leap year.

@@ -51,6 +51,8 @@ Dialog {
 
     header: Label {
         text: alert.title
+        // A favorite's name as typed: "<i>Anna</i>" is not italic.
+        textFormat: Text.PlainText
         visible: alert.titleShown && text.length > 0
         color: alert.theme.labelColor
         font.pixelSize: 17

@@ -28,6 +28,12 @@ AbstractButton {
     Keys.onReturnPressed: if (enabled) clicked()
     Keys.onEnterPressed: if (enabled) clicked()
 
+    HoverRing {
+        anchors.margins: 3
+        shown: button.hovered && button.enabled && !button.visualFocus
+        ringColor: button.tint
+    }
+
     FocusRing {
         anchors.margins: 2
         shown: button.visualFocus

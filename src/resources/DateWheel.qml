@@ -65,6 +65,7 @@ Tumbler {
 
         objectName: wheel.objectName + "Stepper"
         anchors.fill: parent
+        z: 1
         activeFocusOnTab: true
         // A value set from outside (a screen reader's Value interface).
         onValueChanged: if (value !== wheel.currentIndex + wheel.firstValue)
@@ -83,6 +84,24 @@ Tumbler {
         Accessible.name: wheel.spokenLabel
         Accessible.onIncreaseAction: moveTo(wheel.currentIndex + 1)
         Accessible.onDecreaseAction: moveTo(wheel.currentIndex - 1)
+
+        // A mouse wheel turns the wheel one entry a notch, as the arrow keys
+        // do; a touchpad's small steps add up to notches. The stepper lies
+        // over the wheel's list, so the list does not scroll by itself.
+        WheelHandler {
+            property real notches: 0
+
+            target: null
+            onWheel: event => {
+                notches += event.angleDelta.y / 120
+                const whole = Math.trunc(notches)
+                if (whole === 0)
+                    return
+                notches -= whole
+                // Turning the wheel away from you shows the entries above.
+                stepper.moveTo(wheel.currentIndex - whole)
+            }
+        }
 
         FocusRing {
             anchors.margins: 0

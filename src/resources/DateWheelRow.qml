@@ -67,6 +67,12 @@ Item {
         yearWheel.positionViewAtIndex(yearWheel.currentIndex, Tumbler.Center)
     }
 
+    // Stands the wheels where they are bound to at once.
+    function showAtOnce() {
+        for (const wheel of [dayWheel, monthWheel, yearWheel])
+            wheel.positionViewAtIndex(wheel.currentIndex, Tumbler.Center)
+    }
+
     // Stands the wheels on a date at once, without a ride across the years.
     function jumpTo(day, month, year) {
         setDate(day, month, year)

@@ -40,6 +40,11 @@ AbstractButton {
 
     background: Item {}
 
+    HoverRing {
+        shown: button.hovered && button.enabled && !button.visualFocus
+        ringColor: button.iconColor
+    }
+
     FocusRing {
         shown: button.visualFocus
         ringColor: button.iconColor

@@ -35,6 +35,11 @@ AbstractButton {
     }
     background: Item {}
 
+    HoverRing {
+        shown: button.hovered && button.enabled && !button.visualFocus
+        ringColor: button.textColor
+    }
+
     FocusRing {
         shown: button.visualFocus
         ringColor: button.textColor

@@ -24,8 +24,12 @@ QString infoPanelText(Language language, const QString &version)
                "drücken.\n"
                "• Pfeiltasten drehen ein Rad, Pos1 und Ende springen an seine Enden.\n"
                "• Bild auf und Bild ab: durch die Favoriten blättern.\n"
-               "• In den Favoriten: F2 oder die Menütaste ändert, Entf löscht, Strg+Z holt "
-               "zurück.\n\n"
+               "• In den Favoriten: F2 ändert, Entf löscht, Strg+Z holt zurück; die Menütaste "
+               "zeigt Bearbeiten und Löschen.\n\n"
+               "Maus\n"
+               "• Rechtsklick auf einen Favoriten: Bearbeiten und Löschen.\n"
+               "• Das Mausrad dreht ein Rad des Datums.\n"
+               "• In einem breiten Fenster stehen die Favoriten neben dem Hauptbildschirm.\n\n"
                "Version "_s +
                version + u"\n\nSchriften und Symbole: "_s + licences +
                u"\nBilder: für Tavlo gemacht."_s;
@@ -42,8 +46,12 @@ QString infoPanelText(Language language, const QString &version)
                "• Tab и Shift+Tab: от элемента к элементу; Enter или пробел: нажать.\n"
                "• Стрелки вращают колесо, Home и End переходят к его краям.\n"
                "• Page Up и Page Down: листать избранные.\n"
-               "• В избранных: F2 или клавиша меню изменяет, Delete удаляет, Ctrl+Z "
-               "возвращает.\n\n"
+               "• В избранных: F2 изменяет, Delete удаляет, Ctrl+Z возвращает; клавиша меню "
+               "показывает «Редактировать» и «Удалить».\n\n"
+               "Мышь\n"
+               "• Правый щелчок по избранному: «Редактировать» и «Удалить».\n"
+               "• Колёсико мыши вращает колесо даты.\n"
+               "• В широком окне избранные стоят рядом с главным экраном.\n\n"
                "Версия "_s +
                version + u"\n\nШрифты и значки: "_s + licences +
                u"\nКартинки: сделаны для Tavlo."_s;
@@ -61,8 +69,12 @@ QString infoPanelText(Language language, const QString &version)
            "• Tab and Shift+Tab: from control to control; Return or Space: press.\n"
            "• The arrow keys turn a wheel, Home and End go to its ends.\n"
            "• Page Up and Page Down: step through your favorites.\n"
-           "• In the favorites: F2 or the menu key edits, Delete deletes, Ctrl+Z brings "
-           "back.\n\n"
+           "• In the favorites: F2 edits, Delete deletes, Ctrl+Z brings back; the menu key "
+           "offers Edit and Delete.\n\n"
+           "Mouse\n"
+           "• Right click on a favorite: Edit and Delete.\n"
+           "• The scroll wheel turns a date wheel.\n"
+           "• In a wide window the favorites stand beside the main screen.\n\n"
            "Version "_s +
            version + u"\n\nFonts and icons: "_s + licences + u"\nPictures: made for Tavlo."_s;
 }

@@ -53,11 +53,16 @@ Item {
         boundsBehavior: Flickable.StopAtBounds
         clip: true
 
+        // Lines of at most about 80 characters, in the middle of a wide window.
+        ScreenLayout {
+            id: shape
+        }
+
         Column {
             id: column
 
-            x: 24
-            width: parent.width - 48
+            x: (parent.width - width) / 2
+            width: shape.readableWidth(parent.width - 48, infoText.font)
             spacing: 18
 
             Image {

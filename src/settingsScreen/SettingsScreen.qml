@@ -67,12 +67,18 @@ Item {
         boundsBehavior: Flickable.StopAtBounds
         clip: true
 
+        // A column of readable width: all of a phone's, in the middle of
+        // anything wider, so that a switch stays beside its words.
+        ScreenLayout {
+            id: shape
+        }
+
         ColumnLayout {
             id: content
 
-            x: 20
+            x: (parent.width - width) / 2
             y: 24
-            width: parent.width - 40
+            width: shape.readableWidth(parent.width - 40, Qt.font({ pixelSize: 17 }))
             spacing: 14
 
             component SwitchRow: RowLayout {

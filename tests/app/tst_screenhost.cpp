@@ -405,6 +405,92 @@ private slots:
         QCOMPARE(h.settings.value(SettingsKeys::handOverPending), false);
     }
 
+    // Wide, the favorites stand beside the main screen: a favorite chosen
+    // there is shown in the other pane (and said), the list stays, a
+    // favorite added on the main screen joins the list, and the window made
+    // narrow or wide again shows one screen or two.
+    void twoPanesInAWideWindow()
+    {
+        ScreenHarness h;
+        h.settings.set(SettingsKeys::favorites,
+                       {{u"Anna"_qs, u"12 3 1985"_qs}, {u"Bob"_qs, u"1 1 2000"_qs}});
+        h.settings.set(SettingsKeys::sort, 0);
+        h.startApp({u"en-US"_qs}, Appearance::Dark, {1024, 768});
+        QVERIFY(h.shows(u"mainView"_qs) && h.shows(u"favView"_qs));
+        QQuickItem *list = h.find(u"favView"_qs);
+        QQuickItem *main = h.find(u"mainView"_qs);
+        QCOMPARE(list->width(), 400.0);
+        QCOMPARE(main->x() + main->parentItem()->x(), 400.0);
+        QCOMPARE(main->width(), 624.0);
+        // Nothing to go back to, nothing to open: both are there.
+        QVERIFY(!h.shows(u"btnBack"_qs));
+        QVERIFY(!h.shows(u"btnFav"_qs));
+        // The keyboard starts on the main screen's report, as on a phone,
+        // and Tab goes on from the list to the main screen and back.
+        QVERIFY(h.find(u"lblDisplay"_qs)->hasActiveFocus());
+        const auto focusIn = [&](QQuickItem *pane) {
+            const QQuickItem *focused = h.window->activeFocusItem();
+            return focused && (focused == pane || pane->isAncestorOf(focused));
+        };
+        QTest::keyClick(h.window, Qt::Key_Tab, Qt::ShiftModifier);
+        QTRY_VERIFY(focusIn(list));
+        QTest::keyClick(h.window, Qt::Key_Tab);
+        QTRY_VERIFY(h.find(u"lblDisplay"_qs)->hasActiveFocus());
+
+        // The wheels stand on the last favorite, Bob.
+        QQuickItem *anna = h.find(u"cell0"_qs);
+        QTRY_COMPARE(h.find(u"cell1"_qs)->y(), 66.0);
+        QQuickItem *announcer = h.find(u"announcer"_qs, main);
+        // Where the year wheel shows "1985" now.
+        const auto year1985 = [&] {
+            for (QList<QQuickItem *> items{h.find(u"yearWheel"_qs)}; !items.isEmpty();) {
+                QQuickItem *label = items.takeLast();
+                if (label->inherits("QQuickText") && label->property("text") == u"1985"_qs)
+                    return label->mapToScene({}).y();
+                items.append(label->childItems());
+            }
+            return -1.0;
+        };
+        h.tap(anna);
+        QTRY_VERIFY(h.text(u"lblDisplay"_qs).startsWith(u"Anna's age is:"_qs));
+        QCOMPARE(announcer->property("text").toString().left(14), u"Anna's age is:"_qs);
+        // The wheels stand on Anna's birthday at once, without a ride
+        // across the years.
+        const double shown = year1985();
+        QVERIFY(shown > 0);
+        QTest::qWait(300);
+        QCOMPARE(year1985(), shown);
+        QCOMPARE(h.find(u"yearWheel"_qs)->property("currentIndex").toInt(), 1985 - 1800);
+        QCOMPARE(main, h.find(u"mainView"_qs));
+        QVERIFY(h.shows(u"favView"_qs));
+        QVERIFY(!h.settings.value(SettingsKeys::handOverPending));
+        QCOMPARE(h.settings.value(SettingsKeys::handOverIndex), 0);
+        // Swipes go on from the chosen one.
+        auto *mainController = main->property("controller").value<ViewController *>();
+        mainController->handleGesture(ViewController::Swipe::Left);
+        QTRY_VERIFY(h.text(u"lblDisplay"_qs).startsWith(u"Bob's age is:"_qs));
+        // Escape on the list does not leave it.
+        anna->forceActiveFocus(Qt::TabFocusReason);
+        QTest::keyClick(h.window, Qt::Key_Escape);
+        QTest::qWait(100);
+        QVERIFY(h.shows(u"favView"_qs) && h.shows(u"mainView"_qs));
+
+        mainController->addFavorite(u"Cleo"_qs);
+        QTRY_COMPARE(h.find(u"tableView"_qs)->property("count").toInt(), 3);
+
+        h.window->resize(390, 768);
+        QTRY_VERIFY(h.showsOnly(u"mainView"_qs));
+        h.window->resize(1400, 900);
+        QTRY_VERIFY(h.shows(u"favView"_qs) && h.shows(u"mainView"_qs));
+        QTRY_COMPARE(h.find(u"favView"_qs)->width(), 400.0);
+        // The narrow screen has faded out.
+        QTRY_COMPARE(h.window->findChildren<QQuickItem *>(u"mainView"_qs).size(), 1);
+        // Settings open alone, over both panes, and come back to both.
+        QVERIFY(h.go(u"btnSet"_qs, u"setView"_qs));
+        h.tap(u"btnBack"_qs);
+        QTRY_VERIFY(h.shows(u"favView"_qs) && h.shows(u"mainView"_qs));
+    }
+
     void everyControlIsNamedInTheLanguage()
     {
         const QMap<QString, Control> english = controls({u"en-US"_qs});

@@ -88,8 +88,9 @@ public:
         return controller;
     }
 
+    // The app in a window of `size`; by default the window's own, a phone's.
     void startApp(const QStringList &preferred = {u"en-US"_qs},
-                  Appearance appearance = Appearance::Dark)
+                  Appearance appearance = Appearance::Dark, QSize size = {})
     {
         BundledFonts::install();
         session = std::make_unique<Session>(settings, clock, preferred, appearance);
@@ -97,7 +98,12 @@ public:
         auto *engine = new QQmlApplicationEngine;
         m_engine.reset(engine);
         engine->addImportPath(u"qrc:/qt/qml"_qs);
-        engine->setInitialProperties({{u"screens"_qs, QVariant::fromValue(m_factory.get())}});
+        QVariantMap initial{{u"screens"_qs, QVariant::fromValue(m_factory.get())}};
+        if (size.isValid()) {
+            initial.insert(u"width"_qs, size.width());
+            initial.insert(u"height"_qs, size.height());
+        }
+        engine->setInitialProperties(initial);
         engine->load(QUrl(u"qrc:/qt/qml/Tavlo/app/Main.qml"_qs));
         window = qobject_cast<QQuickWindow *>(engine->rootObjects().value(0));
         if (!window || !QTest::qWaitForWindowExposed(window))

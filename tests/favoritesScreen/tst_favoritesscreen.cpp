@@ -213,6 +213,66 @@ private slots:
         QTRY_COMPARE(names(stored()), (QStringList{"Anna", "bob"}));
     }
 
+    // A right click, the menu key or Shift+F10 on a row opens its menu of
+    // Edit and Delete, named after the favorite; a right click gives the row
+    // no keyboard focus (its buttons would come up), the keys keep it there.
+    void rowMenuEditsAndDeletes_data()
+    {
+        QTest::addColumn<QString>("way");
+        QTest::addColumn<QString>("choice");
+        for (const char *way : {"right click", "menu key", "shift F10"}) {
+            QTest::addRow("%s, edit", way) << way << "rowMenuEdit";
+            QTest::addRow("%s, delete", way) << way << "rowMenuDelete";
+        }
+        QTest::newRow("right click, cancel") << "right click"
+                                             << "rowMenuCancel";
+    }
+    void rowMenuEditsAndDeletes()
+    {
+        QFETCH(QString, way);
+        QFETCH(QString, choice);
+        h->settings.set(favorites, people());
+        h->settings.set(sort, 0);
+        start();
+        const Rows before = stored();
+        QSignalSpy requested(c, &FavViewController::screenRequested);
+        if (way == "right click") {
+            QTest::mouseClick(h->window, Qt::RightButton, {}, h->centre(cell(1)));
+        } else {
+            cell(1)->forceActiveFocus(Qt::TabFocusReason);
+            QTest::keyClick(h->window, way == "menu key" ? Qt::Key_Menu : Qt::Key_F10,
+                            way == "menu key" ? Qt::NoModifier : Qt::ShiftModifier);
+        }
+        QTRY_VERIFY(h->opened("rowMenu"));
+        QCOMPARE(h->window->findChild<QObject *>("rowMenu")->property("title").toString(), "Zoe");
+        QVERIFY(!h->opened("editDialog"));
+        QCOMPARE(c->openRow(), -1);
+        // The row was not chosen.
+        QTest::qWait(100);
+        QCOMPARE(requested.count(), 0);
+        QVERIFY(!h->settings.value(handOverPending));
+        if (way == "right click")
+            QVERIFY(!cell(1)->hasActiveFocus());
+        // The keyboard is in the menu, on its first choice.
+        QTRY_VERIFY(h->find("rowMenuEdit")->hasActiveFocus());
+        h->tap(choice);
+        QTRY_VERIFY(!h->opened("rowMenu"));
+        if (choice == "rowMenuEdit") {
+            QTRY_VERIFY(h->opened("editDialog"));
+            QCOMPARE(c->editName(), "Zoe");
+        } else if (choice == "rowMenuDelete") {
+            QTRY_COMPARE(stored(), Rows({before.at(0), before.at(2)}));
+            QTRY_VERIFY(h->shows("undoBar"));
+            // From the keys the keyboard goes on to the next row.
+            if (way != "right click")
+                QTRY_VERIFY(cell(1) && cell(1)->hasActiveFocus() && name(1) == "bob");
+        } else {
+            QTest::qWait(300);
+            QCOMPARE(stored(), before);
+            QVERIFY(!h->opened("editDialog"));
+        }
+    }
+
     // A shorter month shows its last day; the next longer one brings the
     // chosen day back.
     void editWheelsKeepTheChosenDay()
@@ -229,25 +289,35 @@ private slots:
         QTRY_COMPARE(stored(), (Rows{{"Anna", "31 5 1985"}}));
     }
 
-    // Only a swipe past two thirds of the row deletes; anything shorter, at
-    // whatever speed, shows the delete button or closes again.
+    // Only a swipe past 45 mm (two thirds of a phone's row) deletes;
+    // anything shorter, at whatever speed, shows the delete button or closes
+    // again. A wide row asks no longer a swipe. The offscreen screen has
+    // 96 dpi: 45 mm are 170 px.
     void swipeOutcomes_data()
     {
+        QTest::addColumn<int>("width");
         QTest::addColumn<Rows>("rows");
         QTest::addColumn<int>("distance");
         QTest::addColumn<int>("steps");
         QTest::addColumn<int>("ms");
         QTest::addColumn<bool>("open");
         QTest::addColumn<bool>("deleted");
-        QTest::newRow("slow 45 px: opens") << people() << 45 << 9 << 40 << true << false;
-        QTest::newRow("quick flick of 150 px: opens") << people() << 150 << 3 << 5 << true << false;
-        QTest::newRow("a nudge: closes") << people() << 25 << 5 << 20 << false << false;
-        QTest::newRow("past two thirds: deletes") << people() << 300 << 15 << 10 << false << true;
+        QTest::newRow("slow 45 px: opens") << 390 << people() << 45 << 9 << 40 << true << false;
+        QTest::newRow("quick flick of 150 px: opens")
+            << 390 << people() << 150 << 3 << 5 << true << false;
+        QTest::newRow("a nudge: closes") << 390 << people() << 25 << 5 << 20 << false << false;
+        QTest::newRow("past two thirds: deletes")
+            << 390 << people() << 300 << 15 << 10 << false << true;
         QTest::newRow("the last one: deletes")
-            << Rows{{"Anna", "12 3 1985"}} << 400 << 20 << 10 << false << true;
+            << 390 << Rows{{"Anna", "12 3 1985"}} << 400 << 20 << 10 << false << true;
+        QTest::newRow("wide row, 150 px: opens")
+            << 1200 << people() << 150 << 3 << 5 << true << false;
+        QTest::newRow("wide row, 200 px: deletes")
+            << 1200 << people() << 200 << 10 << 10 << false << true;
     }
     void swipeOutcomes()
     {
+        QFETCH(int, width);
         QFETCH(Rows, rows);
         QFETCH(int, distance);
         QFETCH(int, steps);
@@ -256,6 +326,8 @@ private slots:
         QFETCH(bool, deleted);
         h->settings.set(favorites, rows);
         start();
+        h->window->resize(width, 844);
+        QTRY_COMPARE(cell(0)->width(), double(width));
         const Rows before = stored();
         swipeLeft(0, distance, steps, ms);
         QTest::qWait(600);

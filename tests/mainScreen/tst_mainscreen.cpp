@@ -5,6 +5,7 @@
 #include "reminders/ReminderScheduler.h"
 
 #include <QSignalSpy>
+#include <QWheelEvent>
 #include <optional>
 
 using namespace SettingsKeys;
@@ -178,6 +179,43 @@ private slots:
         // Turning the month or the year keeps the day.
         if (wheel != "dayWheel")
             QCOMPARE(picked.day(), 6);
+    }
+
+    // The mouse wheel turns a wheel one entry a notch: away from you to the
+    // entries above, towards you to those below; a touchpad's small steps
+    // add up to a notch.
+    void scrollWheelTurnsAWheel_data()
+    {
+        QTest::addColumn<QString>("wheel");
+        QTest::addColumn<QList<int>>("deltas");
+        QTest::addColumn<QDate>("picked");
+        QTest::newRow("day, two notches towards you")
+            << "dayWheel" << QList<int>{-120, -120} << QDate(1977, 2, 8);
+        QTest::newRow("month, a notch away")
+            << "monthWheel" << QList<int>{120} << QDate(1977, 1, 6);
+        QTest::newRow("year, a touchpad's small steps")
+            << "yearWheel" << QList<int>{-40, -40, -40, -30} << QDate(1978, 2, 6);
+        QTest::newRow("day, less than a notch")
+            << "dayWheel" << QList<int>{-100} << QDate(1977, 2, 6);
+    }
+    void scrollWheelTurnsAWheel()
+    {
+        QFETCH(QString, wheel);
+        QFETCH(QList<int>, deltas);
+        QFETCH(QDate, picked);
+        start();
+        QCOMPARE(c->pickerDate().date(), QDate(1977, 2, 6));
+        const QPointF at = h->centre(h->find(wheel));
+        for (const int delta : deltas) {
+            QWheelEvent event(at, h->window->mapToGlobal(at), {}, {0, delta}, Qt::NoButton,
+                              Qt::NoModifier, Qt::NoScrollPhase, false);
+            QCoreApplication::sendEvent(h->window, &event);
+        }
+        QTRY_COMPARE(c->pickerDate().date(), picked);
+        QTest::qWait(300);
+        QCOMPARE(c->pickerDate().date(), picked);
+        if (picked != QDate(1977, 2, 6))
+            QVERIFY(display().startsWith(u"Your age is: "));
     }
 
     void resetReturnsToTheStartOfTheRun()
