@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "contacts/FileChooser.h"
 #include "contacts/VCardReader.h"
 #include "favoritesScreen/FavoritesModel.h"
 #include "resources/ScreenController.h"
@@ -48,14 +49,22 @@ class FavViewController : public ScreenController
     Q_PROPERTY(int openRow READ openRow WRITE setOpenRow NOTIFY openRowChanged)
     Q_PROPERTY(bool undoVisible READ undoVisible NOTIFY undoChanged)
     Q_PROPERTY(QString undoText READ undoText NOTIFY undoChanged)
-    // The word on a row's edit button.
-    Q_PROPERTY(QStringList vCardNameFilters READ vCardNameFilters CONSTANT)
     Q_PROPERTY(QString importSummary READ importSummary NOTIFY importFinished)
+    // The toolkit's file dialog, where no system chooser answers: what it
+    // asks for and where it starts.
+    Q_PROPERTY(QString fileDialogTitle READ fileDialogTitle NOTIFY fileDialogRequested)
+    Q_PROPERTY(QStringList fileDialogFilters READ fileDialogFilters NOTIFY fileDialogRequested)
+    Q_PROPERTY(bool fileDialogSaves READ fileDialogSaves NOTIFY fileDialogRequested)
+    Q_PROPERTY(QUrl fileDialogFolder READ fileDialogFolder NOTIFY fileDialogRequested)
+    Q_PROPERTY(QString fileDialogAcceptText READ fileDialogAcceptText NOTIFY fileDialogRequested)
 
 public:
     // Where a row comes to rest when a swipe is let go (see RowSwipe).
     enum SwipeOutcome { SwipeClosed, SwipeOpen, SwipeDelete };
     Q_ENUM(SwipeOutcome)
+    // What a file is chosen for.
+    enum FileTask { ImportVCards, ExportVCards, ExportCalendar };
+    Q_ENUM(FileTask)
 
     // How long "Undo" stays after a delete.
     static constexpr int undoMilliseconds = 5000;
@@ -86,9 +95,14 @@ public:
     void setOpenRow(int row);
     bool undoVisible() const { return !m_deleted.isEmpty(); }
     QString undoText() const;
-    // The file dialog's filter: "vCard files (*.vcf *.vcard)".
-    QStringList vCardNameFilters() const;
     QString importSummary() const { return m_importSummary; }
+    QString fileDialogTitle() const;
+    QStringList fileDialogFilters() const;
+    bool fileDialogSaves() const { return m_fileTask != ImportVCards; }
+    QString fileDialogAcceptText() const;
+    QUrl fileDialogFolder() const;
+    // What the system's chooser is asked for `task`.
+    FileChooser::Request fileRequest(FileTask task) const;
 
     // The screen's load: the list read, sorted and themed.
     Q_INVOKABLE void viewDidLoad();
@@ -119,6 +133,16 @@ public:
     // again, and importSummary says what happened.
     Q_INVOKABLE void importFile(const QUrl &file);
     Q_INVOKABLE void importContacts();
+    // "Import a vCard file…", "Export to a vCard file…" and "Export to a
+    // calendar file…": the system's file chooser asks where it can, else
+    // the toolkit's dialog (fileDialogRequested). Closed without a file,
+    // nothing happens.
+    Q_INVOKABLE void chooseFile(FileTask task);
+    // The file the toolkit's dialog gave for the task last chosen.
+    Q_INVOKABLE void fileDialogAccepted(const QUrl &file);
+    // The favorites written whole to `file`, as vCards or as a calendar;
+    // importSummary says how many, or that nothing was written.
+    Q_INVOKABLE void exportFile(FileTask task, const QUrl &file);
 
 signals:
     void countChanged();
@@ -130,6 +154,7 @@ signals:
     void undoChanged();
     void screenRequested(const QString &identifier);
     void importFinished();
+    void fileDialogRequested();
     // The keyboard is to go to this row: the one after a deleted one, or
     // the first one an undo brought back.
     void rowToFocus(int row);
@@ -162,6 +187,12 @@ private:
     int m_openRow = -1;
     QTimer m_undoTimer;
     QString m_importSummary;
+    FileTask m_fileTask = ImportVCards;
+    // A question is open with the system's chooser.
+    bool m_choosing = false;
+    FileChooser *m_chooser = nullptr;
 
     void finishImport(const QList<VCardContact> &contacts);
+    void listenToChooser(FileChooser *chooser);
+    void askWithFileDialog();
 };

@@ -223,6 +223,28 @@ const std::array<Row, UiTextCount> &rows()
          u"День рождения контакта не удаётся прочитать (%1); запись в избранном остаётся как "
          u"есть."_s},
         {u"App colours"_s, u"App-Farben"_s, u"Цвета приложения"_s},
+        {u"Export to a vCard file…"_s, u"In eine vCard-Datei exportieren…"_s,
+         u"Экспорт в файл vCard…"_s},
+        {u"Export to a calendar file…"_s, u"In eine Kalenderdatei exportieren…"_s,
+         u"Экспорт в файл календаря…"_s},
+        {u"iCalendar files"_s, u"iCalendar-Dateien"_s, u"Файлы iCalendar"_s},
+        {u"Birthdays saved: %1, in %2"_s, u"Gespeicherte Geburtstage: %1, in %2"_s,
+         u"Сохранено дней рождения: %1, в %2"_s},
+        {u"Left out, as their birthday cannot be read: %1"_s,
+         u"Ausgelassen, weil ihr Geburtstag nicht lesbar ist: %1"_s,
+         u"Пропущено из-за нечитаемой даты рождения: %1"_s},
+        {u"%1 could not be saved. A file already there is as it was."_s,
+         u"%1 konnte nicht gespeichert werden. Eine Datei, die schon da war, ist unverändert."_s,
+         u"Не удалось сохранить %1. Файл, который там уже был, не изменён."_s},
+        {u"The file chooser closed without a file. Nothing was changed."_s,
+         u"Die Dateiauswahl wurde ohne Datei geschlossen. Es wurde nichts geändert."_s,
+         u"Окно выбора файла закрылось без файла. Ничего не изменено."_s},
+        {u"Import or export birthdays"_s, u"Geburtstage importieren oder exportieren"_s,
+         u"Импорт и экспорт дней рождения"_s},
+        {u"Open"_s, u"Öffnen"_s, u"Открыть"_s},
+        {u"Save"_s, u"Speichern"_s, u"Сохранить"_s},
+        {u"File name"_s, u"Dateiname"_s, u"Имя файла"_s},
+        {u"Up one folder"_s, u"Einen Ordner höher"_s, u"На папку выше"_s},
     }};
     return table;
 }

@@ -155,13 +155,25 @@ public:
         FollowContactsCutOff,    // 135: %1 the file
         FollowContactsBadCard,   // 136: %1 the contact
         AppColorsSpoken,         // 137: what a screen reader says for "App colors"
+        ExportVCardFile,         // 138
+        ExportCalendarFile,      // 139
+        CalendarFiles,           // 140
+        ExportSaved,             // 141: %1 how many, %2 the file
+        ExportLeftOut,           // 142: %1 how many
+        ExportFailed,            // 143: %1 the file
+        FileChooserFailed,       // 144
+        ImportOrExport,          // 145
+        FileDialogOpen,          // 146
+        FileDialogSave,          // 147
+        FileDialogName,          // 148
+        FileDialogUp,            // 149
     };
     Q_ENUM(UiText)
 };
 
 using UiText = UiTexts::UiText;
 
-inline constexpr int UiTextCount = 137;
+inline constexpr int UiTextCount = 149;
 
 // The process-wide table of interface texts. It starts out English; applying
 // German or Russian overwrites every entry. Applying English changes nothing,

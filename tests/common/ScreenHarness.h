@@ -6,6 +6,7 @@
 #include "app/ScreenFactory.h"
 #include "core/DebugLog.h"
 #include "resources/BundledFonts.h"
+#include "resources/FallbackFileDialog.h"
 #include "session/Session.h"
 #include "settings/MemorySettingsStore.h"
 
@@ -65,6 +66,7 @@ public:
         }
         m_engine = std::make_unique<QQmlEngine>();
         m_engine->addImportPath(u"qrc:/qt/qml"_qs);
+        FallbackFileDialog::install(*m_engine);
         m_window = std::make_unique<QQuickWindow>();
         window = m_window.get();
         window->resize(390, 844);
@@ -97,6 +99,7 @@ public:
         auto *engine = new QQmlApplicationEngine;
         m_engine.reset(engine);
         engine->addImportPath(u"qrc:/qt/qml"_qs);
+        FallbackFileDialog::install(*engine);
         engine->setInitialProperties({{u"screens"_qs, QVariant::fromValue(m_factory.get())}});
         engine->load(QUrl(u"qrc:/qt/qml/Tavlo/app/Main.qml"_qs));
         window = qobject_cast<QQuickWindow *>(engine->rootObjects().value(0));
