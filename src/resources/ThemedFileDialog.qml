@@ -296,6 +296,13 @@ FileDialogImpl {
             Layout.rightMargin: 16
             model: control.nameFilters
             font.pixelSize: 15
+            // Its list opens over the window, outside the dialog's palette.
+            popup.palette.window: FallbackFileDialog.cardColor
+            popup.palette.light: FallbackFileDialog.lineColor
+            popup.palette.midlight: FallbackFileDialog.lineColor
+            popup.palette.dark: FallbackFileDialog.lineColor
+            popup.palette.text: FallbackFileDialog.textColor
+            popup.palette.highlightedText: FallbackFileDialog.textColor
             Accessible.name: displayText
         }
 

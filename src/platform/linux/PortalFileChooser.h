@@ -16,6 +16,11 @@
 // question, does not take it within the call timeout or goes away before
 // answering counts as unavailable, so that the toolkit's dialog asks
 // instead.
+//
+// Not Qt's own portal support (the xdgdesktopportal platform theme): that
+// comes only with the theme chosen for the whole process, in place of the
+// desktop's own, and it then sends every file dialog to the portal whether
+// one answers or not.
 class PortalFileChooser final : public FileChooser
 {
     Q_OBJECT
