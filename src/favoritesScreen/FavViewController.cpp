@@ -468,7 +468,8 @@ void FavViewController::exportFile(FileTask task, const QUrl &file)
         m_importSummary = m_session.strings[UiText::ExportFailed].arg(
             path.isEmpty() ? shownOnOneLine(file.toDisplayString()) : shownPath);
     } else {
-        m_importSummary = m_session.strings[UiText::ExportSaved].arg(output.written).arg(shownPath);
+        m_importSummary =
+            m_session.strings[UiText::ExportSaved].arg(QString::number(output.written), shownPath);
         if (output.unreadable > 0) {
             m_importSummary +=
                 u'\n' + m_session.strings[UiText::ExportLeftOut].arg(output.unreadable);

@@ -22,8 +22,9 @@
 class PortalStandIn : public PrivateBus
 {
 public:
-    // How the chooser's methods behave.
-    enum class Behaviour { Ask, NeverReply };
+    // How the chooser's methods behave: as today's portals, as portals
+    // before 0.9 (the request at a path of their own), or never replying.
+    enum class Behaviour { Ask, OwnRequestPath, NeverReply };
 
     // `caller`: the connection the chooser under test asks on.
     bool startPortal(const QDBusConnection &caller, Behaviour behaviour = Behaviour::Ask)
@@ -36,8 +37,7 @@ public:
         m_portal.start("/usr/bin/python3", {"-m", "dbusmock", service, path, chooser});
         if (!QTest::qWaitFor([&] { return registered(); }, 20000))
             return false;
-        m_callerName = caller.baseService();
-        QString sender = m_callerName.mid(1);
+        QString sender = caller.baseService().mid(1);
         sender.replace('.', '_');
         // Records the question as JSON (current_folder as hex, to see its
         // bytes and the closing NUL) and makes the request object.
@@ -58,8 +58,10 @@ public:
             " 'filters': [flt(f) for f in o.get('filters', [])],"
             " 'filter': flt(o['current_filter']) if 'current_filter' in o else None}]\n"
             "    handle = '" +
-            QString(path) + "/request/" + sender +
+            QString(path) + "/request/" +
+            (behaviour == Behaviour::OwnRequestPath ? QString("old") : sender) +
             "/' + str(o.get('handle_token', 'x'))\n"
+            "    self.asked[-1]['handle'] = handle\n"
             "    if handle not in objects:\n"
             "        self.AddObject(handle, 'org.freedesktop.portal.Request', {}, "
             "[('Close', '', '', '')])\n"
@@ -90,13 +92,7 @@ public:
         return QJsonDocument::fromJson(reply.arguments().value(0).toString().toUtf8()).array();
     }
     // The request object of the last question.
-    QString lastRequest() const { return requestPath(asked().last()["token"].toString()); }
-    QString requestPath(const QString &token) const
-    {
-        QString sender = m_callerName.mid(1);
-        sender.replace('.', '_');
-        return QString(path) + "/request/" + sender + '/' + token;
-    }
+    QString lastRequest() const { return asked().last()["handle"].toString(); }
     // The person's answer: 0 with `uris`, 1 cancelled, 2 ended otherwise.
     bool respond(uint response, const QStringList &uris = {}) const
     {
@@ -157,5 +153,4 @@ private:
     }
 
     QProcess m_portal;
-    QString m_callerName;
 };

@@ -40,6 +40,9 @@ public:
 
     void choose(const Request &request) override;
 
+    // The portal's request object of the question open, empty when none.
+    QString openRequest() const { return m_handle; }
+
     // A file the portal answered with, "file:///home/anna/My%20cards.vcf":
     // the local file's URL, or an empty one for anything else.
     static QUrl localFile(const QString &uri);
