@@ -9,13 +9,16 @@
 #include "platform/linux/EvolutionAddressBooks.h"
 #include "platform/linux/LinkHandlers.h"
 #include "platform/linux/LinuxReminders.h"
+#include "platform/linux/PortalFileChooser.h"
 #include "platform/linux/PowerWakeups.h"
 #include "reminders/ReminderScheduler.h"
 #include "resources/AccessibleItems.h"
 #include "resources/BundledFonts.h"
+#include "resources/FallbackFileDialog.h"
 #include "session/Session.h"
 #include "settings/FileSettingsStore.h"
 
+#include <QDBusConnection>
 #include <QDateTime>
 #include <QDesktopServices>
 #include <QDir>
@@ -108,15 +111,27 @@ int AppDelegate::run(QGuiApplication &app, const Options &options)
         if (session.reminders)
             session.reminders->checkNotificationPermission();
     });
+    // Files to import and export are chosen with the desktop portal's
+    // chooser where one answers, else with the toolkit's dialog.
+    PortalFileChooser fileChooser(QDBusConnection::sessionBus());
+    session.fileChooser = &fileChooser;
     ScreenFactory screens(session);
 
     QQmlApplicationEngine engine;
     engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
+    FallbackFileDialog::install(engine);
     engine.setInitialProperties({{QStringLiteral("screens"), QVariant::fromValue(&screens)}});
     engine.load(QUrl(QStringLiteral("qrc:/qt/qml/Tavlo/app/Main.qml")));
     if (engine.rootObjects().isEmpty())
         return 1;
     auto *window = qobject_cast<QQuickWindow *>(engine.rootObjects().constFirst());
+    // The portal puts its chooser over Tavlo's window where it can name it
+    // (X11; Wayland needs a handle exported by the compositor).
+    fileChooser.setParentWindow([window]() -> QString {
+        if (!window || QGuiApplication::platformName() != u"xcb")
+            return {};
+        return QStringLiteral("x11:") + QString::number(window->winId(), 16);
+    });
     // A tap on one of Tavlo's notifications brings the window to the front,
     // on the main screen showing the reminder's favorite.
     if (window) {

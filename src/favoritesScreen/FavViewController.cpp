@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "favoritesScreen/FavViewController.h"
 
+#include "contacts/BirthdayExport.h"
 #include "contacts/BirthdayImport.h"
 #include "contacts/ContactsFollower.h"
 #include "contacts/PhoneContacts.h"
+#include "contacts/SavedFile.h"
 #include "core/DatePattern.h"
 #include "core/DayOfBirth.h"
 #include "core/DebugLog.h"
@@ -11,14 +13,18 @@
 #include "core/OneLine.h"
 #include "favorites/FavoritesSorting.h"
 #include "favorites/RowSwipe.h"
+#include "resources/FallbackFileDialog.h"
 #include "session/Session.h"
 #include "settings/SettingsStore.h"
 #include "texts/AccessibleNames.h"
 
 #include <QAccessible>
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QStringBuilder>
 #include <QUrl>
+#include <utility>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -325,14 +331,178 @@ void FavViewController::close()
     emit screenRequested(u"Main"_s);
 }
 
-QStringList FavViewController::vCardNameFilters() const
+namespace {
+
+FileChooser::Filter vCardFilter(const UiStrings &strings)
 {
-    return {m_session.strings[UiText::VCardFiles] + u" (*.vcf *.vcard *.VCF)"_s};
+    return {strings[UiText::VCardFiles],
+            {u"*.vcf"_s, u"*.vcard"_s, u"*.VCF"_s},
+            {u"text/vcard"_s, u"text/x-vcard"_s}};
+}
+
+FileChooser::Filter calendarFilter(const UiStrings &strings)
+{
+    return {strings[UiText::CalendarFiles], {u"*.ics"_s, u"*.ICS"_s}, {u"text/calendar"_s}};
+}
+
+// The file a dialog named. Qt's own dialog gives a name typed for saving
+// as a bare path ("/home/anna/Documents/cards.vcf"), without "file:".
+QString localPath(const QUrl &file)
+{
+    if (file.isLocalFile())
+        return file.toLocalFile();
+    return file.scheme().isEmpty() && QDir::isAbsolutePath(file.path()) ? file.path() : QString();
+}
+
+// A menu's "Export to a vCard file…" as a window's title.
+QString asTitle(const QString &choice)
+{
+    return choice.endsWith(u'…') ? choice.chopped(1).trimmed() : choice;
+}
+
+} // namespace
+
+FileChooser::Request FavViewController::fileRequest(FileTask task) const
+{
+    const UiStrings &s = m_session.strings;
+    switch (task) {
+    case ImportVCards:
+        return {FileChooser::Mode::Open,
+                asTitle(s[UiText::ImportVCardFile]),
+                {vCardFilter(s)},
+                FileChooser::personalFolder(FileChooser::Mode::Open),
+                {}};
+    case ExportVCards:
+        return {FileChooser::Mode::Save,
+                asTitle(s[UiText::ExportVCardFile]),
+                {vCardFilter(s)},
+                FileChooser::personalFolder(FileChooser::Mode::Save),
+                u"birthdays.vcf"_s};
+    case ExportCalendar:
+        break;
+    }
+    return {FileChooser::Mode::Save,
+            asTitle(s[UiText::ExportCalendarFile]),
+            {calendarFilter(s)},
+            FileChooser::personalFolder(FileChooser::Mode::Save),
+            u"birthdays.ics"_s};
+}
+
+QString FavViewController::fileDialogTitle() const
+{
+    return fileRequest(m_fileTask).title;
+}
+
+QStringList FavViewController::fileDialogFilters() const
+{
+    QStringList filters;
+    for (const FileChooser::Filter &filter : fileRequest(m_fileTask).filters)
+        filters.append(FileChooser::nameFilter(filter));
+    return filters;
+}
+
+QString FavViewController::fileDialogAcceptText() const
+{
+    return m_session.strings[fileDialogSaves() ? UiText::FileDialogSave : UiText::FileDialogOpen];
+}
+
+QUrl FavViewController::fileDialogFolder() const
+{
+    const QString folder = fileRequest(m_fileTask).folder;
+    return folder.isEmpty() ? QUrl() : QUrl::fromLocalFile(folder);
+}
+
+void FavViewController::listenToChooser(FileChooser *chooser)
+{
+    // Only the screen that asked acts on the answer.
+    connect(chooser, &FileChooser::chosen, this, [this](const QUrl &file) {
+        if (!std::exchange(m_choosing, false))
+            return;
+        if (m_fileTask == ImportVCards)
+            importFile(file);
+        else
+            exportFile(m_fileTask, file);
+    });
+    // Closed without a file: nothing to do, nothing to say.
+    connect(chooser, &FileChooser::cancelled, this, [this] { m_choosing = false; });
+    connect(chooser, &FileChooser::unavailable, this, [this] {
+        if (std::exchange(m_choosing, false))
+            askWithFileDialog();
+    });
+    connect(chooser, &FileChooser::failed, this, [this] {
+        if (!std::exchange(m_choosing, false))
+            return;
+        m_importSummary = m_session.strings[UiText::FileChooserFailed];
+        emit importFinished();
+    });
+}
+
+void FavViewController::chooseFile(FileTask task)
+{
+    m_fileTask = task;
+    FileChooser *chooser = m_session.fileChooser;
+    if (!chooser) {
+        askWithFileDialog();
+        return;
+    }
+    if (m_chooser != chooser) {
+        m_chooser = chooser;
+        listenToChooser(chooser);
+    }
+    m_choosing = true;
+    chooser->choose(fileRequest(task));
+}
+
+void FavViewController::askWithFileDialog()
+{
+    FallbackFileDialog::instance().prepare(m_theme, m_session.strings,
+                                           fileRequest(m_fileTask).suggestedName);
+    emit fileDialogRequested();
+}
+
+void FavViewController::fileDialogAccepted(const QUrl &file)
+{
+    if (m_fileTask == ImportVCards) {
+        importFile(file);
+        return;
+    }
+    // The toolkit's dialog takes a name as typed: "birthdays" is saved as
+    // the kind of file it is.
+    QString path = localPath(file);
+    if (!path.isEmpty() && QFileInfo(path).suffix().isEmpty())
+        path += m_fileTask == ExportCalendar ? u".ics"_s : u".vcf"_s;
+    exportFile(m_fileTask, path.isEmpty() ? file : QUrl::fromLocalFile(path));
+}
+
+void FavViewController::exportFile(FileTask task, const QUrl &file)
+{
+    const QString path = localPath(file);
+    const QList<Favorite> favorites = m_session.favorites.all();
+    const BirthdayExport::Output output =
+        task == ExportCalendar
+            ? BirthdayExport::calendar(favorites, m_session.strings, m_session.clock.now())
+            : BirthdayExport::vCards(favorites);
+    const QString shownPath = shownOnOneLine(QDir::toNativeSeparators(path));
+    const QString problem = path.isEmpty() ? u"not a local file: "_s + file.toString()
+                                           : saveWholeFile(path, output.text);
+    if (!problem.isEmpty()) {
+        DebugLog::line(u"export: "_s + problem);
+        m_importSummary = m_session.strings[UiText::ExportFailed].arg(
+            path.isEmpty() ? shownOnOneLine(file.toDisplayString()) : shownPath);
+    } else {
+        m_importSummary =
+            m_session.strings[UiText::ExportSaved].arg(QString::number(output.written), shownPath);
+        if (output.unreadable > 0) {
+            m_importSummary +=
+                u'\n' + m_session.strings[UiText::ExportLeftOut].arg(output.unreadable);
+        }
+    }
+    emit importFinished();
 }
 
 void FavViewController::importFile(const QUrl &url)
 {
-    QFile file(url.toLocalFile());
+    QFile file(localPath(url));
     std::optional<UiText> problem;
     VCardReader::Result read;
     if (!file.open(QIODevice::ReadOnly)) {

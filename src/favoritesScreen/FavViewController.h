@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "contacts/FileChooser.h"
 #include "contacts/VCardReader.h"
 #include "favoritesScreen/FavoritesModel.h"
 #include "resources/ScreenController.h"
@@ -50,17 +51,25 @@ class FavViewController : public ScreenController
     Q_PROPERTY(int openRow READ openRow WRITE setOpenRow NOTIFY openRowChanged)
     Q_PROPERTY(bool undoVisible READ undoVisible NOTIFY undoChanged)
     Q_PROPERTY(QString undoText READ undoText NOTIFY undoChanged)
-    // The word on a row's edit button.
-    Q_PROPERTY(QStringList vCardNameFilters READ vCardNameFilters CONSTANT)
     Q_PROPERTY(QString importSummary READ importSummary NOTIFY importFinished)
     // Shown beside the main screen in a wide window: a chosen favorite is
     // shown in the other pane, and there is no way back, being there.
     Q_PROPERTY(bool besideMain READ besideMain WRITE setBesideMain NOTIFY besideMainChanged)
+    // The toolkit's file dialog, where no system chooser answers: what it
+    // asks for and where it starts.
+    Q_PROPERTY(QString fileDialogTitle READ fileDialogTitle NOTIFY fileDialogRequested)
+    Q_PROPERTY(QStringList fileDialogFilters READ fileDialogFilters NOTIFY fileDialogRequested)
+    Q_PROPERTY(bool fileDialogSaves READ fileDialogSaves NOTIFY fileDialogRequested)
+    Q_PROPERTY(QUrl fileDialogFolder READ fileDialogFolder NOTIFY fileDialogRequested)
+    Q_PROPERTY(QString fileDialogAcceptText READ fileDialogAcceptText NOTIFY fileDialogRequested)
 
 public:
     // Where a row comes to rest when a swipe is let go (see RowSwipe).
     enum SwipeOutcome { SwipeClosed, SwipeOpen, SwipeDelete };
     Q_ENUM(SwipeOutcome)
+    // What a file is chosen for.
+    enum FileTask { ImportVCards, ExportVCards, ExportCalendar };
+    Q_ENUM(FileTask)
 
     // How long "Undo" stays after a delete.
     static constexpr int undoMilliseconds = 5000;
@@ -93,11 +102,16 @@ public:
     void setOpenRow(int row);
     bool undoVisible() const { return !m_deleted.isEmpty(); }
     QString undoText() const;
-    // The file dialog's filter: "vCard files (*.vcf *.vcard)".
-    QStringList vCardNameFilters() const;
     QString importSummary() const { return m_importSummary; }
     bool besideMain() const { return m_besideMain; }
     void setBesideMain(bool beside);
+    QString fileDialogTitle() const;
+    QStringList fileDialogFilters() const;
+    bool fileDialogSaves() const { return m_fileTask != ImportVCards; }
+    QString fileDialogAcceptText() const;
+    QUrl fileDialogFolder() const;
+    // What the system's chooser is asked for `task`.
+    FileChooser::Request fileRequest(FileTask task) const;
 
     // The screen's load: the list read, sorted and themed.
     Q_INVOKABLE void viewDidLoad();
@@ -133,6 +147,16 @@ public:
     // The favorites changed elsewhere (added on the main screen beside the
     // list): the rows are shown again in the chosen order.
     Q_INVOKABLE void favoritesChangedElsewhere();
+    // "Import a vCard file…", "Export to a vCard file…" and "Export to a
+    // calendar file…": the system's file chooser asks where it can, else
+    // the toolkit's dialog (fileDialogRequested). Closed without a file,
+    // nothing happens.
+    Q_INVOKABLE void chooseFile(FileTask task);
+    // The file the toolkit's dialog gave for the task last chosen.
+    Q_INVOKABLE void fileDialogAccepted(const QUrl &file);
+    // The favorites written whole to `file`, as vCards or as a calendar;
+    // importSummary says how many, or that nothing was written.
+    Q_INVOKABLE void exportFile(FileTask task, const QUrl &file);
 
 signals:
     void countChanged();
@@ -147,6 +171,7 @@ signals:
     void besideMainChanged();
     // Beside the main screen: a favorite was handed over for it to show.
     void favoriteHandedOver();
+    void fileDialogRequested();
     // The keyboard is to go to this row: the one after a deleted one, or
     // the first one an undo brought back.
     void rowToFocus(int row);
@@ -182,6 +207,12 @@ private:
     QTimer m_undoTimer;
     QString m_importSummary;
     bool m_besideMain = false;
+    FileTask m_fileTask = ImportVCards;
+    // A question is open with the system's chooser.
+    bool m_choosing = false;
+    FileChooser *m_chooser = nullptr;
 
     void finishImport(const QList<VCardContact> &contacts);
+    void listenToChooser(FileChooser *chooser);
+    void askWithFileDialog();
 };

@@ -44,6 +44,7 @@ Item {
             dialog.open()
         }
         function onImportFinished() { importSummary.open() }
+        function onFileDialogRequested() { fileDialog.open() }
         function onAnnouncement(words) { announcer.say(words) }
         function onRowToFocus(row) {
             tableView.positionViewAtIndex(row, ListView.Contain)
@@ -281,16 +282,22 @@ Item {
         id: importMenu
 
         controller: root.controller
-        onFileChosen: fileDialog.open()
     }
 
+    // Only where the system's file chooser does not answer.
     FileDialog {
         id: fileDialog
 
         objectName: "fileDialog"
-        title: root.controller.texts.ImportVCardFile
-        nameFilters: root.controller.vCardNameFilters
-        onAccepted: root.controller.importFile(selectedFile)
+        // The screen may be made before it is put into the window.
+        parentWindow: root.Window.window
+        title: root.controller.fileDialogTitle
+        fileMode: root.controller.fileDialogSaves ? FileDialog.SaveFile : FileDialog.OpenFile
+        nameFilters: root.controller.fileDialogFilters
+        currentFolder: root.controller.fileDialogFolder
+        acceptLabel: root.controller.fileDialogAcceptText
+        rejectLabel: root.controller.texts.Cancel
+        onAccepted: root.controller.fileDialogAccepted(selectedFile)
     }
 
     ImportSummary {

@@ -3,18 +3,17 @@ import QtQuick
 import QtQuick.Layouts
 import Tavlo
 
-// Where to import birthdays from: a vCard file or the phone's contacts.
+// Where to import birthdays from (a vCard file or the phone's contacts),
+// and the files to export them to.
 Alert {
     id: menu
 
     required property FavViewController controller
 
-    signal fileChosen()
-
     objectName: "importMenu"
     theme: controller.theme
     // No title on the card: a screen reader says what the menu is for.
-    title: controller.texts.ImportBirthdays
+    title: controller.texts.ImportOrExport
     titleShown: false
     firstFocus: firstChoice
     padding: 4
@@ -32,7 +31,7 @@ Alert {
             tint: menu.theme.labelColor
             onClicked: {
                 menu.close()
-                menu.fileChosen()
+                menu.controller.chooseFile(FavViewController.ImportVCards)
             }
         }
         AlertButton {
@@ -43,6 +42,26 @@ Alert {
             onClicked: {
                 menu.close()
                 menu.controller.importContacts()
+            }
+        }
+        AlertButton {
+            objectName: "btnExportVCards"
+            Layout.fillWidth: true
+            text: menu.controller.texts.ExportVCardFile
+            tint: menu.theme.labelColor
+            onClicked: {
+                menu.close()
+                menu.controller.chooseFile(FavViewController.ExportVCards)
+            }
+        }
+        AlertButton {
+            objectName: "btnExportCalendar"
+            Layout.fillWidth: true
+            text: menu.controller.texts.ExportCalendarFile
+            tint: menu.theme.labelColor
+            onClicked: {
+                menu.close()
+                menu.controller.chooseFile(FavViewController.ExportCalendar)
             }
         }
         AlertButton {

@@ -18,6 +18,7 @@
 #include <functional>
 
 class ContactsFollower;
+class FileChooser;
 class ReminderScheduler;
 class SettingsStore;
 
@@ -61,6 +62,9 @@ public:
     // Keeps the favorites in step with the phone's address books while
     // "Birthdays from contacts" is on; none in tests that do without.
     ContactsFollower *contacts = nullptr;
+    // The system's file chooser for importing and exporting files; without
+    // one (another platform, tests), the toolkit's own dialog.
+    FileChooser *fileChooser = nullptr;
 
     Language language() const { return m_language; }
     // Decides the language from the device and "preferredL" and fills the

@@ -158,13 +158,25 @@ public:
         VersionSpoken,           // 138: %1 the version number
         SecondReminder,          // 139
         ReminderOff,             // 140: the second reminder's choice of none
+        ExportVCardFile,         // 141
+        ExportCalendarFile,      // 142
+        CalendarFiles,           // 143
+        ExportSaved,             // 144: %1 how many, %2 the file
+        ExportLeftOut,           // 145: %1 how many
+        ExportFailed,            // 146: %1 the file
+        FileChooserFailed,       // 147
+        ImportOrExport,          // 148
+        FileDialogOpen,          // 149
+        FileDialogSave,          // 150
+        FileDialogName,          // 151
+        FileDialogUp,            // 152
     };
     Q_ENUM(UiText)
 };
 
 using UiText = UiTexts::UiText;
 
-inline constexpr int UiTextCount = 140;
+inline constexpr int UiTextCount = 152;
 
 // The process-wide table of interface texts. It starts out English; applying
 // German or Russian overwrites every entry. Applying English changes nothing,

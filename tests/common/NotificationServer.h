@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "PrivateBus.h"
+
 #include <QDBusArgument>
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
@@ -14,7 +16,7 @@
 // A private session bus with a real notification server on it:
 // python3-dbusmock's notification_daemon template. Nothing installed on the
 // machine starts on this bus (its configuration names no service folders).
-class NotificationServer
+class NotificationServer : public PrivateBus
 {
 public:
     struct Shown
@@ -25,25 +27,6 @@ public:
         QVariantMap hints;
     };
 
-    // Starts the bus; connects `connectionName` to it for the test's side.
-    bool startBus(const QString &connectionName)
-    {
-        QFile config(m_dir.filePath("bus.conf"));
-        if (!config.open(QIODevice::WriteOnly))
-            return false;
-        config.write("<busconfig><type>session</type><listen>unix:tmpdir=" + m_dir.path().toUtf8() +
-                     "</listen><policy context=\"default\"><allow send_destination=\"*\" "
-                     "eavesdrop=\"true\"/><allow eavesdrop=\"true\"/><allow own=\"*\"/></policy>"
-                     "</busconfig>");
-        config.close();
-        m_bus.start("dbus-daemon",
-                    {"--config-file=" + config.fileName(), "--nofork", "--print-address"});
-        if (!m_bus.waitForReadyRead(10000))
-            return false;
-        m_address = QString::fromUtf8(m_bus.readLine()).trimmed();
-        m_connection = connectionName;
-        return QDBusConnection::connectToBus(m_address, connectionName).isConnected();
-    }
     // Starts the notification server and waits until it answers. It
     // announces `capabilities` (blank-separated) in GetCapabilities; by
     // default those of a full server, "body-markup" among them.
@@ -70,12 +53,8 @@ public:
     void stop()
     {
         stopServer();
-        QDBusConnection::disconnectFromBus(m_connection);
-        m_bus.kill();
-        m_bus.waitForFinished();
+        stopBus();
     }
-
-    QString address() const { return m_address; }
 
     // Every Notify the server received, in order.
     QList<Shown> shown() const
@@ -143,10 +122,6 @@ private:
         mockCall("EmitSignal", {service, name, signature, QVariant::fromValue(wrapped)});
     }
 
-    QTemporaryDir m_dir;
-    QProcess m_bus;
     QProcess m_server;
-    QString m_address;
-    QString m_connection;
     uint m_earlier = 0;
 };

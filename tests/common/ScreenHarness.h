@@ -6,6 +6,7 @@
 #include "app/ScreenFactory.h"
 #include "core/DebugLog.h"
 #include "resources/BundledFonts.h"
+#include "resources/FallbackFileDialog.h"
 #include "session/Session.h"
 #include "settings/MemorySettingsStore.h"
 
@@ -65,6 +66,7 @@ public:
         }
         m_engine = std::make_unique<QQmlEngine>();
         m_engine->addImportPath(u"qrc:/qt/qml"_qs);
+        FallbackFileDialog::install(*m_engine);
         m_window = std::make_unique<QQuickWindow>();
         window = m_window.get();
         window->resize(390, 844);
@@ -98,6 +100,7 @@ public:
         auto *engine = new QQmlApplicationEngine;
         m_engine.reset(engine);
         engine->addImportPath(u"qrc:/qt/qml"_qs);
+        FallbackFileDialog::install(*engine);
         QVariantMap initial{{u"screens"_qs, QVariant::fromValue(m_factory.get())}};
         if (size.isValid()) {
             initial.insert(u"width"_qs, size.width());

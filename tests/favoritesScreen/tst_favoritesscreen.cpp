@@ -1,9 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "DiskFaults.h"
+#include "PortalStandIn.h"
 #include "ScreenHarness.h"
 #include "favoritesScreen/FavViewController.h"
+#include "platform/linux/PortalFileChooser.h"
 #include "settings/FileSettingsStore.h"
 
+#include <QDir>
+#include <QFileInfo>
+#include <QScopeGuard>
 #include <QSignalSpy>
 #include <optional>
 
@@ -578,6 +583,249 @@ private slots:
         QCOMPARE(stored().size(), rows);
         QTRY_COMPARE(count(), rows);
         QTRY_VERIFY(h->opened("importSummary"));
+    }
+
+    // Import and export through the desktop portal's chooser, as the person
+    // meets it: the menu's choice asks the portal (starting in the
+    // downloads folder to open, the documents folder to save), and the
+    // answer on the request imports the file, writes the export, or, closed
+    // without a file, changes nothing and says nothing.
+    void filesThroughTheSystemChooser_data()
+    {
+        QTest::addColumn<QString>("button");
+        QTest::addColumn<uint>("response");
+        QTest::addColumn<QString>("chosen"); // under the home folder
+        QTest::addColumn<QString>("method");
+        QTest::addColumn<QString>("filter");
+        QTest::addColumn<QString>("folder");
+        QTest::addColumn<QString>("summary"); // %1 the chosen file
+        QTest::addColumn<int>("rows");
+        QTest::addColumn<QByteArray>("written");
+        QTest::newRow("import") << "btnImportFile" << 0u << "Downloads/Neue Karten #1.vcf"
+                                << "OpenFile"
+                                << "vCard files"
+                                << "Downloads"
+                                << "1 added, 0 already there, 0 skipped" << 2 << QByteArray();
+        QTest::newRow("import cancelled") << "btnImportFile" << 1u << QString() << "OpenFile"
+                                          << "vCard files"
+                                          << "Downloads" << QString() << 1 << QByteArray();
+        QTest::newRow("import, the chooser ends on its own")
+            << "btnImportFile" << 2u << QString() << "OpenFile"
+            << "vCard files"
+            << "Downloads"
+            << "The file chooser closed without a file. Nothing was changed." << 1 << QByteArray();
+        QTest::newRow("export cards")
+            << "btnExportVCards" << 0u << "Documents/Für Oma.vcf"
+            << "SaveFile"
+            << "vCard files"
+            << "Documents"
+            << "Birthdays saved: 1, in %1" << 1 << QByteArray("BEGIN:VCARD\r\nVERSION:4.0\r\n");
+        QTest::newRow("export calendar")
+            << "btnExportCalendar" << 0u << "Documents/birthdays.ics"
+            << "SaveFile"
+            << "iCalendar files"
+            << "Documents"
+            << "Birthdays saved: 1, in %1" << 1 << QByteArray("BEGIN:VCALENDAR\r\n");
+        QTest::newRow("export cancelled") << "btnExportVCards" << 1u << QString() << "SaveFile"
+                                          << "vCard files"
+                                          << "Documents" << QString() << 1 << QByteArray();
+        QTest::newRow("export where no file can be")
+            << "btnExportVCards" << 0u << "Documents/cards.vcf/inside.vcf"
+            << "SaveFile"
+            << "vCard files"
+            << "Documents"
+            << "%1 could not be saved. A file already "
+               "there is as it was."
+            << 1 << QByteArray();
+    }
+    void filesThroughTheSystemChooser()
+    {
+        QFETCH(QString, button);
+        QFETCH(uint, response);
+        QFETCH(QString, chosen);
+        QFETCH(QString, method);
+        QFETCH(QString, filter);
+        QFETCH(QString, folder);
+        QFETCH(QString, summary);
+        QFETCH(int, rows);
+        QFETCH(QByteArray, written);
+        QTemporaryDir home;
+        const QByteArray oldHome = qgetenv("HOME");
+        qputenv("HOME", home.path().toUtf8());
+        const auto restoreHome = qScopeGuard([&] { qputenv("HOME", oldHome); });
+        QVERIFY(QDir(home.path()).mkpath("Downloads") && QDir(home.path()).mkpath("Documents"));
+        // A file where an export would make a folder.
+        QFile inTheWay(home.filePath("Documents/cards.vcf"));
+        QVERIFY(inTheWay.open(QIODevice::WriteOnly) && inTheWay.write("keep") == 4);
+        inTheWay.close();
+        const QString file = chosen.isEmpty() ? QString() : home.filePath(chosen);
+        if (button == u"btnImportFile" && !file.isEmpty()) {
+            QFile vcf(file);
+            QVERIFY(vcf.open(QIODevice::WriteOnly));
+            vcf.write("BEGIN:VCARD\nFN:Jane\nBDAY:1985-03-12\nEND:VCARD\n");
+        }
+
+        PortalStandIn portal;
+        QVERIFY(portal.startBus("favorites"));
+        PortalFileChooser chooser(portal.connection());
+        QVERIFY(portal.startPortal(portal.connection()));
+        const auto stop = qScopeGuard([&] { portal.stop(); });
+        QSignalSpy answered(&chooser, &FileChooser::cancelled);
+        QSignalSpy ended(&chooser, &FileChooser::failed);
+
+        h->settings.set(favorites, Rows{{"Anna", "1 1 2000"}});
+        start();
+        h->session->fileChooser = &chooser;
+        h->tap("btnImport");
+        QTRY_VERIFY(h->opened("importMenu"));
+        h->tap(button);
+        QTRY_COMPARE_WITH_TIMEOUT(portal.asked().size(), 1, 20000);
+        const QJsonObject asked = portal.asked().first().toObject();
+        QCOMPARE(asked["method"].toString(), method);
+        QCOMPARE(asked["filters"].toArray().first().toArray().first().toString(), filter);
+        QCOMPARE(asked["folder"].toString(),
+                 (QFile::encodeName(home.filePath(folder)) + '\0').toHex());
+        QVERIFY(!asked["title"].toString().isEmpty());
+        QVERIFY(!asked["title"].toString().endsWith(u'…'));
+
+        QVERIFY(portal.respond(
+            response, file.isEmpty()
+                          ? QStringList()
+                          : QStringList{QString::fromUtf8(QUrl::fromLocalFile(file).toEncoded())}));
+        if (summary.isEmpty()) {
+            QTRY_COMPARE_WITH_TIMEOUT(answered.size(), 1, 20000);
+            QVERIFY(!h->opened("importSummary"));
+            QCOMPARE(c->importSummary(), QString());
+        } else {
+            QTRY_VERIFY_WITH_TIMEOUT(h->opened("importSummary"), 20000);
+            QCOMPARE(c->importSummary(), summary.arg(file));
+        }
+        QCOMPARE(stored().size(), rows);
+        QTRY_COMPARE(count(), rows);
+        QVERIFY(!h->window->findChild<QObject *>("fileDialog")->property("visible").toBool());
+        // An export is the favorites; nothing else is touched.
+        QFile out(file);
+        if (!written.isEmpty()) {
+            QVERIFY(out.open(QIODevice::ReadOnly));
+            QVERIFY(out.readAll().startsWith(written));
+        } else if (button != u"btnImportFile" && !file.isEmpty()) {
+            QVERIFY(!out.exists());
+        }
+        QVERIFY(inTheWay.open(QIODevice::ReadOnly));
+        QCOMPARE(inTheWay.readAll(), QByteArray("keep"));
+        // No temporary file is left behind either.
+        QStringList files = QDir(home.filePath("Documents")).entryList(QDir::Files);
+        QStringList expected{"cards.vcf"};
+        if (!written.isEmpty())
+            expected.append(QFileInfo(file).fileName());
+        files.sort();
+        expected.sort();
+        QCOMPARE(files, expected);
+    }
+
+    // Where no portal answers (none on the bus, or no system chooser at
+    // all), Qt's own dialog asks, in the screen's colours, in one column
+    // that fits a 360-px phone, in the interface language; its answer is
+    // used as the portal's would be.
+    void withoutAPortalQtsDialogAsks_data()
+    {
+        QTest::addColumn<bool>("bus");
+        QTest::newRow("no portal on the bus") << true;
+        QTest::newRow("no system chooser") << false;
+    }
+    void withoutAPortalQtsDialogAsks()
+    {
+        QFETCH(bool, bus);
+        QTemporaryDir home;
+        const QByteArray oldHome = qgetenv("HOME");
+        qputenv("HOME", home.path().toUtf8());
+        const auto restoreHome = qScopeGuard([&] { qputenv("HOME", oldHome); });
+        QVERIFY(QDir(home.path()).mkpath("Documents"));
+
+        PortalStandIn portal;
+        std::optional<PortalFileChooser> chooser;
+        if (bus) {
+            QVERIFY(portal.startBus("favorites"));
+            chooser.emplace(portal.connection());
+        }
+        const auto stop = qScopeGuard([&] {
+            if (bus)
+                portal.stopBus();
+        });
+        h->settings.set(favorites, Rows{{"Anna", "1 1 2000"}});
+        start({"de-DE"});
+        h->window->resize(360, 720);
+        if (chooser)
+            h->session->fileChooser = &*chooser;
+        h->tap("btnImport");
+        QTRY_VERIFY(h->opened("importMenu"));
+        h->tap("btnExportVCards");
+
+        QObject *dialog = h->window->findChild<QObject *>("fileDialog");
+        QTRY_VERIFY_WITH_TIMEOUT(dialog->property("visible").toBool(), 20000);
+        QCOMPARE(dialog->property("title").toString(), u"In eine vCard-Datei exportieren"_qs);
+        QCOMPARE(dialog->property("nameFilters").toStringList(),
+                 QStringList{u"vCard-Dateien (*.vcf *.vcard *.VCF)"_qs});
+        QCOMPARE(dialog->property("currentFolder").toUrl(),
+                 QUrl::fromLocalFile(home.filePath("Documents")));
+
+        // Tavlo's look, not Qt's light default, and nothing cut at 360 px.
+        QQuickItem *filter = nullptr;
+        QTRY_VERIFY((filter = h->find("fileDialogFilter")) && filter->isVisible());
+        // What is cut or narrow, once the layout has taken in the field for
+        // the name: nothing.
+        const auto misplaced = [&] {
+            const QRectF inWindow(0, 0, 360, 720);
+            QByteArrayList wrong;
+            for (const char *name : {"fileDialogFilter", "fileDialogButtons", "fileDialogListView",
+                                     "fileDialogFolder", "fileNameTextField"}) {
+                QQuickItem *item = h->find(name);
+                const QRectF box =
+                    item && item->isVisible()
+                        ? item->mapRectToScene(QRectF(0, 0, item->width(), item->height()))
+                        : QRectF();
+                if (!inWindow.contains(box) || box.width() < 280) {
+                    wrong.append(QByteArray(name) + ' ' + QByteArray::number(box.x()) + ',' +
+                                 QByteArray::number(box.y()) + ' ' +
+                                 QByteArray::number(box.width()) + 'x' +
+                                 QByteArray::number(box.height()));
+                }
+            }
+            return wrong.join(", ");
+        };
+        QTRY_COMPARE(misplaced(), QByteArray());
+        QCOMPARE(h->find("fileDialogFilter")->property("displayText").toString(),
+                 u"vCard-Dateien (*.vcf *.vcard *.VCF)"_qs);
+        QQuickItem *save = nullptr;
+        for (QQuickItem *button : h->find("fileDialogButtons")->findChildren<QQuickItem *>()) {
+            if (button->inherits("QQuickAbstractButton") &&
+                button->property("text").toString() == u"Speichern")
+                save = button;
+        }
+        QVERIFY(save);
+        QCOMPARE(save->property("tint").value<QColor>(), c->theme()->labelColor());
+
+        // The name offered; one typed without its ending is saved as a vCard
+        // file.
+        QQuickItem *name = h->find("fileNameTextField");
+        QCOMPARE(name->property("text").toString(), u"birthdays.vcf"_qs);
+        QMetaObject::invokeMethod(name, "clear");
+        name->forceActiveFocus();
+        // Typed as a keyboard would (QTest types only Latin-1 into a window).
+        for (const QChar letter : u"Für Oma"_qs) {
+            QKeyEvent press(QEvent::KeyPress, 0, Qt::NoModifier, QString(letter));
+            QKeyEvent release(QEvent::KeyRelease, 0, Qt::NoModifier, QString(letter));
+            QGuiApplication::sendEvent(h->window, &press);
+            QGuiApplication::sendEvent(h->window, &release);
+        }
+        QCOMPARE(name->property("text").toString(), u"Für Oma"_qs);
+        h->tap(save);
+        QTRY_VERIFY_WITH_TIMEOUT(h->opened("importSummary"), 20000);
+        const QString file = home.filePath("Documents/Für Oma.vcf");
+        QCOMPARE(c->importSummary(), u"Gespeicherte Geburtstage: 1, in "_qs + file);
+        QFile out(file);
+        QVERIFY(out.open(QIODevice::ReadOnly));
+        QVERIFY(out.readAll().contains("FN:Anna\r\n"));
     }
 
     // "Import from contacts" says so when no address book holds anyone (the
