@@ -7,6 +7,7 @@
 #include "platform/linux/DeliveryCommand.h"
 #include "platform/linux/EvolutionAddressBooks.h"
 #include "platform/linux/LinuxReminders.h"
+#include "platform/linux/SecretServiceVault.h"
 #include "settings/FileSettingsStore.h"
 
 #include <QCoreApplication>
@@ -83,6 +84,12 @@ int runCommand()
             done();
     };
     context.phoneContacts = EvolutionAddressBooks::readAll;
+    std::optional<SecretServiceVault> vault;
+    context.passwords = [&vault]() -> PasswordVault * {
+        if (!vault)
+            vault.emplace();
+        return &*vault;
+    };
     // A change made here updates the birthdays calendar as the app would.
     BirthdayCalendar calendar(settings, context.preferredLanguages, clock);
     FavoritesStore::setChangeListener([&](const QList<Favorite> &list) {

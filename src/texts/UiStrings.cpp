@@ -223,6 +223,7 @@ const std::array<Row, UiTextCount> &rows()
          u"День рождения контакта не удаётся прочитать (%1); запись в избранном остаётся как "
          u"есть."_s},
         {u"App colours"_s, u"App-Farben"_s, u"Цвета приложения"_s},
+        {u"%1 (conflict copy)"_s, u"%1 (Konfliktkopie)"_s, u"%1 (копия при конфликте)"_s},
     }};
     return table;
 }

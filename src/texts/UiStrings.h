@@ -155,13 +155,14 @@ public:
         FollowContactsCutOff,    // 135: %1 the file
         FollowContactsBadCard,   // 136: %1 the contact
         AppColorsSpoken,         // 137: what a screen reader says for "App colors"
+        SyncConflictCopy,        // 138: %1 the name; the local version kept beside the server's
     };
     Q_ENUM(UiText)
 };
 
 using UiText = UiTexts::UiText;
 
-inline constexpr int UiTextCount = 137;
+inline constexpr int UiTextCount = 138;
 
 // The process-wide table of interface texts. It starts out English; applying
 // German or Russian overwrites every entry. Applying English changes nothing,
