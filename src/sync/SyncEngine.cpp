@@ -313,12 +313,8 @@ void SyncEngine::send()
             linked.insert(entry.id);
         }
     }
-    if (moved) {
-        if (const WriteResult stored = saveState(); !stored)
-            return fail(stored.message());
-    }
-
     m_queue.clear();
+    m_state.sending.clear();
     for (const SyncEntry &entry : std::as_const(m_state.pendingDeletes)) {
         m_queue.append([this, entry] {
             m_client->remove(urlOf(entry.href), entry.etag,
@@ -334,6 +330,7 @@ void SyncEngine::send()
         const std::optional<DayOfBirth> day = DayOfBirth::fromStored(favorite.birthday);
         if (!day || SyncMerge::sameContent(favorite, {entry.name, entry.birthday}))
             continue;
+        m_state.sending.append({entry.href, {}, favorite.id, favorite.name, favorite.birthday, {}});
         queueChange(entry.href, favorite, 1);
     }
     for (const Favorite &favorite : std::as_const(m_local)) {
@@ -345,11 +342,18 @@ void SyncEngine::send()
                              QString::fromLatin1(QUrl::toPercentEncoding(favorite.id)) +
                              u".vcf"_s;
         const QByteArray card = SyncCard::newCard(favorite, *day, m_account.vCardVersion);
+        m_state.sending.append({href, {}, favorite.id, favorite.name, favorite.birthday, {}});
         m_queue.append([this, href, card, favorite] {
             m_client->put(urlOf(href), card, {}, [=, this](const DavResponse &response) {
                 sent(href, favorite, card, response, true, 1);
             });
         });
+    }
+    // Pending deletes and the cards about to go are on the disk before
+    // anything is sent.
+    if (moved || !m_state.sending.isEmpty()) {
+        if (const WriteResult stored = saveState(); !stored)
+            return fail(stored.message());
     }
     sendNext();
 }
@@ -400,6 +404,8 @@ void SyncEngine::sent(const QString &href, const Favorite &favorite, const QByte
         return sendNext();
     }
     SyncEntry entry{href, response.etag, favorite.id, favorite.name, favorite.birthday, card};
+    if (const qsizetype s = m_state.sendingIndexOfHref(href); s >= 0)
+        m_state.sending.removeAt(s);
     const qsizetype e = m_state.indexOfHref(href);
     if (e >= 0)
         m_state.entries[e] = entry;

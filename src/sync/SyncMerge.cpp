@@ -132,11 +132,14 @@ Result fromServer(const QList<Favorite> &favorites, const SyncState &state,
     for (const ServerCard &card : changed) {
         const std::optional<Favorite> said = SyncCard::favoriteOf(card.card, today);
         const qsizetype e = entryAt.value(card.href, -1);
+        // What a send of ours, not known to have arrived, put there.
+        const qsizetype s = m.state.sendingIndexOfHref(card.href);
+        const bool ours = said && s >= 0 && sameContent(*said, baseOf(m.state.sending.at(s)));
         const qsizetype p = m.state.pendingIndexOfHref(card.href);
         if (e >= 0 && !m.state.entries.at(e).id.isEmpty()) {
             SyncEntry &entry = m.state.entries[e];
             const qsizetype here = index.position(entry.id);
-            if (said && sameContent(*said, baseOf(entry))) {
+            if (said && (ours || sameContent(*said, baseOf(entry)))) {
                 // Only the ETag or lines Tavlo does not use changed: whatever
                 // was done here since still goes to the server.
                 entry = entryFor(card, entry.id, said);
@@ -196,9 +199,13 @@ Result fromServer(const QList<Favorite> &favorites, const SyncState &state,
                     }
                 }
             }
-            if (here >= 0) {
+            if (here < 0 && ours && !m.state.sending.at(s).id.isEmpty()) {
+                // Sent from here, and deleted here since: the delete goes to
+                // the server next (the favorite is not brought back).
+                id = m.state.sending.at(s).id;
+            } else if (here >= 0) {
                 id = m.favorites.at(here).id;
-                if (!sameContent(m.favorites.at(here), *said))
+                if (!ours && !sameContent(m.favorites.at(here), *said))
                     m.keepBoth(here, said, index);
             } else {
                 id = said->id.isEmpty() || index.position(said->id) >= 0 || index.linked(said->id)
@@ -219,6 +226,11 @@ Result fromServer(const QList<Favorite> &favorites, const SyncState &state,
     }
 
     QSet<QString> gone(removed.cbegin(), removed.cend());
+    // The fate of every send to a card listed now is known.
+    QSet<QString> listed = gone;
+    for (const ServerCard &card : changed)
+        listed.insert(card.href);
+    m.state.sending.removeIf([&](const SyncEntry &sent) { return listed.contains(sent.href); });
     for (qsizetype i = m.state.pendingDeletes.size() - 1; i >= 0; --i) {
         if (gone.contains(m.state.pendingDeletes.at(i).href)) {
             m.state.pendingDeletes.removeAt(i);

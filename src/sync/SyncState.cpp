@@ -99,6 +99,7 @@ SyncState SyncState::read(const QString &path, QString *problem)
     state.removalsReported = root.value(u"removalsReported"_s).toBool();
     state.entries = entriesOf(root.value(u"cards"_s).toArray());
     state.pendingDeletes = entriesOf(root.value(u"pendingDeletes"_s).toArray());
+    state.sending = entriesOf(root.value(u"sending"_s).toArray());
     return state;
 }
 
@@ -109,7 +110,8 @@ WriteResult SyncState::write(const QString &path, const AtomicFileWriter &writer
                            {u"syncToken"_s, syncToken},
                            {u"removalsReported"_s, removalsReported},
                            {u"cards"_s, arrayOf(entries)},
-                           {u"pendingDeletes"_s, arrayOf(pendingDeletes)}};
+                           {u"pendingDeletes"_s, arrayOf(pendingDeletes)},
+                           {u"sending"_s, arrayOf(sending)}};
     return writer.write(path, QJsonDocument(root).toJson(QJsonDocument::Compact));
 }
 
@@ -126,6 +128,15 @@ qsizetype SyncState::pendingIndexOfHref(const QString &href) const
 {
     for (qsizetype i = 0; i < pendingDeletes.size(); ++i) {
         if (pendingDeletes.at(i).href == href)
+            return i;
+    }
+    return -1;
+}
+
+qsizetype SyncState::sendingIndexOfHref(const QString &href) const
+{
+    for (qsizetype i = 0; i < sending.size(); ++i) {
+        if (sending.at(i).href == href)
             return i;
     }
     return -1;

@@ -49,6 +49,11 @@ public:
     QList<SyncEntry> entries;
     // Entries of favorites deleted here, until the server confirms.
     QList<SyncEntry> pendingDeletes;
+    // Cards being sent (href, id, name, birthday), written down before they
+    // go: when a sync stops before it learns that one arrived, the next one
+    // knows that card on the server as its own and not as a change made
+    // elsewhere (which would make a needless conflict copy).
+    QList<SyncEntry> sending;
 
     // $XDG_CONFIG_HOME/tavlo/sync-state.json
     static QString defaultPath();
@@ -60,6 +65,7 @@ public:
 
     qsizetype indexOfHref(const QString &href) const;
     qsizetype pendingIndexOfHref(const QString &href) const;
+    qsizetype sendingIndexOfHref(const QString &href) const;
 
     friend bool operator==(const SyncState &, const SyncState &) = default;
 };

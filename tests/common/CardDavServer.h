@@ -10,7 +10,9 @@
 #include <QTcpSocket>
 #include <QTest>
 #include <QUrl>
+#include <csignal>
 #include <memory>
+#include <sys/prctl.h>
 
 // A real CardDAV server from the distribution, started on a free loopback
 // port in a folder of its own and stopped with the object: Radicale with
@@ -120,6 +122,8 @@ private:
                          QString::number(m_port)};
         }
         m_process.setProcessChannelMode(QProcess::SeparateChannels);
+        // Gone with the test, however the test ends.
+        m_process.setChildProcessModifier([] { ::prctl(PR_SET_PDEATHSIG, SIGKILL); });
         m_process.start(program, arguments);
         if (!m_process.waitForStarted(10000)) {
             *whyNot = program + QStringLiteral(" does not start: ") + m_process.errorString();

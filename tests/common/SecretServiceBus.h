@@ -7,9 +7,11 @@
 #include <QProcessEnvironment>
 #include <QStandardPaths>
 #include <QTest>
+#include <csignal>
+#include <sys/prctl.h>
 
 // A private session bus with gnome-keyring-daemon on it as the Secret
-// Service, its login keyring made and unlocked with an empty password, its
+// Service, its login keyring made and unlocked with a password, its
 // files in `folder`. environment() is what programs that use it get. The
 // bus has no service folders, so nothing else is started on it.
 class SecretServiceBus
@@ -34,10 +36,15 @@ public:
                          "1.0//EN\" \"http://www.freedesktop.org/standards/dbus/1.0/"
                          "busconfig.dtd\"><busconfig><type>session</type>"
                          "<listen>unix:dir=%1</listen><policy context=\"default\">"
-                         "<allow send_destination=\"*\"/><allow own=\"*\"/></policy></busconfig>")
+                         "<allow send_destination=\"*\" eavesdrop=\"true\"/><allow eavesdrop=\"true\"/>"
+                         "<allow own=\"*\"/></policy></busconfig>")
                          .arg(folder + QStringLiteral("/runtime"))
                          .toUtf8());
         config.close();
+        // Both gone with the test, however the test ends.
+        const auto dieWithTest = [] { ::prctl(PR_SET_PDEATHSIG, SIGKILL); };
+        m_bus.setChildProcessModifier(dieWithTest);
+        m_keyring.setChildProcessModifier(dieWithTest);
         m_bus.start(QStringLiteral("dbus-daemon"),
                     {QStringLiteral("--config-file=") + config.fileName(), QStringLiteral("--nofork"),
                      QStringLiteral("--print-address=1")});
@@ -61,7 +68,8 @@ public:
             m_whyNot = QStringLiteral("gnome-keyring-daemon does not start");
             return;
         }
-        // The login keyring's password: empty.
+        // The login keyring's password (it is made with it): any will do.
+        m_keyring.write("test");
         m_keyring.closeWriteChannel();
         // Ready once it owns the Secret Service's name.
         for (int i = 0; i < 100; ++i) {
