@@ -20,13 +20,14 @@ namespace {
 
 constexpr int cards = 5000;
 
-qint64 residentKb()
+// VmRSS (now) or VmHWM (the peak so far), in kB.
+qint64 residentKb(const QString &field)
 {
     QFile status(u"/proc/self/status"_s);
     status.open(QIODevice::ReadOnly);
     for (const QByteArray &line : status.readAll().split('\n')) {
-        if (line.startsWith("VmRSS:"))
-            return line.mid(6).trimmed().split(' ').first().toLongLong();
+        if (line.startsWith(field.toLatin1()))
+            return line.mid(field.size()).trimmed().split(' ').first().toLongLong();
     }
     return 0;
 }
@@ -84,20 +85,32 @@ int main(int argc, char *argv[])
     account.password = server->password();
     account.vCardVersion = u"3.0"_s;
 
-    SyncDevice device(folder.filePath(u"device"_s));
-    const qint64 memoryBefore = residentKb();
+    const qint64 memoryAtStart = residentKb(u"VmRSS:"_s);
     QElapsedTimer timer;
-    timer.start();
-    SyncOutcome outcome = device.sync(account);
+    // Radicale reads and indexes all 5,000 files at its first request; a
+    // server in use has done so long before. Not Tavlo's time: told apart.
+    {
+        SyncDevice warmUp(folder.filePath(u"warm-up"_s));
+        timer.start();
+        const SyncOutcome warm = warmUp.sync(account, {}, 600000);
+        out << "(Radicale's first reading of its 5,000 files, through a first sync: "
+            << timer.elapsed() << " ms" << (warm.ok ? "" : ", failed") << ")\n";
+    }
+    SyncDevice device(folder.filePath(u"device"_s));
+    const int requestsBefore = counter.requests();
+    timer.restart();
+    SyncOutcome outcome = device.sync(account, {}, 600000);
     const qint64 firstMs = timer.elapsed();
-    const qint64 memoryAfter = residentKb();
+    const qint64 memoryAfter = residentKb(u"VmHWM:"_s);
     if (!outcome.ok) {
         out << "first sync failed: " << outcome.problem << '\n';
         return 1;
     }
     out << "first sync of " << cards << " cards: " << firstMs << " ms, "
-        << counter.requests() << " requests, " << SyncEngine::summary(outcome.counts) << '\n';
-    out << "memory grown by the first sync: " << (memoryAfter - memoryBefore) / 1024.0 << " MB\n";
+        << counter.requests() - requestsBefore << " requests, "
+        << SyncEngine::summary(outcome.counts) << '\n';
+    out << "peak memory over the start, after the first syncs: "
+        << (memoryAfter - memoryAtStart) / 1024.0 << " MB\n";
 
     for (int i = 0; i < 3; ++i) {
         const int before = counter.requests();
@@ -105,6 +118,21 @@ int main(int argc, char *argv[])
         outcome = device.sync(account);
         out << "sync with nothing changed: " << timer.elapsed() << " ms, "
             << counter.requests() - before << " request(s)\n";
+    }
+
+    // Where the time of a sync with nothing changed goes.
+    timer.restart();
+    const SyncState state = SyncState::read(device.statePath);
+    out << "  of which reading the sync state (" << state.entries.size()
+        << " cards): " << timer.elapsed() << " ms\n";
+    {
+        AddressBookView view(account.addressBook, account.user, account.password);
+        timer.restart();
+        const DavResponse answer = view.request("REPORT", account.addressBook,
+                                                DavXml::syncCollection(state.syncToken),
+                                                {{"Depth", "0"}});
+        out << "  of which the server's answer to sync-collection: " << timer.elapsed()
+            << " ms (HTTP " << answer.status << ")\n";
     }
 
     device.favorites.load();

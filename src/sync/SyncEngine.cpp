@@ -4,6 +4,7 @@
 #include "sync/DavXml.h"
 #include "sync/SyncCard.h"
 
+#include <QDateTime>
 #include <QDir>
 #include <QFileInfo>
 #include <QSet>
@@ -144,12 +145,21 @@ void SyncEngine::listChanges()
                                  listing->responses.cbegin(), listing->responses.cend(),
                                  [](const DavResource &r) { return r.status == 404; });
                              m_state.removalsReported |= removals;
-                             // Something changed, and this server may leave
-                             // removals out: the full listing finds them.
+                             // Something changed that the answer does not
+                             // name, on a server that may leave removals out
+                             // (or has not been listed whole for a day): the
+                             // full listing finds them.
+                             const QDateTime listed =
+                                 QDateTime::fromString(m_state.fullyListed, Qt::ISODate);
+                             const bool due = !listed.isValid() ||
+                                              listed.secsTo(QDateTime::currentDateTimeUtc()) >
+                                                  24 * 60 * 60;
                              if (!m_state.removalsReported && !m_state.syncToken.isEmpty() &&
-                                 listing->syncToken != m_state.syncToken)
+                                 listing->syncToken != m_state.syncToken &&
+                                 (listing->responses.isEmpty() || due))
                                  return listAll(listing->syncToken);
-                             return takeListing(listing->responses, false, listing->syncToken);
+                             return takeListing(listing->responses,
+                                                m_state.syncToken.isEmpty(), listing->syncToken);
                          }
                          if (response.status == 0 || response.status == 401)
                              return fail(problemOf(response, u"listing the changes"_s));
@@ -198,6 +208,7 @@ void SyncEngine::takeListing(const QList<DavResource> &resources, bool complete,
             m_toFetch.append(href);
     }
     if (complete) {
+        m_state.fullyListed = QDateTime::currentDateTimeUtc().toString(Qt::ISODate);
         for (auto it = known.cbegin(); it != known.cend(); ++it) {
             if (!seen.contains(it.key()))
                 m_removed.append(it.key());

@@ -97,6 +97,7 @@ SyncState SyncState::read(const QString &path, QString *problem)
     state.addressBook = root.value(u"addressBook"_s).toString();
     state.syncToken = root.value(u"syncToken"_s).toString();
     state.removalsReported = root.value(u"removalsReported"_s).toBool();
+    state.fullyListed = root.value(u"fullyListed"_s).toString();
     state.entries = entriesOf(root.value(u"cards"_s).toArray());
     state.pendingDeletes = entriesOf(root.value(u"pendingDeletes"_s).toArray());
     state.sending = entriesOf(root.value(u"sending"_s).toArray());
@@ -109,6 +110,7 @@ WriteResult SyncState::write(const QString &path, const AtomicFileWriter &writer
                            {u"addressBook"_s, addressBook},
                            {u"syncToken"_s, syncToken},
                            {u"removalsReported"_s, removalsReported},
+                           {u"fullyListed"_s, fullyListed},
                            {u"cards"_s, arrayOf(entries)},
                            {u"pendingDeletes"_s, arrayOf(pendingDeletes)},
                            {u"sending"_s, arrayOf(sending)}};

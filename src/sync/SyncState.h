@@ -42,10 +42,12 @@ public:
     QString addressBook;
     QString syncToken;
     // Whether the server's sync-collection has ever named a removed card.
-    // Some servers (Xandikos 0.2) leave removals out; until this one has
-    // shown that it reports them, a changed token is followed by a full
-    // listing, which finds them.
+    // Some servers leave removals out; until this one has shown that it
+    // reports them, a changed token that the answer does not explain, and
+    // one a day, is followed by a full listing, which finds them.
     bool removalsReported = false;
+    // When every card was last listed (ISO 8601, UTC).
+    QString fullyListed;
     QList<SyncEntry> entries;
     // Entries of favorites deleted here, until the server confirms.
     QList<SyncEntry> pendingDeletes;

@@ -15,10 +15,10 @@
 #include <algorithm>
 #include <memory>
 
-// Runs `start(done)` and the event loop until done() is called; fails the
-// test after a minute.
+// Runs `start(done)` and the event loop until done() is called, or gives
+// up after `guardMs`.
 template <typename Start>
-bool waitUntilDone(Start start)
+bool waitUntilDone(Start start, int guardMs = 60000)
 {
     QEventLoop loop;
     bool finished = false;
@@ -29,7 +29,7 @@ bool waitUntilDone(Start start)
     QTimer guard;
     guard.setSingleShot(true);
     QObject::connect(&guard, &QTimer::timeout, &loop, &QEventLoop::quit);
-    guard.start(60000);
+    guard.start(guardMs);
     if (!finished)
         loop.exec();
     return finished;
@@ -67,12 +67,14 @@ public:
         engine.setTimeout(timeoutMs);
         SyncOutcome outcome;
         outcome.problem = QStringLiteral("the sync never ended");
-        waitUntilDone([&](auto done) {
-            engine.start([&, done](const SyncOutcome &result) {
-                outcome = result;
-                done();
-            });
-        });
+        waitUntilDone(
+            [&](auto done) {
+                engine.start([&, done](const SyncOutcome &result) {
+                    outcome = result;
+                    done();
+                });
+            },
+            std::max(60000, timeoutMs));
         favorites.load();
         if (!outcome.ok)
             qInfo("sync ended: %s", qPrintable(outcome.problem));

@@ -370,7 +370,7 @@ private slots:
         };
         for (const Kind kind : {Kind::Radicale, Kind::Xandikos}) {
             for (const auto &[fault, name] : faults) {
-                for (const int from : {1, 2, 3, 5}) {
+                for (const int from : {1, 3, 5}) {
                     QTest::addRow("%s: %s from request %d", qPrintable(CardDavServer::nameOf(kind)),
                                   name, from)
                         << kind << fault << from;
@@ -405,7 +405,7 @@ private slots:
         const QStringList before = a.contents();
 
         proxy.failFrom(proxy.requests() + from, fault);
-        const SyncOutcome outcome = a.sync(proxied, {}, 1500);
+        const SyncOutcome outcome = a.sync(proxied, {}, 1000);
         QVERIFY(!outcome.ok);
         QVERIFY(!outcome.problem.isEmpty());
         QVERIFY(!outcome.problem.contains(u'\n'));
