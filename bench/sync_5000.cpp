@@ -44,14 +44,15 @@ void fillRadicale(const QString &folder)
     for (int i = 0; i < cards; ++i) {
         QFile card(book + u"/card%1.vcf"_s.arg(i));
         card.open(QIODevice::WriteOnly);
-        card.write(QStringLiteral("BEGIN:VCARD\r\nVERSION:3.0\r\nUID:card-%1\r\nN:Person;Number %1;;;\r\n"
-                                  "FN:Number %1 Person\r\nTEL;TYPE=cell:+49 30 %1\r\n"
-                                  "EMAIL:person%1@example.org\r\nBDAY:%2-%3-%4\r\nEND:VCARD\r\n")
-                       .arg(i)
-                       .arg(1940 + i % 70)
-                       .arg(1 + i % 12, 2, 10, QLatin1Char('0'))
-                       .arg(1 + i % 28, 2, 10, QLatin1Char('0'))
-                       .toUtf8());
+        card.write(
+            QStringLiteral("BEGIN:VCARD\r\nVERSION:3.0\r\nUID:card-%1\r\nN:Person;Number %1;;;\r\n"
+                           "FN:Number %1 Person\r\nTEL;TYPE=cell:+49 30 %1\r\n"
+                           "EMAIL:person%1@example.org\r\nBDAY:%2-%3-%4\r\nEND:VCARD\r\n")
+                .arg(i)
+                .arg(1940 + i % 70)
+                .arg(1 + i % 12, 2, 10, QLatin1Char('0'))
+                .arg(1 + i % 28, 2, 10, QLatin1Char('0'))
+                .toUtf8());
     }
 }
 
@@ -128,21 +129,21 @@ int main(int argc, char *argv[])
     {
         AddressBookView view(account.addressBook, account.user, account.password);
         timer.restart();
-        const DavResponse answer = view.request("REPORT", account.addressBook,
-                                                DavXml::syncCollection(state.syncToken),
-                                                {{"Depth", "0"}});
+        const DavResponse answer =
+            view.request("REPORT", account.addressBook, DavXml::syncCollection(state.syncToken),
+                         {{"Depth", "0"}});
         out << "  of which the server's answer to sync-collection: " << timer.elapsed()
             << " ms (HTTP " << answer.status << ")\n";
     }
 
     device.favorites.load();
-    device.favorites.update(0, device.favorites.at(0).name + u" Jr."_s, device.favorites.at(0).birthday);
+    device.favorites.update(0, device.favorites.at(0).name + u" Jr."_s,
+                            device.favorites.at(0).birthday);
     int before = counter.requests();
     timer.restart();
     outcome = device.sync(account);
-    out << "sync sending one change: " << timer.elapsed() << " ms, "
-        << counter.requests() - before << " requests, " << SyncEngine::summary(outcome.counts)
-        << '\n';
+    out << "sync sending one change: " << timer.elapsed() << " ms, " << counter.requests() - before
+        << " requests, " << SyncEngine::summary(outcome.counts) << '\n';
 
     // A second device that already holds all 5,000 (a restored backup): paired by content.
     SyncDevice second(folder.filePath(u"second"_s));

@@ -81,8 +81,9 @@ int SyncCommand::run(const QStringList &arguments)
         return forget();
     if (arguments.size() == 1)
         return sync();
-    return failCommand(m_context, "sync",
-                       u"expected nothing, \"setup URL USER\" or \"remove\" (see tavlo sync --help)"_s);
+    return failCommand(
+        m_context, "sync",
+        u"expected nothing, \"setup URL USER\" or \"remove\" (see tavlo sync --help)"_s);
 }
 
 int SyncCommand::setup(const QString &url, const QString &user)
@@ -127,8 +128,8 @@ int SyncCommand::setup(const QString &url, const QString &user)
     if (const WriteResult stored = batch.finish(); !stored)
         return failed(stored.message());
     // The password of an account set up before goes with it.
-    if (!oldBook.isEmpty() && PasswordVault::accountName(oldUser, oldBook) !=
-                                  PasswordVault::accountName(user, book)) {
+    if (!oldBook.isEmpty() &&
+        PasswordVault::accountName(oldUser, oldBook) != PasswordVault::accountName(user, book)) {
         waitFor([&](auto done) {
             vault->remove(PasswordVault::accountName(oldUser, oldBook),
                           [done](const QString &) { done(); });
@@ -165,8 +166,9 @@ int SyncCommand::sync()
     UiStrings strings;
     strings.apply(
         decideLanguage(m_context.preferredLanguages, settings.value(preferredLanguage)).language);
-    SyncEngine engine(settings, m_context.syncStatePath.isEmpty() ? SyncState::defaultPath()
-                                                                  : m_context.syncStatePath,
+    SyncEngine engine(settings,
+                      m_context.syncStatePath.isEmpty() ? SyncState::defaultPath()
+                                                        : m_context.syncStatePath,
                       account);
     engine.setConflictName(strings[UiText::SyncConflictCopy]);
     engine.setToday(m_context.clock.now().date());
@@ -181,8 +183,7 @@ int SyncCommand::sync()
     // it changes nothing of the sync's own outcome.
     if (outcome.ok) {
         SettingsBatch batch(settings);
-        settings.set(syncLastDone,
-                     QDateTime::currentDateTimeUtc().toString(Qt::ISODate));
+        settings.set(syncLastDone, QDateTime::currentDateTimeUtc().toString(Qt::ISODate));
         settings.set(syncProblem, QString());
         batch.finish();
         m_context.out << SyncEngine::summary(outcome.counts) << '\n';

@@ -37,70 +37,74 @@ void AccountSetup::start(std::function<void(const Found &)> done)
 
 void AccountSetup::probe(const QUrl &url, bool wellKnownTried, int hops)
 {
-    m_client->propfind(url, 0, DavXml::discoveryProperties(), [=, this](const DavResponse &response) {
-        if (response.status == 0 || response.status == 401)
-            return fail(SyncEngine::problemOf(response, u"looking for the address books"_s));
-        const std::optional<DavMultistatus> answer =
-            response.status == 207 ? DavXml::readMultistatus(response.body) : std::nullopt;
-        const DavResource found = answer ? answer->responses.value(0) : DavResource();
-        const QUrl here = response.url;
-        if (found.isAddressBook)
-            return finish({true, {}, asFolder(here), versionOf(found.vCardVersions), false});
-        if (!found.addressBookHomes.isEmpty())
-            return listHome(asFolder(here.resolved(QUrl(found.addressBookHomes.first()))));
-        const QUrl principal = here.resolved(QUrl(found.principal));
-        if (!found.principal.isEmpty() && principal.path() != here.path() && hops < 4)
-            return probe(principal, wellKnownTried, hops + 1);
-        if (!wellKnownTried)
-            return probe(url.resolved(QUrl(u"/.well-known/carddav"_s)), true, hops + 1);
-        if (response.status >= 500)
-            return fail(SyncEngine::problemOf(response, u"looking for the address books"_s));
-        fail(u"no CardDAV address books found at %1"_s.arg(m_url.toString()));
-    });
+    m_client->propfind(
+        url, 0, DavXml::discoveryProperties(), [=, this](const DavResponse &response) {
+            if (response.status == 0 || response.status == 401)
+                return fail(SyncEngine::problemOf(response, u"looking for the address books"_s));
+            const std::optional<DavMultistatus> answer =
+                response.status == 207 ? DavXml::readMultistatus(response.body) : std::nullopt;
+            const DavResource found = answer ? answer->responses.value(0) : DavResource();
+            const QUrl here = response.url;
+            if (found.isAddressBook)
+                return finish({true, {}, asFolder(here), versionOf(found.vCardVersions), false});
+            if (!found.addressBookHomes.isEmpty())
+                return listHome(asFolder(here.resolved(QUrl(found.addressBookHomes.first()))));
+            const QUrl principal = here.resolved(QUrl(found.principal));
+            if (!found.principal.isEmpty() && principal.path() != here.path() && hops < 4)
+                return probe(principal, wellKnownTried, hops + 1);
+            if (!wellKnownTried)
+                return probe(url.resolved(QUrl(u"/.well-known/carddav"_s)), true, hops + 1);
+            if (response.status >= 500)
+                return fail(SyncEngine::problemOf(response, u"looking for the address books"_s));
+            fail(u"no CardDAV address books found at %1"_s.arg(m_url.toString()));
+        });
 }
 
 void AccountSetup::listHome(const QUrl &home)
 {
-    m_client->propfind(home, 1, DavXml::discoveryProperties(), [=, this](const DavResponse &response) {
-        if (response.status != 207)
-            return fail(SyncEngine::problemOf(response, u"listing the address books"_s));
-        const std::optional<DavMultistatus> answer = DavXml::readMultistatus(response.body);
-        if (!answer)
-            return fail(u"the server's answer could not be read"_s);
-        for (const DavResource &book : answer->responses) {
-            const QString last = QUrl(book.href).path().section(u'/', -2, -2);
-            if (book.isAddressBook && (book.displayName.compare(bookName, Qt::CaseInsensitive) == 0 ||
-                                       (book.displayName.isEmpty() &&
-                                        last.compare(bookName, Qt::CaseInsensitive) == 0)))
-                return finish({true, {}, asFolder(home.resolved(QUrl(book.href))),
-                               versionOf(book.vCardVersions), false});
-        }
-        makeBook(home);
-    });
+    m_client->propfind(
+        home, 1, DavXml::discoveryProperties(), [=, this](const DavResponse &response) {
+            if (response.status != 207)
+                return fail(SyncEngine::problemOf(response, u"listing the address books"_s));
+            const std::optional<DavMultistatus> answer = DavXml::readMultistatus(response.body);
+            if (!answer)
+                return fail(u"the server's answer could not be read"_s);
+            for (const DavResource &book : answer->responses) {
+                const QString last = QUrl(book.href).path().section(u'/', -2, -2);
+                if (book.isAddressBook &&
+                    (book.displayName.compare(bookName, Qt::CaseInsensitive) == 0 ||
+                     (book.displayName.isEmpty() &&
+                      last.compare(bookName, Qt::CaseInsensitive) == 0)))
+                    return finish({true,
+                                   {},
+                                   asFolder(home.resolved(QUrl(book.href))),
+                                   versionOf(book.vCardVersions),
+                                   false});
+            }
+            makeBook(home);
+        });
 }
 
 void AccountSetup::makeBook(const QUrl &home)
 {
     const QUrl book = home.resolved(QUrl(u"birthdays/"_s));
-    m_client->send("MKCOL", book, DavXml::makeAddressBook(bookName),
-                   {{"Content-Type", "application/xml; charset=utf-8"}},
-                   [=, this](const DavResponse &response) {
-                       if (!response.ok())
-                           return fail(SyncEngine::problemOf(
-                               response, u"making the address book \"Birthdays\""_s));
-                       // What the new book takes, asked of the book itself.
-                       m_client->propfind(book, 0, DavXml::discoveryProperties(),
-                                          [=, this](const DavResponse &props) {
-                                              const std::optional<DavMultistatus> answer =
-                                                  props.status == 207
-                                                      ? DavXml::readMultistatus(props.body)
-                                                      : std::nullopt;
-                                              const QStringList versions =
-                                                  answer ? answer->responses.value(0).vCardVersions
-                                                         : QStringList();
-                                              finish({true, {}, book, versionOf(versions), true});
-                                          });
-                   });
+    m_client->send(
+        "MKCOL", book, DavXml::makeAddressBook(bookName),
+        {{"Content-Type", "application/xml; charset=utf-8"}},
+        [=, this](const DavResponse &response) {
+            if (!response.ok())
+                return fail(
+                    SyncEngine::problemOf(response, u"making the address book \"Birthdays\""_s));
+            // What the new book takes, asked of the book itself.
+            m_client->propfind(
+                book, 0, DavXml::discoveryProperties(), [=, this](const DavResponse &props) {
+                    const std::optional<DavMultistatus> answer =
+                        props.status == 207 ? DavXml::readMultistatus(props.body) : std::nullopt;
+                    const QStringList versions =
+                        answer ? answer->responses.value(0).vCardVersions : QStringList();
+                    finish({true, {}, book, versionOf(versions), true});
+                });
+        });
 }
 
 void AccountSetup::finish(Found found)

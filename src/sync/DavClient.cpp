@@ -8,8 +8,7 @@
 DavClient::DavClient(QString user, QString password, QObject *parent)
     : QObject(parent), m_network(new QNetworkAccessManager(this))
 {
-    m_authorization =
-        "Basic " + (user.toUtf8() + ':' + password.toUtf8()).toBase64();
+    m_authorization = "Basic " + (user.toUtf8() + ':' + password.toUtf8()).toBase64();
     // Nothing of the account is ever written to the network library's cache
     // or cookie jar; each request carries its credentials itself.
     m_network->setCookieJar(nullptr);
@@ -67,16 +66,14 @@ void DavClient::sendTo(const QByteArray &method, const QUrl &url, const QByteArr
 void DavClient::propfind(const QUrl &url, int depth, const QByteArray &body, Done done)
 {
     send("PROPFIND", url, body,
-         {{"Depth", QByteArray::number(depth)},
-          {"Content-Type", "application/xml; charset=utf-8"}},
+         {{"Depth", QByteArray::number(depth)}, {"Content-Type", "application/xml; charset=utf-8"}},
          std::move(done));
 }
 
 void DavClient::report(const QUrl &url, int depth, const QByteArray &body, Done done)
 {
     send("REPORT", url, body,
-         {{"Depth", QByteArray::number(depth)},
-          {"Content-Type", "application/xml; charset=utf-8"}},
+         {{"Depth", QByteArray::number(depth)}, {"Content-Type", "application/xml; charset=utf-8"}},
          std::move(done));
 }
 

@@ -62,7 +62,8 @@ void readProp(QXmlStreamReader &xml, DavResource &resource)
         } else if (is(xml, carddav, u"supported-address-data")) {
             while (xml.readNextStartElement()) {
                 if (is(xml, carddav, u"address-data-type")) {
-                    const QString version = xml.attributes().value(QLatin1StringView("version")).toString();
+                    const QString version =
+                        xml.attributes().value(QLatin1StringView("version")).toString();
                     if (!version.isEmpty())
                         resource.vCardVersions.append(version);
                 }

@@ -12,12 +12,14 @@ class PasswordVault
 public:
     virtual ~PasswordVault() = default;
 
-    virtual void read(const QString &account,
-                      std::function<void(const QString &password, const QString &problem)> done) = 0;
+    virtual void
+    read(const QString &account,
+         std::function<void(const QString &password, const QString &problem)> done) = 0;
     virtual void write(const QString &account, const QString &password,
                        std::function<void(const QString &problem)> done) = 0;
     // Removing a password that is not there succeeds.
-    virtual void remove(const QString &account, std::function<void(const QString &problem)> done) = 0;
+    virtual void remove(const QString &account,
+                        std::function<void(const QString &problem)> done) = 0;
 
     // The name the password of `user` at `addressBook` is kept under.
     static QString accountName(const QString &user, const QString &addressBook)

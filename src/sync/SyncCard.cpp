@@ -21,7 +21,8 @@ QList<QByteArray> rawLines(const QByteArray &card)
     while (start < card.size()) {
         qsizetype end = card.indexOf('\n', start);
         end = end < 0 ? card.size() : end + 1;
-        const bool continued = !lines.isEmpty() && (card.at(start) == ' ' || card.at(start) == '\t');
+        const bool continued =
+            !lines.isEmpty() && (card.at(start) == ' ' || card.at(start) == '\t');
         if (continued)
             lines.last().append(card.mid(start, end - start));
         else
@@ -131,15 +132,18 @@ QByteArray changedCard(const QByteArray &card, const Favorite &favorite, const D
     for (const QByteArray &line : std::as_const(lines)) {
         const QByteArray name = propertyName(line);
         if (name == "FN" && !nameWritten) {
-            out.append(renamed ? BirthdayExport::contentLine(BirthdayExport::nameLine(favorite.name))
-                               : line);
+            out.append(renamed
+                           ? BirthdayExport::contentLine(BirthdayExport::nameLine(favorite.name))
+                           : line);
             nameWritten = true;
         } else if (name == "BDAY") {
             // One birthday: a second BDAY (another calendar's) would read as this.
             if (!birthdayWritten)
-                out.append(redated ? BirthdayExport::contentLine(birthdayLine(day, version)) : line);
+                out.append(redated ? BirthdayExport::contentLine(birthdayLine(day, version))
+                                   : line);
             birthdayWritten = true;
-        } else if (name == "END" && valueAfterColon(line).compare(u"VCARD"_s, Qt::CaseInsensitive) == 0) {
+        } else if (name == "END" &&
+                   valueAfterColon(line).compare(u"VCARD"_s, Qt::CaseInsensitive) == 0) {
             if (!nameWritten)
                 out.append(BirthdayExport::contentLine(BirthdayExport::nameLine(favorite.name)));
             if (!birthdayWritten)

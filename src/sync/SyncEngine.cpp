@@ -61,9 +61,7 @@ QList<Favorite> sameEdits(const QList<Favorite> &before, const QList<Favorite> &
 
 SyncEngine::SyncEngine(SettingsStore &settings, QString statePath, SyncAccount account,
                        QObject *parent)
-    : QObject(parent),
-      m_favorites(settings),
-      m_statePath(std::move(statePath)),
+    : QObject(parent), m_favorites(settings), m_statePath(std::move(statePath)),
       m_account(std::move(account)),
       m_client(new DavClient(m_account.user, m_account.password, this)),
       m_today(QDate::currentDate())
@@ -141,9 +139,9 @@ void SyncEngine::listChanges()
                                  DavXml::readMultistatus(response.body);
                              if (!listing)
                                  return fail(u"the server's answer could not be read"_s);
-                             const bool removals = std::any_of(
-                                 listing->responses.cbegin(), listing->responses.cend(),
-                                 [](const DavResource &r) { return r.status == 404; });
+                             const bool removals =
+                                 std::any_of(listing->responses.cbegin(), listing->responses.cend(),
+                                             [](const DavResource &r) { return r.status == 404; });
                              m_state.removalsReported |= removals;
                              // Something changed that the answer does not
                              // name, on a server that may leave removals out
@@ -151,15 +149,15 @@ void SyncEngine::listChanges()
                              // full listing finds them.
                              const QDateTime listed =
                                  QDateTime::fromString(m_state.fullyListed, Qt::ISODate);
-                             const bool due = !listed.isValid() ||
-                                              listed.secsTo(QDateTime::currentDateTimeUtc()) >
-                                                  24 * 60 * 60;
+                             const bool due =
+                                 !listed.isValid() ||
+                                 listed.secsTo(QDateTime::currentDateTimeUtc()) > 24 * 60 * 60;
                              if (!m_state.removalsReported && !m_state.syncToken.isEmpty() &&
                                  listing->syncToken != m_state.syncToken &&
                                  (listing->responses.isEmpty() || due))
                                  return listAll(listing->syncToken);
-                             return takeListing(listing->responses,
-                                                m_state.syncToken.isEmpty(), listing->syncToken);
+                             return takeListing(listing->responses, m_state.syncToken.isEmpty(),
+                                                listing->syncToken);
                          }
                          if (response.status == 0 || response.status == 401)
                              return fail(problemOf(response, u"listing the changes"_s));
@@ -267,8 +265,8 @@ void SyncEngine::applyServerChanges()
     if (!m_fetched.isEmpty() || !m_removed.isEmpty()) {
         m_favorites.load();
         const QList<Favorite> before = m_favorites.all();
-        SyncMerge::Result merged = SyncMerge::fromServer(before, m_state, m_fetched, m_removed,
-                                                         m_today, m_conflictName);
+        SyncMerge::Result merged =
+            SyncMerge::fromServer(before, m_state, m_fetched, m_removed, m_today, m_conflictName);
         if (merged.favorites != before) {
             if (const WriteResult stored = storeFavorites(before, merged.favorites); !stored)
                 return fail(stored.message());
@@ -328,10 +326,9 @@ void SyncEngine::send()
     m_state.sending.clear();
     for (const SyncEntry &entry : std::as_const(m_state.pendingDeletes)) {
         m_queue.append([this, entry] {
-            m_client->remove(urlOf(entry.href), entry.etag,
-                             [this, entry](const DavResponse &response) {
-                                 deleted(entry, response);
-                             });
+            m_client->remove(
+                urlOf(entry.href), entry.etag,
+                [this, entry](const DavResponse &response) { deleted(entry, response); });
         });
     }
     for (const SyncEntry &entry : std::as_const(m_state.entries)) {
@@ -350,8 +347,7 @@ void SyncEngine::send()
             continue;
         linked.insert(favorite.id);
         const QString href = m_account.addressBook.path(QUrl::FullyEncoded) +
-                             QString::fromLatin1(QUrl::toPercentEncoding(favorite.id)) +
-                             u".vcf"_s;
+                             QString::fromLatin1(QUrl::toPercentEncoding(favorite.id)) + u".vcf"_s;
         const QByteArray card = SyncCard::newCard(favorite, *day, m_account.vCardVersion);
         m_state.sending.append({href, {}, favorite.id, favorite.name, favorite.birthday, {}});
         m_queue.append([this, href, card, favorite] {
@@ -376,8 +372,8 @@ void SyncEngine::queueChange(const QString &href, const Favorite &favorite, int 
         if (e < 0)
             return sendNext();
         const SyncEntry &entry = m_state.entries.at(e);
-        const QByteArray card = SyncCard::changedCard(
-            entry.card, favorite, *DayOfBirth::fromStored(favorite.birthday));
+        const QByteArray card =
+            SyncCard::changedCard(entry.card, favorite, *DayOfBirth::fromStored(favorite.birthday));
         m_client->put(urlOf(href), card, entry.etag, [=, this](const DavResponse &response) {
             sent(href, favorite, card, response, false, attempt);
         });
@@ -433,16 +429,15 @@ void SyncEngine::sent(const QString &href, const Favorite &favorite, const QByte
 
 void SyncEngine::readEtagBack(const QString &href)
 {
-    m_client->propfind(urlOf(href), 0, DavXml::etagProperties(),
-                       [this, href](const DavResponse &response) {
-                           const std::optional<DavMultistatus> answer =
-                               response.status == 207 ? DavXml::readMultistatus(response.body)
-                                                      : std::nullopt;
-                           const qsizetype e = m_state.indexOfHref(href);
-                           if (answer && !answer->responses.isEmpty() && e >= 0)
-                               m_state.entries[e].etag = answer->responses.first().etag;
-                           confirmed();
-                       });
+    m_client->propfind(
+        urlOf(href), 0, DavXml::etagProperties(), [this, href](const DavResponse &response) {
+            const std::optional<DavMultistatus> answer =
+                response.status == 207 ? DavXml::readMultistatus(response.body) : std::nullopt;
+            const qsizetype e = m_state.indexOfHref(href);
+            if (answer && !answer->responses.isEmpty() && e >= 0)
+                m_state.entries[e].etag = answer->responses.first().etag;
+            confirmed();
+        });
 }
 
 void SyncEngine::refused(const QString &href, const QString &id, bool create, int attempt)
@@ -482,8 +477,7 @@ void SyncEngine::deleted(const SyncEntry &entry, const DavResponse &response)
                 m_state.pendingDeletes.removeAt(p);
             if (current.ok()) {
                 // Changed on the server since: that version comes back.
-                SyncMerge::resolveRefused(m_local, m_state, m_outcome.counts, entry.href,
-                                          entry.id,
+                SyncMerge::resolveRefused(m_local, m_state, m_outcome.counts, entry.href, entry.id,
                                           ServerCard{entry.href, current.etag, current.body},
                                           m_today, m_conflictName);
             } else {

@@ -60,7 +60,10 @@ public:
         for (qsizetype i = 0; i < favorites.size(); ++i)
             m_position.insert(favorites.at(i).id, i);
     }
-    qsizetype position(const QString &id) const { return id.isEmpty() ? -1 : m_position.value(id, -1); }
+    qsizetype position(const QString &id) const
+    {
+        return id.isEmpty() ? -1 : m_position.value(id, -1);
+    }
     void added(const QString &id, qsizetype position) { m_position.insert(id, position); }
     bool linked(const QString &id) const { return m_linked.contains(id); }
     void link(const QString &id) { m_linked.insert(id); }
@@ -190,10 +193,12 @@ Result fromServer(const QList<Favorite> &favorites, const SyncState &state,
         if (said) {
             // The favorite the card was made from (its UID), else one that
             // says the same and belongs to no card yet.
-            qsizetype here = said->id.isEmpty() || index.linked(said->id) ? -1 : index.position(said->id);
+            qsizetype here =
+                said->id.isEmpty() || index.linked(said->id) ? -1 : index.position(said->id);
             if (here < 0) {
                 for (qsizetype i = 0; i < m.favorites.size(); ++i) {
-                    if (!index.linked(m.favorites.at(i).id) && sameContent(m.favorites.at(i), *said)) {
+                    if (!index.linked(m.favorites.at(i).id) &&
+                        sameContent(m.favorites.at(i), *said)) {
                         here = i;
                         break;
                     }

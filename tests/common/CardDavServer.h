@@ -93,7 +93,8 @@ private:
             const QString users = m_folder + QStringLiteral("/users");
             if (!QFile::exists(users) &&
                 QProcess::execute(htpasswd, {QStringLiteral("-m"), QStringLiteral("-b"),
-                                             QStringLiteral("-c"), users, user(), password()}) != 0) {
+                                             QStringLiteral("-c"), users, user(), password()}) !=
+                    0) {
                 *whyNot = QStringLiteral("htpasswd failed");
                 return false;
             }
@@ -116,9 +117,12 @@ private:
                 *whyNot = QStringLiteral("xandikos is not installed");
                 return false;
             }
-            arguments = {QStringLiteral("--defaults"), QStringLiteral("-d"),
-                         m_folder + QStringLiteral("/data"), QStringLiteral("-l"),
-                         QStringLiteral("127.0.0.1"), QStringLiteral("-p"),
+            arguments = {QStringLiteral("--defaults"),
+                         QStringLiteral("-d"),
+                         m_folder + QStringLiteral("/data"),
+                         QStringLiteral("-l"),
+                         QStringLiteral("127.0.0.1"),
+                         QStringLiteral("-p"),
                          QString::number(m_port)};
         }
         m_process.setProcessChannelMode(QProcess::SeparateChannels);

@@ -21,33 +21,35 @@ public:
     {
         QDir().mkpath(folder + QStringLiteral("/home"));
         QDir().mkpath(folder + QStringLiteral("/runtime"));
-        QFile::setPermissions(folder + QStringLiteral("/runtime"),
-                              QFileDevice::ReadOwner | QFileDevice::WriteOwner |
-                                  QFileDevice::ExeOwner);
-        const QString keyring = QStandardPaths::findExecutable(QStringLiteral("gnome-keyring-daemon"));
+        QFile::setPermissions(folder + QStringLiteral("/runtime"), QFileDevice::ReadOwner |
+                                                                       QFileDevice::WriteOwner |
+                                                                       QFileDevice::ExeOwner);
+        const QString keyring =
+            QStandardPaths::findExecutable(QStringLiteral("gnome-keyring-daemon"));
         if (keyring.isEmpty()) {
             m_whyNot = QStringLiteral("gnome-keyring-daemon is not installed");
             return;
         }
         QFile config(folder + QStringLiteral("/bus.conf"));
         config.open(QIODevice::WriteOnly);
-        config.write(QStringLiteral(
-                         "<!DOCTYPE busconfig PUBLIC \"-//freedesktop//DTD D-Bus Bus Configuration "
-                         "1.0//EN\" \"http://www.freedesktop.org/standards/dbus/1.0/"
-                         "busconfig.dtd\"><busconfig><type>session</type>"
-                         "<listen>unix:dir=%1</listen><policy context=\"default\">"
-                         "<allow send_destination=\"*\" eavesdrop=\"true\"/><allow eavesdrop=\"true\"/>"
-                         "<allow own=\"*\"/></policy></busconfig>")
-                         .arg(folder + QStringLiteral("/runtime"))
-                         .toUtf8());
+        config.write(
+            QStringLiteral(
+                "<!DOCTYPE busconfig PUBLIC \"-//freedesktop//DTD D-Bus Bus Configuration "
+                "1.0//EN\" \"http://www.freedesktop.org/standards/dbus/1.0/"
+                "busconfig.dtd\"><busconfig><type>session</type>"
+                "<listen>unix:dir=%1</listen><policy context=\"default\">"
+                "<allow send_destination=\"*\" eavesdrop=\"true\"/><allow eavesdrop=\"true\"/>"
+                "<allow own=\"*\"/></policy></busconfig>")
+                .arg(folder + QStringLiteral("/runtime"))
+                .toUtf8());
         config.close();
         // Both gone with the test, however the test ends.
         const auto dieWithTest = [] { ::prctl(PR_SET_PDEATHSIG, SIGKILL); };
         m_bus.setChildProcessModifier(dieWithTest);
         m_keyring.setChildProcessModifier(dieWithTest);
         m_bus.start(QStringLiteral("dbus-daemon"),
-                    {QStringLiteral("--config-file=") + config.fileName(), QStringLiteral("--nofork"),
-                     QStringLiteral("--print-address=1")});
+                    {QStringLiteral("--config-file=") + config.fileName(),
+                     QStringLiteral("--nofork"), QStringLiteral("--print-address=1")});
         if (!m_bus.waitForStarted(5000) || !m_bus.waitForReadyRead(5000)) {
             m_whyNot = QStringLiteral("dbus-daemon does not start");
             return;
@@ -56,14 +58,16 @@ public:
 
         m_environment = QProcessEnvironment::systemEnvironment();
         m_environment.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), m_address);
-        m_environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), folder + QStringLiteral("/runtime"));
+        m_environment.insert(QStringLiteral("XDG_RUNTIME_DIR"),
+                             folder + QStringLiteral("/runtime"));
         QProcessEnvironment keyringEnvironment = m_environment;
         keyringEnvironment.insert(QStringLiteral("HOME"), folder + QStringLiteral("/home"));
         keyringEnvironment.insert(QStringLiteral("XDG_DATA_HOME"),
                                   folder + QStringLiteral("/home/.local/share"));
         m_keyring.setProcessEnvironment(keyringEnvironment);
-        m_keyring.start(keyring, {QStringLiteral("--foreground"),
-                                  QStringLiteral("--components=secrets"), QStringLiteral("--unlock")});
+        m_keyring.start(keyring,
+                        {QStringLiteral("--foreground"), QStringLiteral("--components=secrets"),
+                         QStringLiteral("--unlock")});
         if (!m_keyring.waitForStarted(5000)) {
             m_whyNot = QStringLiteral("gnome-keyring-daemon does not start");
             return;

@@ -53,14 +53,13 @@ class SyncDevice
 public:
     explicit SyncDevice(const QString &folder)
         : statePath(folder + QStringLiteral("/tavlo/sync-state.json")),
-          settings(folder + QStringLiteral("/tavlo/tavlo.conf")),
-          favorites(settings)
+          settings(folder + QStringLiteral("/tavlo/tavlo.conf")), favorites(settings)
     {
         favorites.load();
     }
 
-    SyncOutcome sync(const SyncAccount &account,
-                     std::function<void(SyncEngine::Step)> hook = {}, int timeoutMs = 20000)
+    SyncOutcome sync(const SyncAccount &account, std::function<void(SyncEngine::Step)> hook = {},
+                     int timeoutMs = 20000)
     {
         SyncEngine engine(settings, statePath, account);
         engine.setStepHook(std::move(hook));
@@ -116,7 +115,8 @@ public:
         DavResponse response;
         DavClient::Headers all = headers;
         if (!body.isEmpty() && method != "PUT")
-            all.append(std::pair<QByteArray, QByteArray>("Content-Type", "application/xml; charset=utf-8"));
+            all.append(std::pair<QByteArray, QByteArray>("Content-Type",
+                                                         "application/xml; charset=utf-8"));
         waitUntilDone([&](auto done) {
             m_client.send(method, url, body, all, [&, done](const DavResponse &r) {
                 response = r;
@@ -130,8 +130,8 @@ public:
     QMap<QString, QByteArray> cards()
     {
         QMap<QString, QByteArray> result;
-        const DavResponse listing = request("PROPFIND", m_book, DavXml::etagProperties(),
-                                            {{"Depth", "1"}});
+        const DavResponse listing =
+            request("PROPFIND", m_book, DavXml::etagProperties(), {{"Depth", "1"}});
         const auto parsed = DavXml::readMultistatus(listing.body);
         if (!parsed)
             return result;

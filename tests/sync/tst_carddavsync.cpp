@@ -35,8 +35,8 @@ void change(SyncDevice &device, const QString &operation)
     const QString what = operation.section(u':', 1);
     const qsizetype ann = device.indexOf(u"Ann"_s);
     if (verb == u"create") {
-        QVERIFY(device.favorites.appendMany({Favorite(what.section(u'|', 0, 0),
-                                                      what.section(u'|', 1))}));
+        QVERIFY(device.favorites.appendMany(
+            {Favorite(what.section(u'|', 0, 0), what.section(u'|', 1))}));
         return;
     }
     QVERIFY(ann >= 0);
@@ -90,10 +90,7 @@ class TestCardDavSync : public QObject
 
     QString newFolder() { return scratch->filePath(u"device%1"_s.arg(++m_books)); }
 
-    static void addServerColumn()
-    {
-        QTest::addColumn<Kind>("kind");
-    }
+    static void addServerColumn() { QTest::addColumn<Kind>("kind"); }
 
 private slots:
     void scenarios_data()
@@ -111,31 +108,29 @@ private slots:
             };
             *row("create here") << u"create:Cat|1 1 2000"_s << QString()
                                 << QStringList{ann, u"Cat|1 1 2000"_s} << 0;
-            *row("create elsewhere") << QString() << u"create:Cat|1 1"_s
-                                     << QStringList{ann, u"Cat|1 1"_s} << 0;
-            *row("rename here") << u"rename:Anna"_s << QString()
-                                << QStringList{u"Anna|12 3 1985"_s} << 0;
-            *row("rename elsewhere") << QString() << u"rename:Anna"_s
-                                     << QStringList{u"Anna|12 3 1985"_s} << 0;
-            *row("redate here") << u"redate:13 3"_s << QString() << QStringList{u"Ann|13 3"_s}
+            *row("create elsewhere")
+                << QString() << u"create:Cat|1 1"_s << QStringList{ann, u"Cat|1 1"_s} << 0;
+            *row("rename here") << u"rename:Anna"_s << QString() << QStringList{u"Anna|12 3 1985"_s}
                                 << 0;
-            *row("redate elsewhere") << QString() << u"redate:13 3 1986"_s
-                                     << QStringList{u"Ann|13 3 1986"_s} << 0;
+            *row("rename elsewhere")
+                << QString() << u"rename:Anna"_s << QStringList{u"Anna|12 3 1985"_s} << 0;
+            *row("redate here") << u"redate:13 3"_s << QString() << QStringList{u"Ann|13 3"_s} << 0;
+            *row("redate elsewhere")
+                << QString() << u"redate:13 3 1986"_s << QStringList{u"Ann|13 3 1986"_s} << 0;
             *row("delete here") << u"delete"_s << QString() << QStringList{} << 0;
             *row("delete elsewhere") << QString() << u"delete"_s << QStringList{} << 0;
-            *row("renamed on both sides") << u"rename:Ann A"_s << u"rename:Ann B"_s
-                                          << QStringList{u"Ann A (conflict copy)|12 3 1985"_s,
-                                                         u"Ann B|12 3 1985"_s}
-                                          << 1;
-            *row("same rename on both sides") << u"rename:Anna"_s << u"rename:Anna"_s
-                                              << QStringList{u"Anna|12 3 1985"_s} << 0;
+            *row("renamed on both sides")
+                << u"rename:Ann A"_s << u"rename:Ann B"_s
+                << QStringList{u"Ann A (conflict copy)|12 3 1985"_s, u"Ann B|12 3 1985"_s} << 1;
+            *row("same rename on both sides")
+                << u"rename:Anna"_s << u"rename:Anna"_s << QStringList{u"Anna|12 3 1985"_s} << 0;
             *row("renamed here, redated elsewhere")
                 << u"rename:Anna"_s << u"redate:1 1 1985"_s
                 << QStringList{u"Ann|1 1 1985"_s, u"Anna (conflict copy)|12 3 1985"_s} << 1;
-            *row("deleted here, renamed elsewhere") << u"delete"_s << u"rename:Ann B"_s
-                                                    << QStringList{u"Ann B|12 3 1985"_s} << 0;
-            *row("renamed here, deleted elsewhere") << u"rename:Ann A"_s << u"delete"_s
-                                                    << QStringList{u"Ann A|12 3 1985"_s} << 0;
+            *row("deleted here, renamed elsewhere")
+                << u"delete"_s << u"rename:Ann B"_s << QStringList{u"Ann B|12 3 1985"_s} << 0;
+            *row("renamed here, deleted elsewhere")
+                << u"rename:Ann A"_s << u"delete"_s << QStringList{u"Ann A|12 3 1985"_s} << 0;
             *row("deleted on both sides") << u"delete"_s << u"delete"_s << QStringList{} << 0;
             *row("same new birthday on both sides")
                 << u"create:Cat|1 1 2000"_s << u"create:Cat|1 1 2000"_s
@@ -310,9 +305,8 @@ private slots:
             if (contentChanged)
                 card.replace("FN:Ann\r\n", "FN:Ann B\r\n");
             card.replace("END:VCARD", "NOTE:touched\r\nEND:VCARD");
-            QVERIFY(view.request("PUT", view.urlOf(href), card,
-                                 {{"Content-Type", "text/vcard"}})
-                        .ok());
+            QVERIFY(
+                view.request("PUT", view.urlOf(href), card, {{"Content-Type", "text/vcard"}}).ok());
         });
         QVERIFY2(outcome.ok, qPrintable(outcome.problem));
         QCOMPARE(outcome.counts.conflicts, contentChanged ? 1 : 0);
@@ -514,8 +508,8 @@ int main(int argc, char *argv[])
     scratch = &folder;
     for (const Kind kind : {Kind::Radicale, Kind::Xandikos}) {
         QString whyNot;
-        auto server = CardDavServer::start(
-            kind, folder.filePath(CardDavServer::nameOf(kind)), &whyNot);
+        auto server =
+            CardDavServer::start(kind, folder.filePath(CardDavServer::nameOf(kind)), &whyNot);
         if (!server) {
             qWarning("%s cannot start: %s", qPrintable(CardDavServer::nameOf(kind)),
                      qPrintable(whyNot));

@@ -98,7 +98,8 @@ private slots:
         const QString b = newFolder();
         const QByteArray password = server.password().toUtf8() + '\n';
 
-        Run run = tavlo(a, {u"sync"_s, u"setup"_s, server.root().toString(), server.user()}, password);
+        Run run =
+            tavlo(a, {u"sync"_s, u"setup"_s, server.root().toString(), server.user()}, password);
         QCOMPARE(run.err, QString());
         QCOMPARE(run.status, 0);
         const QUrl book(run.out.trimmed());
@@ -141,9 +142,8 @@ private slots:
         QTest::addColumn<QString>("says");
         const CardDavServer &radicale = *servers.at(Kind::Radicale);
         const QString root = radicale.root().toString();
-        QTest::newRow("wrong password")
-            << QStringList{u"sync"_s, u"setup"_s, root, radicale.user()} << QByteArray("wrong\n")
-            << true << u"refused the login"_s;
+        QTest::newRow("wrong password") << QStringList{u"sync"_s, u"setup"_s, root, radicale.user()}
+                                        << QByteArray("wrong\n") << true << u"refused the login"_s;
         QTest::newRow("no server")
             << QStringList{u"sync"_s, u"setup"_s, u"http://127.0.0.1:9/"_s, radicale.user()}
             << QByteArray("x\n") << true << u"cannot reach"_s;
@@ -153,8 +153,8 @@ private slots:
         QTest::newRow("no Secret Service")
             << QStringList{u"sync"_s, u"setup"_s, root, radicale.user()}
             << radicale.password().toUtf8() << false << u"Secret Service"_s;
-        QTest::newRow("no account") << QStringList{u"sync"_s} << QByteArray() << true
-                                    << u"no account"_s;
+        QTest::newRow("no account")
+            << QStringList{u"sync"_s} << QByteArray() << true << u"no account"_s;
     }
 
     void failures()
@@ -195,17 +195,19 @@ private slots:
         const QString a = newFolder();
         const QString b = newFolder();
         const QByteArray password = server.password().toUtf8() + '\n';
-        const Run made = tavlo(a, {u"sync"_s, u"setup"_s, server.root().toString(), server.user()},
-                               password);
+        const Run made =
+            tavlo(a, {u"sync"_s, u"setup"_s, server.root().toString(), server.user()}, password);
         QCOMPARE(made.status, 0);
         const QString bookUrl = made.out.trimmed();
         // A book of this test's own, so that other tests' cards do not count.
-        const QUrl book = newAddressBook(QUrl(bookUrl).resolved(QUrl(u"../"_s)),
-                                         u"killed%1"_s.arg(m_folders), server.user(),
-                                         server.password());
+        const QUrl book =
+            newAddressBook(QUrl(bookUrl).resolved(QUrl(u"../"_s)), u"killed%1"_s.arg(m_folders),
+                           server.user(), server.password());
         QVERIFY(book.isValid());
-        QCOMPARE(tavlo(a, {u"sync"_s, u"setup"_s, book.toString(), server.user()}, password).status, 0);
-        QCOMPARE(tavlo(b, {u"sync"_s, u"setup"_s, book.toString(), server.user()}, password).status, 0);
+        QCOMPARE(tavlo(a, {u"sync"_s, u"setup"_s, book.toString(), server.user()}, password).status,
+                 0);
+        QCOMPARE(tavlo(b, {u"sync"_s, u"setup"_s, book.toString(), server.user()}, password).status,
+                 0);
 
         FileSettingsStore settingsA(a + u"/tavlo/tavlo.conf"_s);
         FavoritesStore favoritesA(settingsA);
@@ -218,9 +220,9 @@ private slots:
             QList<Favorite> list;
             for (int i = 0; i < count; ++i) {
                 ++made_;
-                list.append(Favorite(u"P%1"_s.arg(made_), u"%1 %2 19%3"_s.arg(1 + made_ % 28)
-                                                              .arg(1 + made_ % 12)
-                                                              .arg(50 + made_ % 50)));
+                list.append(Favorite(
+                    u"P%1"_s.arg(made_),
+                    u"%1 %2 19%3"_s.arg(1 + made_ % 28).arg(1 + made_ % 12).arg(50 + made_ % 50)));
             }
             return list;
         };
@@ -326,8 +328,8 @@ int main(int argc, char *argv[])
     keyring = &bus;
     for (const Kind kind : {Kind::Radicale, Kind::Xandikos}) {
         QString whyNot;
-        auto server = CardDavServer::start(kind, folder.filePath(CardDavServer::nameOf(kind)),
-                                           &whyNot);
+        auto server =
+            CardDavServer::start(kind, folder.filePath(CardDavServer::nameOf(kind)), &whyNot);
         if (!server) {
             qWarning("%s cannot start: %s", qPrintable(CardDavServer::nameOf(kind)),
                      qPrintable(whyNot));

@@ -33,7 +33,8 @@ Job *newJob(const QString &account)
 } // namespace
 
 void SecretServiceVault::read(
-    const QString &account, std::function<void(const QString &password, const QString &problem)> done)
+    const QString &account,
+    std::function<void(const QString &password, const QString &problem)> done)
 {
     auto *job = newJob<QKeychain::ReadPasswordJob>(account);
     QObject::connect(job, &QKeychain::Job::finished, job, [job, done = std::move(done)] {
