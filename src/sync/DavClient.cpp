@@ -55,8 +55,15 @@ void DavClient::sendTo(const QByteArray &method, const QUrl &url, const QByteArr
                            redirectsLeft - 1);
                     return;
                 }
-                if (response.status == 0)
-                    response.networkProblem = reply->errorString();
+                if (response.status == 0) {
+                    // A transfer timeout ends the reply as cancelled.
+                    response.networkProblem =
+                        reply->error() == QNetworkReply::OperationCanceledError
+                            ? QStringLiteral("no answer for %1 s").arg(m_timeoutMs / 1000.0)
+                            : reply->errorString();
+                    done(response);
+                    return;
+                }
                 response.body = reply->readAll();
                 response.etag = reply->rawHeader("ETag");
                 done(response);
