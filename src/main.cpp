@@ -10,6 +10,7 @@
 #include "platform/linux/EvolutionAddressBooks.h"
 #include "platform/linux/LinuxReminders.h"
 #include "platform/linux/PowerWakeups.h"
+#include "platform/linux/SecretServiceVault.h"
 #include "platform/linux/TerminationSignals.h"
 #include "settings/FileSettingsStore.h"
 
@@ -91,6 +92,12 @@ int runCommand()
             done();
     };
     context.phoneContacts = EvolutionAddressBooks::readAll;
+    std::optional<SecretServiceVault> vault;
+    context.passwords = [&vault]() -> PasswordVault * {
+        if (!vault)
+            vault.emplace();
+        return &*vault;
+    };
     // A change made here updates the birthdays calendar as the app would.
     BirthdayCalendar calendar(settings, context.preferredLanguages, clock);
     FavoritesStore::setChangeListener([&](const QList<Favorite> &list) {

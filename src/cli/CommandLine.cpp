@@ -6,6 +6,7 @@
 #include "cli/OutputTarget.h"
 #include "cli/RemindersCommand.h"
 #include "cli/ReportCommand.h"
+#include "cli/SyncCommand.h"
 #include "core/FatalError.h"
 #include "settings/AtomicFileWriter.h"
 #include "settings/SettingsStore.h"
@@ -25,6 +26,8 @@ Commands:
             vCard files or the phone's contacts, export them as vCards.
   reminders Print the birthday reminders that would be scheduled now.
   calendar  Export the birthdays as an iCalendar file for calendar apps.
+  sync      Keep the favorites the same as a CardDAV address book
+            (Nextcloud, Radicale): set up, sync, remove.
 
 Run "tavlo COMMAND --help" for a command's options.
 )";
@@ -120,7 +123,8 @@ int runCommandLine(const QStringList &arguments, CommandContext &context)
     setFatalExitStatus(ExitStatus::usage);
     const QString command = arguments.value(1);
     const bool usesSettings = command == u"report" || command == u"favorites" ||
-                              command == u"reminders" || command == u"calendar";
+                              command == u"reminders" || command == u"calendar" ||
+                              command == u"sync";
     if (usesSettings && !settingsCanBeUsed(context))
         return ExitStatus::notSaved;
     if (command == u"report")
@@ -131,6 +135,8 @@ int runCommandLine(const QStringList &arguments, CommandContext &context)
         return RemindersCommand(context).run(arguments.mid(1));
     if (command == u"calendar")
         return CalendarCommand(context).run(arguments.mid(1));
+    if (command == u"sync")
+        return SyncCommand(context).run(arguments.mid(1));
     if (command.isEmpty() || command == u"--help" || command == u"-h" || command == u"help") {
         context.out << usage;
         context.out.flush();

@@ -9,6 +9,7 @@
 
 class Clock;
 class NotificationCenter;
+class PasswordVault;
 class SettingsStore;
 
 // What a command works with; the process entry passes the real ones, tests
@@ -30,6 +31,11 @@ struct CommandContext
     // The phone's address books (`favorites import --contacts`); without
     // one, Plasma Mobile's address-book folder alone.
     PhoneContactsReader phoneContacts = {};
+    // Where the sync password is kept, made on first use; none where no
+    // Secret Service can be reached.
+    std::function<PasswordVault *()> passwords = {};
+    // The sync state file; empty for the one beside the settings.
+    QString syncStatePath = {};
 };
 
 // Exit statuses of the command line.

@@ -133,6 +133,23 @@ BirthdayExport::Output eachFavorite(const QList<Favorite> &favorites, Write writ
 
 namespace BirthdayExport {
 
+QByteArray contentLine(const QString &line)
+{
+    QByteArray out;
+    appendLine(out, line);
+    return out;
+}
+
+QString nameLine(const QString &name)
+{
+    return formattedNameLine(name);
+}
+
+QString birthdayText(const DayOfBirth &day)
+{
+    return birthdayValue(day);
+}
+
 Output vCards(const QList<Favorite> &favorites)
 {
     return eachFavorite(favorites, [](QByteArray &out, const Favorite &favorite,

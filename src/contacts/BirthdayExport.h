@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "core/DayOfBirth.h"
 #include "favorites/FavoritesStore.h"
 #include "texts/UiStrings.h"
 
@@ -28,6 +29,13 @@ struct Output
 // also goes exactly into FN's parameter exactNameParameter, as
 // percent-encoded UTF-8, so that Tavlo's import gives back the same name.
 Output vCards(const QList<Favorite> &favorites);
+
+// The pieces of those cards, for cards written one at a time: a content
+// line folded and CRLF-ended, the FN line of a name, and BDAY's value in
+// vCard 4.0 ("19850312", "--0312").
+QByteArray contentLine(const QString &line);
+QString nameLine(const QString &name);
+QString birthdayText(const DayOfBirth &day);
 
 // FN;X-TAVLO-NAME=Ann%0DLee:Ann\nLee
 inline constexpr char exactNameParameter[] = "X-TAVLO-NAME";

@@ -99,4 +99,15 @@ inline const BooleanKey followContacts{QStringLiteral("followContacts")};
 // birthday are what the contact said when the favorite was last set from it.
 inline const StringTableKey followedContacts{QStringLiteral("followedContacts")};
 
+// The CardDAV address book the favorites are synced with (its URL), the
+// user name, and the vCard version new cards are written in ("4.0" or
+// "3.0"). The password is in the Secret Service, never here.
+inline const StringKey syncAddressBook{QStringLiteral("syncAddressBook")};
+inline const StringKey syncUser{QStringLiteral("syncUser")};
+inline const StringKey syncCardVersion{QStringLiteral("syncCardVersion")};
+// When the last sync ended well (ISO 8601, UTC), and what went wrong with
+// the last one that did not (empty after one that went well).
+inline const StringKey syncLastDone{QStringLiteral("syncLastDone")};
+inline const StringKey syncProblem{QStringLiteral("syncProblem")};
+
 } // namespace SettingsKeys

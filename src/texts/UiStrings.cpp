@@ -248,6 +248,7 @@ const std::array<Row, UiTextCount> &rows()
         {u"Save"_s, u"Speichern"_s, u"Сохранить"_s},
         {u"File name"_s, u"Dateiname"_s, u"Имя файла"_s},
         {u"Up one folder"_s, u"Einen Ordner höher"_s, u"На папку выше"_s},
+        {u"%1 (conflict copy)"_s, u"%1 (Konfliktkopie)"_s, u"%1 (копия при конфликте)"_s},
     }};
     return table;
 }

@@ -170,13 +170,14 @@ public:
         FileDialogSave,          // 150
         FileDialogName,          // 151
         FileDialogUp,            // 152
+        SyncConflictCopy,        // 153: %1 the name; the local version kept beside the server's
     };
     Q_ENUM(UiText)
 };
 
 using UiText = UiTexts::UiText;
 
-inline constexpr int UiTextCount = 152;
+inline constexpr int UiTextCount = 153;
 
 // The process-wide table of interface texts. It starts out English; applying
 // German or Russian overwrites every entry. Applying English changes nothing,

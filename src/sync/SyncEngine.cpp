@@ -1,0 +1,549 @@
+// SPDX-License-Identifier: MIT
+#include "sync/SyncEngine.h"
+
+#include "sync/DavXml.h"
+#include "sync/SyncCard.h"
+
+#include <QDateTime>
+#include <QDir>
+#include <QFileInfo>
+#include <QSet>
+#include <algorithm>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+// Cards per addressbook-multiget: large enough that 5,000 cards are a few
+// requests, small enough that no answer is huge.
+constexpr qsizetype fetchBatch = 250;
+// Requests on the way at once while sending.
+constexpr int parallelSends = 4;
+// Confirmed sends between two writes of the state.
+constexpr int saveEvery = 200;
+// A change refused because the card's ETag moved on goes again this often.
+constexpr int maxAttempts = 3;
+
+// `after` made of `before` (ids added, changed and removed), done again on
+// `fresh`: the list as it is stored now, with what others changed since.
+QList<Favorite> sameEdits(const QList<Favorite> &before, const QList<Favorite> &after,
+                          QList<Favorite> fresh)
+{
+    QHash<QString, const Favorite *> was;
+    for (const Favorite &favorite : before)
+        was.insert(favorite.id, &favorite);
+    QHash<QString, const Favorite *> now;
+    for (const Favorite &favorite : after)
+        now.insert(favorite.id, &favorite);
+    QList<Favorite> result;
+    result.reserve(fresh.size() + after.size());
+    QSet<QString> placed;
+    for (const Favorite &favorite : fresh) {
+        if (was.contains(favorite.id) && !now.contains(favorite.id))
+            continue;
+        if (const Favorite *changed = now.value(favorite.id);
+            changed && was.contains(favorite.id) && !placed.contains(favorite.id) &&
+            !SyncMerge::sameContent(*changed, *was.value(favorite.id))) {
+            result.append(*changed);
+        } else {
+            result.append(favorite);
+        }
+        placed.insert(favorite.id);
+    }
+    for (const Favorite &favorite : after) {
+        if (!was.contains(favorite.id) && !placed.contains(favorite.id))
+            result.append(favorite);
+    }
+    return result;
+}
+
+} // namespace
+
+SyncEngine::SyncEngine(SettingsStore &settings, QString statePath, SyncAccount account,
+                       QObject *parent)
+    : QObject(parent), m_favorites(settings), m_statePath(std::move(statePath)),
+      m_account(std::move(account)),
+      m_client(new DavClient(m_account.user, m_account.password, this)),
+      m_today(QDate::currentDate())
+{
+    QString path = m_account.addressBook.path();
+    if (!path.endsWith(u'/'))
+        m_account.addressBook.setPath(path + u'/');
+}
+
+SyncEngine::~SyncEngine() = default;
+
+QString SyncEngine::summary(const SyncCounts &counts)
+{
+    return u"sent %1, received %2, deleted %3, conflicts kept %4"_s.arg(counts.sent)
+        .arg(counts.received)
+        .arg(counts.deleted)
+        .arg(counts.conflicts);
+}
+
+QString SyncEngine::problemOf(const DavResponse &response, const QString &what)
+{
+    if (response.status == 0)
+        return u"cannot reach the server: %1"_s.arg(response.networkProblem);
+    if (response.status == 401)
+        return u"the server refused the login (wrong user or password)"_s;
+    if (response.status >= 500)
+        return u"the server failed (HTTP %1) while %2"_s.arg(response.status).arg(what);
+    return u"the server answered HTTP %1 while %2"_s.arg(response.status).arg(what);
+}
+
+QString SyncEngine::hrefOf(const QString &serverHref) const
+{
+    return m_account.addressBook.resolved(QUrl(serverHref)).path(QUrl::FullyEncoded);
+}
+
+QUrl SyncEngine::urlOf(const QString &href) const
+{
+    QUrl url = m_account.addressBook;
+    url.setPath(href, QUrl::TolerantMode);
+    return url;
+}
+
+void SyncEngine::start(Done done)
+{
+    m_done = std::move(done);
+    QDir().mkpath(QFileInfo(m_statePath).absolutePath());
+    m_lock = std::make_unique<QLockFile>(m_statePath + u".lock"_s);
+    // A sync that takes long is not broken into; one whose process is gone is.
+    m_lock->setStaleLockTime(0);
+    if (!m_lock->tryLock(0)) {
+        const bool held = m_lock->error() == QLockFile::LockFailedError;
+        m_lock.reset();
+        fail(held ? u"another sync of these favorites is running"_s
+                  : u"cannot lock %1.lock"_s.arg(m_statePath));
+        return;
+    }
+    QString problem;
+    m_state = SyncState::read(m_statePath, &problem);
+    const QString book = m_account.addressBook.toString();
+    if (m_state.addressBook != book) {
+        // Another address book, or none yet: what is known of cards starts
+        // afresh; favorites and cards are paired again by UID and content.
+        m_state = SyncState();
+        m_state.addressBook = book;
+    }
+    listChanges();
+}
+
+void SyncEngine::listChanges()
+{
+    m_client->report(m_account.addressBook, 0, DavXml::syncCollection(m_state.syncToken),
+                     [this](const DavResponse &response) {
+                         if (response.status == 207) {
+                             const std::optional<DavMultistatus> listing =
+                                 DavXml::readMultistatus(response.body);
+                             if (!listing)
+                                 return fail(u"the server's answer could not be read"_s);
+                             const bool removals =
+                                 std::any_of(listing->responses.cbegin(), listing->responses.cend(),
+                                             [](const DavResource &r) { return r.status == 404; });
+                             m_state.removalsReported |= removals;
+                             // Something changed that the answer does not
+                             // name, on a server that may leave removals out
+                             // (or has not been listed whole for a day): the
+                             // full listing finds them.
+                             const QDateTime listed =
+                                 QDateTime::fromString(m_state.fullyListed, Qt::ISODate);
+                             const bool due =
+                                 !listed.isValid() ||
+                                 listed.secsTo(QDateTime::currentDateTimeUtc()) > 24 * 60 * 60;
+                             if (!m_state.removalsReported && !m_state.syncToken.isEmpty() &&
+                                 listing->syncToken != m_state.syncToken &&
+                                 (listing->responses.isEmpty() || due))
+                                 return listAll(listing->syncToken);
+                             return takeListing(listing->responses, m_state.syncToken.isEmpty(),
+                                                listing->syncToken);
+                         }
+                         if (response.status == 0 || response.status == 401)
+                             return fail(problemOf(response, u"listing the changes"_s));
+                         // An unknown or expired token (403, 409, 500), or
+                         // no sync-collection at all: list every card.
+                         listAll(QString());
+                     });
+}
+
+void SyncEngine::listAll(const QString &token)
+{
+    m_client->propfind(m_account.addressBook, 1, DavXml::etagProperties(),
+                       [this, token](const DavResponse &response) {
+                           if (response.status != 207)
+                               return fail(problemOf(response, u"listing the cards"_s));
+                           const std::optional<DavMultistatus> listing =
+                               DavXml::readMultistatus(response.body);
+                           if (!listing)
+                               return fail(u"the server's answer could not be read"_s);
+                           takeListing(listing->responses, true, token);
+                       });
+}
+
+void SyncEngine::takeListing(const QList<DavResource> &resources, bool complete,
+                             const QString &token)
+{
+    m_newToken = token;
+    QHash<QString, QByteArray> known;
+    for (const SyncEntry &entry : std::as_const(m_state.entries))
+        known.insert(entry.href, entry.etag);
+    for (const SyncEntry &entry : std::as_const(m_state.pendingDeletes))
+        known.insert(entry.href, entry.etag);
+    const QString collection = m_account.addressBook.path(QUrl::FullyEncoded);
+    QSet<QString> seen;
+    for (const DavResource &resource : resources) {
+        const QString href = hrefOf(resource.href);
+        if (href == collection || resource.isCollection)
+            continue;
+        if (resource.status == 404) {
+            m_removed.append(href);
+            continue;
+        }
+        seen.insert(href);
+        const auto found = known.constFind(href);
+        if (found == known.cend() || resource.etag.isEmpty() || *found != resource.etag)
+            m_toFetch.append(href);
+    }
+    if (complete) {
+        m_state.fullyListed = QDateTime::currentDateTimeUtc().toString(Qt::ISODate);
+        for (auto it = known.cbegin(); it != known.cend(); ++it) {
+            if (!seen.contains(it.key()))
+                m_removed.append(it.key());
+        }
+    }
+    if (m_stepHook)
+        m_stepHook(Step::Listed);
+    fetchNext();
+}
+
+void SyncEngine::fetchNext()
+{
+    if (m_toFetch.isEmpty())
+        return applyServerChanges();
+    const QStringList batch = m_toFetch.mid(0, fetchBatch);
+    m_toFetch.remove(0, batch.size());
+    m_client->report(m_account.addressBook, 1, DavXml::multiget(batch),
+                     [this, batch](const DavResponse &response) {
+                         if (response.status != 207)
+                             return fail(problemOf(response, u"fetching cards"_s));
+                         const std::optional<DavMultistatus> cards =
+                             DavXml::readMultistatus(response.body);
+                         if (!cards)
+                             return fail(u"the server's answer could not be read"_s);
+                         QSet<QString> answered;
+                         for (const DavResource &resource : cards->responses) {
+                             const QString href = hrefOf(resource.href);
+                             if (resource.hasAddressData) {
+                                 m_fetched.append({href, resource.etag, resource.addressData});
+                                 answered.insert(href);
+                             }
+                         }
+                         // Gone between the listing and now.
+                         for (const QString &href : batch) {
+                             if (!answered.contains(href))
+                                 m_removed.append(href);
+                         }
+                         fetchNext();
+                     });
+}
+
+WriteResult SyncEngine::storeFavorites(const QList<Favorite> &before, const QList<Favorite> &after)
+{
+    m_favorites.load();
+    return m_favorites.replaceAll(sameEdits(before, after, m_favorites.all()));
+}
+
+WriteResult SyncEngine::saveState()
+{
+    m_sinceSaved = 0;
+    return m_state.write(m_statePath, m_writer);
+}
+
+void SyncEngine::applyServerChanges()
+{
+    if (!m_fetched.isEmpty() || !m_removed.isEmpty()) {
+        m_favorites.load();
+        const QList<Favorite> before = m_favorites.all();
+        SyncMerge::Result merged =
+            SyncMerge::fromServer(before, m_state, m_fetched, m_removed, m_today, m_conflictName);
+        if (merged.favorites != before) {
+            if (const WriteResult stored = storeFavorites(before, merged.favorites); !stored)
+                return fail(stored.message());
+        }
+        m_state = std::move(merged.state);
+        m_outcome.counts.received += merged.counts.received;
+        m_outcome.counts.deleted += merged.counts.deleted;
+        m_outcome.counts.conflicts += merged.counts.conflicts;
+    }
+    if (m_state.syncToken != m_newToken || !m_fetched.isEmpty() || !m_removed.isEmpty()) {
+        m_state.syncToken = m_newToken;
+        if (const WriteResult stored = saveState(); !stored)
+            return fail(stored.message());
+    }
+    m_fetched.clear();
+    m_removed.clear();
+    if (m_stepHook)
+        m_stepHook(Step::Applied);
+    send();
+}
+
+void SyncEngine::send()
+{
+    m_favorites.load();
+    m_local = m_favorites.all();
+    m_localBefore = m_local;
+    if (m_stepHook)
+        m_stepHook(Step::Sending);
+
+    QHash<QString, qsizetype> position;
+    for (qsizetype i = 0; i < m_local.size(); ++i) {
+        if (!position.contains(m_local.at(i).id))
+            position.insert(m_local.at(i).id, i);
+    }
+    // Deleted here: pending until the server confirms. A pending delete whose
+    // favorite is back (undone) is no delete.
+    bool moved = false;
+    for (qsizetype i = m_state.pendingDeletes.size() - 1; i >= 0; --i) {
+        if (position.contains(m_state.pendingDeletes.at(i).id)) {
+            m_state.entries.append(m_state.pendingDeletes.takeAt(i));
+            moved = true;
+        }
+    }
+    QSet<QString> linked;
+    for (qsizetype i = m_state.entries.size() - 1; i >= 0; --i) {
+        const SyncEntry &entry = m_state.entries.at(i);
+        if (entry.id.isEmpty())
+            continue;
+        if (!position.contains(entry.id)) {
+            m_state.pendingDeletes.append(m_state.entries.takeAt(i));
+            moved = true;
+        } else {
+            linked.insert(entry.id);
+        }
+    }
+    m_queue.clear();
+    m_state.sending.clear();
+    for (const SyncEntry &entry : std::as_const(m_state.pendingDeletes)) {
+        m_queue.append([this, entry] {
+            m_client->remove(
+                urlOf(entry.href), entry.etag,
+                [this, entry](const DavResponse &response) { deleted(entry, response); });
+        });
+    }
+    for (const SyncEntry &entry : std::as_const(m_state.entries)) {
+        if (entry.id.isEmpty())
+            continue;
+        const Favorite &favorite = m_local.at(position.value(entry.id));
+        const std::optional<DayOfBirth> day = DayOfBirth::fromStored(favorite.birthday);
+        if (!day || SyncMerge::sameContent(favorite, {entry.name, entry.birthday}))
+            continue;
+        m_state.sending.append({entry.href, {}, favorite.id, favorite.name, favorite.birthday, {}});
+        queueChange(entry.href, favorite, 1);
+    }
+    for (const Favorite &favorite : std::as_const(m_local)) {
+        const std::optional<DayOfBirth> day = DayOfBirth::fromStored(favorite.birthday);
+        if (!day || favorite.id.isEmpty() || linked.contains(favorite.id))
+            continue;
+        linked.insert(favorite.id);
+        const QString href = m_account.addressBook.path(QUrl::FullyEncoded) +
+                             QString::fromLatin1(QUrl::toPercentEncoding(favorite.id)) + u".vcf"_s;
+        const QByteArray card = SyncCard::newCard(favorite, *day, m_account.vCardVersion);
+        m_state.sending.append({href, {}, favorite.id, favorite.name, favorite.birthday, {}});
+        m_queue.append([this, href, card, favorite] {
+            m_client->put(urlOf(href), card, {}, [=, this](const DavResponse &response) {
+                sent(href, favorite, card, response, true, 1);
+            });
+        });
+    }
+    // Pending deletes and the cards about to go are on the disk before
+    // anything is sent.
+    if (moved || !m_state.sending.isEmpty()) {
+        if (const WriteResult stored = saveState(); !stored)
+            return fail(stored.message());
+    }
+    sendNext();
+}
+
+void SyncEngine::queueChange(const QString &href, const Favorite &favorite, int attempt)
+{
+    m_queue.append([this, href, favorite, attempt] {
+        const qsizetype e = m_state.indexOfHref(href);
+        if (e < 0)
+            return sendNext();
+        const SyncEntry &entry = m_state.entries.at(e);
+        const QByteArray card =
+            SyncCard::changedCard(entry.card, favorite, *DayOfBirth::fromStored(favorite.birthday));
+        m_client->put(urlOf(href), card, entry.etag, [=, this](const DavResponse &response) {
+            sent(href, favorite, card, response, false, attempt);
+        });
+    });
+}
+
+void SyncEngine::sendNext()
+{
+    while (!m_failed && !m_queue.isEmpty() && m_client->inFlight() < parallelSends)
+        m_queue.takeFirst()();
+    if (m_client->inFlight() == 0 && (m_queue.isEmpty() || m_failed))
+        finishSending();
+}
+
+void SyncEngine::confirmed()
+{
+    // Not while a 412 has changed favorites not yet stored: the state must
+    // never say more than the favorites hold.
+    if (++m_sinceSaved >= saveEvery && m_local == m_localBefore) {
+        if (const WriteResult stored = saveState(); !stored)
+            m_failed = true, m_outcome.problem = stored.message();
+    }
+    sendNext();
+}
+
+void SyncEngine::sent(const QString &href, const Favorite &favorite, const QByteArray &card,
+                      const DavResponse &response, bool create, int attempt)
+{
+    if (response.status == 412)
+        return refused(href, favorite.id, create, attempt);
+    // Stored is 200, 201 or 204; anything else (a proxy's 207, a redirect
+    // page) is no word that the card is there.
+    if (response.status != 200 && response.status != 201 && response.status != 204) {
+        failSending(problemOf(response, u"sending a card"_s));
+        return sendNext();
+    }
+    SyncEntry entry{href, response.etag, favorite.id, favorite.name, favorite.birthday, card};
+    if (const qsizetype s = m_state.sendingIndexOfHref(href); s >= 0)
+        m_state.sending.removeAt(s);
+    const qsizetype e = m_state.indexOfHref(href);
+    if (e >= 0)
+        m_state.entries[e] = entry;
+    else
+        m_state.entries.append(entry);
+    ++m_outcome.counts.sent;
+    ++m_written;
+    // A server that sends no ETag with its answer is asked for it; until
+    // then the card counts as changed, and is fetched again next time.
+    if (response.etag.isEmpty())
+        return readEtagBack(href);
+    confirmed();
+}
+
+void SyncEngine::readEtagBack(const QString &href)
+{
+    m_client->propfind(
+        urlOf(href), 0, DavXml::etagProperties(), [this, href](const DavResponse &response) {
+            const std::optional<DavMultistatus> answer =
+                response.status == 207 ? DavXml::readMultistatus(response.body) : std::nullopt;
+            const qsizetype e = m_state.indexOfHref(href);
+            if (answer && !answer->responses.isEmpty() && e >= 0)
+                m_state.entries[e].etag = answer->responses.first().etag;
+            confirmed();
+        });
+}
+
+void SyncEngine::refused(const QString &href, const QString &id, bool create, int attempt)
+{
+    Q_UNUSED(create);
+    m_client->get(urlOf(href), [=, this](const DavResponse &response) {
+        if (!response.ok() && response.status != 404 && response.status != 410) {
+            failSending(problemOf(response, u"fetching a card changed elsewhere"_s));
+            return sendNext();
+        }
+        std::optional<ServerCard> server;
+        if (response.ok())
+            server = ServerCard{href, response.etag, response.body};
+        const bool again = SyncMerge::resolveRefused(m_local, m_state, m_outcome.counts, href, id,
+                                                     server, m_today, m_conflictName);
+        if (again && attempt < maxAttempts) {
+            for (const Favorite &favorite : std::as_const(m_local)) {
+                if (favorite.id == id) {
+                    queueChange(href, favorite, attempt + 1);
+                    break;
+                }
+            }
+        }
+        confirmed();
+    });
+}
+
+void SyncEngine::deleted(const SyncEntry &entry, const DavResponse &response)
+{
+    if (response.status == 412) {
+        m_client->get(urlOf(entry.href), [=, this](const DavResponse &current) {
+            if (!current.ok() && current.status != 404 && current.status != 410) {
+                failSending(problemOf(current, u"fetching a card changed elsewhere"_s));
+                return sendNext();
+            }
+            if (const qsizetype p = m_state.pendingIndexOfHref(entry.href); p >= 0)
+                m_state.pendingDeletes.removeAt(p);
+            if (current.ok()) {
+                // Changed on the server since: that version comes back.
+                SyncMerge::resolveRefused(m_local, m_state, m_outcome.counts, entry.href, entry.id,
+                                          ServerCard{entry.href, current.etag, current.body},
+                                          m_today, m_conflictName);
+            } else {
+                ++m_outcome.counts.deleted;
+            }
+            confirmed();
+        });
+        return;
+    }
+    if (response.status != 200 && response.status != 204 && response.status != 404 &&
+        response.status != 410) {
+        failSending(problemOf(response, u"deleting a card"_s));
+        return sendNext();
+    }
+    if (const qsizetype p = m_state.pendingIndexOfHref(entry.href); p >= 0)
+        m_state.pendingDeletes.removeAt(p);
+    ++m_outcome.counts.deleted;
+    ++m_written;
+    confirmed();
+}
+
+void SyncEngine::failSending(const QString &problem)
+{
+    if (!m_failed)
+        m_outcome.problem = problem;
+    m_failed = true;
+    m_queue.clear();
+}
+
+void SyncEngine::finishSending()
+{
+    const bool localChanged = m_local != m_localBefore;
+    if (localChanged) {
+        if (const WriteResult stored = storeFavorites(m_localBefore, m_local); !stored) {
+            // The state stays as last written: the next sync meets the same
+            // cards again.
+            failSending(stored.message());
+            return finish();
+        }
+    }
+    if (const WriteResult stored = saveState(); !stored)
+        failSending(stored.message());
+    if (m_failed)
+        return finish();
+    // Once more from the listing: what was sent moved the collection on, and
+    // a token from before it could name a later state too (a server whose
+    // token is a hash of the contents gives the same token again once a card
+    // made here is deleted elsewhere). Conflict copies made just now go then.
+    if ((localChanged || m_written > 0) && ++m_round < maxAttempts) {
+        m_written = 0;
+        return listChanges();
+    }
+    m_outcome.ok = true;
+    finish();
+}
+
+void SyncEngine::fail(const QString &problem)
+{
+    m_outcome.ok = false;
+    m_outcome.problem = problem;
+    finish();
+}
+
+void SyncEngine::finish()
+{
+    m_lock.reset();
+    if (m_done)
+        std::exchange(m_done, {})(m_outcome);
+}

@@ -1,0 +1,145 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "favorites/FavoritesStore.h"
+#include "settings/AtomicFileWriter.h"
+#include "sync/DavClient.h"
+#include "sync/DavXml.h"
+#include "sync/SyncMerge.h"
+#include "sync/SyncState.h"
+
+#include <QDate>
+#include <QHash>
+#include <QLockFile>
+#include <QObject>
+#include <QUrl>
+#include <functional>
+#include <memory>
+
+// The account a sync talks to.
+struct SyncAccount
+{
+    // The address book's own URL.
+    QUrl addressBook;
+    QString user;
+    QString password;
+    // "4.0", or "3.0" for a server that offers nothing newer; new cards are
+    // written so.
+    QString vCardVersion = QStringLiteral("4.0");
+};
+
+// How a sync ended: done, or why not in one plain line.
+struct SyncOutcome
+{
+    bool ok = false;
+    QString problem;
+    SyncCounts counts;
+};
+
+// One two-way sync of the favorites with a CardDAV address book, entirely
+// asynchronous. In order:
+//
+// 1. What changed on the server: sync-collection (RFC 6578) from the stored
+//    token, or, where the server refuses the token or the report (403, 409,
+//    500, ...), a listing of every card's ETag compared with the state.
+// 2. The changed cards, fetched by addressbook-multiget.
+// 3. Their changes put together with the favorites (SyncMerge), stored
+//    through the favorites store, then the state with the new token: the
+//    favorites first, so that a stop in between only makes the next sync
+//    fetch the same again.
+// 4. What changed here sent: deletes (recorded as pending before they go,
+//    dropped only once the server confirms), changes with If-Match and the
+//    stored ETag, new cards with If-None-Match: *. A 412 fetches the card
+//    and puts the two together again; a change refused only because the
+//    ETag moved on goes again.
+//
+// Any other answer (401, 5xx, no answer, garbage) ends the sync at once:
+// what was confirmed is kept in the state, nothing else changes, and the
+// next sync goes on from there. One sync at a time per state file (a lock
+// file beside it).
+class SyncEngine : public QObject
+{
+    Q_OBJECT
+public:
+    // Works on the favorites of `settings` through a store of its own, so
+    // that changes made meanwhile through another (the screens') are merged
+    // with its own as another process's would be.
+    SyncEngine(SettingsStore &settings, QString statePath, SyncAccount account,
+               QObject *parent = nullptr);
+    ~SyncEngine() override;
+
+    void setToday(QDate today) { m_today = today; }
+    void setTimeout(int milliseconds) { m_client->setTimeout(milliseconds); }
+    // "%1 (conflict copy)" in the person's language.
+    void setConflictName(QString pattern) { m_conflictName = std::move(pattern); }
+    void setStateWriter(AtomicFileWriter writer) { m_writer = std::move(writer); }
+
+    // Points between the steps, for tests that change the server meanwhile.
+    enum class Step { Listed, Applied, Sending };
+    void setStepHook(std::function<void(Step)> hook) { m_stepHook = std::move(hook); }
+
+    using Done = std::function<void(const SyncOutcome &)>;
+    void start(Done done);
+
+    // "sent 3, received 2, deleted 1, conflicts kept 0"
+    static QString summary(const SyncCounts &counts);
+    // A plain line for an answer that ended a sync.
+    static QString problemOf(const DavResponse &response, const QString &what);
+
+private:
+    void listChanges();
+    // Every card's ETag; `token` is the one to keep after (none after a
+    // token the server refused).
+    void listAll(const QString &token);
+    void takeListing(const QList<DavResource> &resources, bool complete, const QString &token);
+    void fetchNext();
+    void applyServerChanges();
+    void send();
+    void queueChange(const QString &href, const Favorite &favorite, int attempt);
+    void sendNext();
+    void confirmed();
+    void sent(const QString &href, const Favorite &favorite, const QByteArray &card,
+              const DavResponse &response, bool create, int attempt);
+    void refused(const QString &href, const QString &id, bool create, int attempt);
+    void deleted(const SyncEntry &entry, const DavResponse &response);
+    void readEtagBack(const QString &href);
+    void failSending(const QString &problem);
+    void finishSending();
+    void fail(const QString &problem);
+    void finish();
+    WriteResult saveState();
+    // Stores `after`, made of `before`, as the same edits on the favorites
+    // as they are stored now.
+    WriteResult storeFavorites(const QList<Favorite> &before, const QList<Favorite> &after);
+
+    QString hrefOf(const QString &serverHref) const;
+    QUrl urlOf(const QString &href) const;
+
+    FavoritesStore m_favorites;
+    QString m_statePath;
+    SyncAccount m_account;
+    DavClient *m_client;
+    AtomicFileWriter m_writer;
+    std::unique_ptr<QLockFile> m_lock;
+    QDate m_today;
+    QString m_conflictName = QStringLiteral("%1 (conflict copy)");
+    std::function<void(Step)> m_stepHook;
+    Done m_done;
+
+    SyncState m_state;
+    SyncOutcome m_outcome;
+    QString m_newToken;
+    QStringList m_toFetch;
+    QStringList m_removed;
+    QList<ServerCard> m_fetched;
+    // The favorites the sending round works on; changes that 412s bring are
+    // made here and stored at the round's end.
+    QList<Favorite> m_local;
+    QList<Favorite> m_localBefore;
+    QList<std::function<void()>> m_queue;
+    int m_round = 0;
+    // Cards written or deleted on the server in this pass.
+    int m_written = 0;
+    int m_sinceSaved = 0;
+    bool m_failed = false;
+};
