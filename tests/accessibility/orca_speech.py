@@ -89,9 +89,31 @@ class Desktop:
             raise
 
     def start_all(self):
+        # An Xvfb started beside another one can lose the display it named
+        # a moment later; openbox then finds no display. A new pair, then.
+        for _ in range(3):
+            xvfb = self.start_display()
+            window_manager = self.start(["openbox"])
+            if self.window_manager_ready(window_manager):
+                break
+            for process in (window_manager, xvfb):
+                process.terminate()
+                process.wait(5)
+        else:
+            raise Failure("openbox did not take the screen")
+        self.start(["/usr/libexec/at-spi-bus-launcher", "--launch-immediately"])
+        # What a desktop's accessibility switch says; Orca and the toolkits read it.
+        subprocess.run(["gsettings", "set", "org.gnome.desktop.a11y.applications",
+                        "screen-reader-enabled", "true"], env=self.env, check=False)
+        self.log_path = os.path.join(self.dir, "orca.log")
+        self.start(["/usr/bin/python3", os.path.abspath(__file__), "--run-orca", self.log_path])
+        self.seen = 0
+        self.wait_for_speech("Screen reader on", 30)
+
+    def start_display(self):
         read, write = os.pipe()
-        self.start(["Xvfb", "-displayfd", str(write), "-screen", "0", "480x900x24",
-                    "-nolisten", "tcp"], pass_fds=(write,))
+        xvfb = self.start(["Xvfb", "-displayfd", str(write), "-screen", "0", "480x900x24",
+                           "-nolisten", "tcp"], pass_fds=(write,))
         os.close(write)
         display = b""
         while not display.endswith(b"\n"):
@@ -101,24 +123,19 @@ class Desktop:
             display += chunk
         os.close(read)
         self.env["DISPLAY"] = ":" + display.decode().strip()
-        self.start(["/usr/libexec/at-spi-bus-launcher", "--launch-immediately"])
-        self.start(["openbox"])
-        # On a busy machine openbox takes a while to claim the screen; until
-        # it does, activating the app's window fails and Orca hears nothing.
+        return xvfb
+
+    def window_manager_ready(self, window_manager):
+        """On a busy machine openbox takes a while to claim the screen; until
+        it does, activating the app's window fails and Orca hears nothing."""
         end = time.monotonic() + 30
         while "_NET_ACTIVE_WINDOW" not in subprocess.run(
                 ["xprop", "-root", "_NET_SUPPORTED"], env=self.env, capture_output=True,
                 text=True).stdout:
-            if time.monotonic() > end:
-                raise Failure("openbox did not take the screen")
+            if window_manager.poll() is not None or time.monotonic() > end:
+                return False
             time.sleep(0.1)
-        # What a desktop's accessibility switch says; Orca and the toolkits read it.
-        subprocess.run(["gsettings", "set", "org.gnome.desktop.a11y.applications",
-                        "screen-reader-enabled", "true"], env=self.env, check=False)
-        self.log_path = os.path.join(self.dir, "orca.log")
-        self.start(["/usr/bin/python3", os.path.abspath(__file__), "--run-orca", self.log_path])
-        self.seen = 0
-        self.wait_for_speech("Screen reader on", 30)
+        return True
 
     def tell_what_ran(self):
         """The last words of every process started, for a start that failed."""
