@@ -66,16 +66,6 @@ Rgb rgbOf(QRgb c)
     return {qRed(c) / 255.0, qGreen(c) / 255.0, qBlue(c) / 255.0};
 }
 
-QString describe(const QQuickItem *item)
-{
-    QString name = item->objectName();
-    for (const QQuickItem *up = item->parentItem(); name.isEmpty() && up; up = up->parentItem())
-        name = up->objectName();
-    const QString text = item->property("text").toString().left(24).replace(u'\n', u' ');
-    return (name.isEmpty() ? QString::fromLatin1(item->metaObject()->className()) : name) +
-           (text.isEmpty() ? QString() : u" \""_qs + text + u'"');
-}
-
 struct Finding
 {
     QString what;

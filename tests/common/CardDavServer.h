@@ -11,6 +11,7 @@
 #include <QTest>
 #include <QUrl>
 #include <csignal>
+#include <map>
 #include <memory>
 #include <sys/prctl.h>
 
@@ -35,6 +36,23 @@ public:
         if (!server->launch(whyNot))
             return nullptr;
         return server;
+    }
+
+    // Radicale and Xandikos both, in folders under `folder`; false, with
+    // the reason told, when either cannot start.
+    static bool startBoth(const QString &folder,
+                          std::map<Kind, std::unique_ptr<CardDavServer>> &servers)
+    {
+        for (const Kind kind : {Kind::Radicale, Kind::Xandikos}) {
+            QString whyNot;
+            auto server = start(kind, QDir(folder).filePath(nameOf(kind)), &whyNot);
+            if (!server) {
+                qWarning("%s cannot start: %s", qPrintable(nameOf(kind)), qPrintable(whyNot));
+                return false;
+            }
+            servers[kind] = std::move(server);
+        }
+        return true;
     }
 
     ~CardDavServer()

@@ -3,8 +3,21 @@
 
 #include "ScreenHarness.h"
 
+#include <QQuickItem>
 #include <QTest>
 #include <functional>
+
+// An item as a finding names it: its own or its nearest named parent's
+// objectName, and the start of its text.
+inline QString describe(const QQuickItem *item)
+{
+    QString name = item->objectName();
+    for (const QQuickItem *up = item->parentItem(); name.isEmpty() && up; up = up->parentItem())
+        name = up->objectName();
+    const QString text = item->property("text").toString().left(24).replace(u'\n', u' ');
+    return (name.isEmpty() ? QString::fromLatin1(item->metaObject()->className()) : name) +
+           (text.isEmpty() ? QString() : u" \""_qs + text + u'"');
+}
 
 // The whole app, every screen, dialog and menu shown in turn with a list of
 // favorites whose names need every bundled face (a sign, an emoji, markup)

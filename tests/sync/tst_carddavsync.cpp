@@ -506,17 +506,8 @@ int main(int argc, char *argv[])
     QCoreApplication app(argc, argv);
     QTemporaryDir folder;
     scratch = &folder;
-    for (const Kind kind : {Kind::Radicale, Kind::Xandikos}) {
-        QString whyNot;
-        auto server =
-            CardDavServer::start(kind, folder.filePath(CardDavServer::nameOf(kind)), &whyNot);
-        if (!server) {
-            qWarning("%s cannot start: %s", qPrintable(CardDavServer::nameOf(kind)),
-                     qPrintable(whyNot));
-            return 77;
-        }
-        servers[kind] = std::move(server);
-    }
+    if (!CardDavServer::startBoth(folder.path(), servers))
+        return 77;
     TestCardDavSync test;
     const int status = QTest::qExec(&test, argc, argv);
     servers.clear();

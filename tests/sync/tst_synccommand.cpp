@@ -326,17 +326,8 @@ int main(int argc, char *argv[])
         return 77;
     }
     keyring = &bus;
-    for (const Kind kind : {Kind::Radicale, Kind::Xandikos}) {
-        QString whyNot;
-        auto server =
-            CardDavServer::start(kind, folder.filePath(CardDavServer::nameOf(kind)), &whyNot);
-        if (!server) {
-            qWarning("%s cannot start: %s", qPrintable(CardDavServer::nameOf(kind)),
-                     qPrintable(whyNot));
-            return 77;
-        }
-        servers[kind] = std::move(server);
-    }
+    if (!CardDavServer::startBoth(folder.path(), servers))
+        return 77;
     TestSyncCommand test;
     const int status = QTest::qExec(&test, argc, argv);
     servers.clear();
