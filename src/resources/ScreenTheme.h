@@ -40,6 +40,7 @@ class ScreenTheme : public QObject
     Q_PROPERTY(QColor switchOnColor READ switchOnColor NOTIFY changed)
     Q_PROPERTY(QColor switchOffColor READ switchOffColor NOTIFY changed)
     Q_PROPERTY(QColor knobColor READ knobColor CONSTANT)
+    Q_PROPERTY(QColor switchOnKnobColor READ switchOnKnobColor NOTIFY changed)
     Q_PROPERTY(QColor alertRedColor READ alertRedColor CONSTANT)
     Q_PROPERTY(int thinWeight READ thinWeight NOTIFY changed)
     Q_PROPERTY(QColor veilColor READ veilColor CONSTANT)
@@ -82,6 +83,7 @@ public:
     QColor switchOnColor() const { return toColor(m_switches.on); }
     QColor switchOffColor() const { return toColor(m_switches.off); }
     QColor knobColor() const { return toColor(system().knob); }
+    QColor switchOnKnobColor() const { return toColor(m_switches.onKnob); }
     // The system red as a word on an alert's card or a row's buttons.
     QColor alertRedColor() const;
     // The weight of the screen's thin texts: thin where the label's thin

@@ -9,6 +9,8 @@ Switch {
     property color checkedColor
     property color offColor
     property color knobColor: "white"
+    // The knob while on: white, or dark on a light track.
+    property color onKnobColor: knobColor
 
     implicitWidth: 51
     implicitHeight: 31
@@ -42,7 +44,7 @@ Switch {
             width: 27
             height: 27
             radius: height / 2
-            color: control.knobColor
+            color: control.checked ? control.onKnobColor : control.knobColor
 
             Behavior on x {
                 NumberAnimation { duration: 150 }

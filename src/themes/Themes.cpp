@@ -62,6 +62,7 @@ SystemColors SystemColors::of(Appearance appearance)
 
 SwitchColors SwitchColors::of(Appearance appearance, Rgb accent, const QList<Rgb> &backdrop)
 {
+    constexpr Rgb darkKnob{0.11, 0.11, 0.12};
     const SystemColors system = SystemColors::of(appearance);
     const double minimum = Contrast::symbol + Contrast::margin;
     SwitchColors colors{accent, system.switchOff};
@@ -90,20 +91,16 @@ SwitchColors SwitchColors::of(Appearance appearance, Rgb accent, const QList<Rgb
         return Contrast::nearestLightness(
             from, [&](Rgb track) { return score([&](Rgb) { return track; }, byTrack); }, minimum);
     };
-    // "On" stands out by its track. Where no lightness lets the knob stand
-    // out on it too (a mid-dark screen), the switch is seen by its knob,
-    // and the track takes the lightness that stands out most while the
-    // knob still does on it.
+    colors.onKnob = system.knob;
+    // "On" stands out by its track, with the knob on it.
     colors.on = opaque(accent, true);
     if (score([&](Rgb) { return colors.on; }, true) < minimum) {
+        // No lightness lets the white knob stand out on a track that stands
+        // out (a mid-dark screen): the track takes the lightness nearest to
+        // the accent that stands out, and carries a dark knob.
         colors.on = Contrast::nearestLightness(
-            accent,
-            [&](Rgb track) {
-                if (score([&](Rgb) { return track; }, false) < minimum)
-                    return 0.0;
-                return Contrast::lowestRatio(track, screens);
-            },
-            21);
+            accent, [&](Rgb track) { return Contrast::lowestRatio(track, screens); }, minimum);
+        colors.onKnob = darkKnob;
     }
     const Translucent grey = system.switchOff;
     if (score([&](Rgb screen) { return Contrast::over(grey.color, grey.alpha, screen); }, false) >=

@@ -61,13 +61,16 @@ struct SwitchColors
 {
     Rgb on;
     Translucent off;
+    // The knob on an "on" track: the system's, or a dark one on a track
+    // made light enough to stand out where the system's white knob could
+    // not also stand out on it (a mid-dark screen).
+    Rgb onKnob{1, 1, 1};
 
     // The accent as the "on" track and the system's translucent grey as the
     // "off" one, each moved in lightness only where a switch would not be
     // seen on `backdrop` (the colours behind the screen's content): the
     // knob must stand out from its track, and the switch from the screen by
-    // its track, or by its knob where no track colour can do both (an "on"
-    // track on a mid-dark screen) and for an "off" switch.
+    // its track (an "off" switch may stand out by its knob).
     static SwitchColors of(Appearance appearance, Rgb accent, const QList<Rgb> &backdrop);
 };
 

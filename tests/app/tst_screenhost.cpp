@@ -280,7 +280,7 @@ QList<Finding> findings(QQuickWindow *window, bool popups)
         }
     }
     // Switches: the knob against its track, and the switch against the
-    // screen by its track or its knob.
+    // screen: when on by its track, when off by its track or its knob.
     const QList<Mark> knobs = of(Kind::Knob), tracks = of(Kind::Track);
     if (!tracks.isEmpty()) {
         const QImage noKnobs = hide(knobs);
@@ -292,9 +292,8 @@ QList<Finding> findings(QQuickWindow *window, bool popups)
                           Contrast::symbol});
         for (const Mark &track : tracks) {
             double ratio = lowestOver(noKnobs, screen, fillOf(track.item) & shown.rect());
-            // Where no track can stand out with a white knob on it, the
-            // switch is seen by its knob.
-            if (const auto *knob = track.item->findChild<QQuickItem *>(u"switchKnob"_qs))
+            const auto *knob = track.item->findChild<QQuickItem *>(u"switchKnob"_qs);
+            if (knob && !track.item->parentItem()->property("checked").toBool())
                 ratio = std::max(ratio, lowestOver(shown, screen, fillOf(knob) & shown.rect()));
             found.append({describe(track.item), ratio, Contrast::symbol});
         }
