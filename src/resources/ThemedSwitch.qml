@@ -10,7 +10,7 @@ Switch {
     property color offColor
     property color knobColor: "white"
     // The knob while on: white, or dark on a light track.
-    property color onKnobColor: knobColor
+    property color checkedKnobColor: knobColor
 
     implicitWidth: 51
     implicitHeight: 31
@@ -44,7 +44,7 @@ Switch {
             width: 27
             height: 27
             radius: height / 2
-            color: control.checked ? control.onKnobColor : control.knobColor
+            color: control.checked ? control.checkedKnobColor : control.knobColor
 
             Behavior on x {
                 NumberAnimation { duration: 150 }

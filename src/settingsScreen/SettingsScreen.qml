@@ -91,7 +91,7 @@ Item {
                 required property color accent
                 required property color textColor
                 required property color trackOffColor
-                required property color onKnob
+                required property color knobWhenOn
 
                 signal switched(bool on)
 
@@ -109,7 +109,7 @@ Item {
                     checked: row.on
                     checkedColor: row.accent
                     offColor: row.trackOffColor
-                    onKnobColor: row.onKnob
+                    checkedKnobColor: row.knobWhenOn
                     // The star of "Mark future birthdays ☆" is not read out.
                     Accessible.name: row.caption.replace(/[☆★]/g, "").trim()
                     onToggled: row.switched(checked)
@@ -135,7 +135,7 @@ Item {
                 accent: root.controller.theme.switchOnColor
                 textColor: root.labelColor
                 trackOffColor: root.controller.theme.switchOffColor
-                onKnob: root.controller.theme.switchOnKnobColor
+                knobWhenOn: root.controller.theme.switchOnKnobColor
                 labelName: "lblDetails"
                 onSwitched: on => root.controller.switchDetailsValue(on)
             }
@@ -146,7 +146,7 @@ Item {
                 accent: root.controller.theme.switchOnColor
                 textColor: root.labelColor
                 trackOffColor: root.controller.theme.switchOffColor
-                onKnob: root.controller.theme.switchOnKnobColor
+                knobWhenOn: root.controller.theme.switchOnKnobColor
                 labelName: "lblWeekday"
                 onSwitched: on => root.controller.switchWeekdayValue(on)
             }
@@ -157,7 +157,7 @@ Item {
                 accent: root.controller.theme.switchOnColor
                 textColor: root.labelColor
                 trackOffColor: root.controller.theme.switchOffColor
-                onKnob: root.controller.theme.switchOnKnobColor
+                knobWhenOn: root.controller.theme.switchOnKnobColor
                 labelName: "lblStar"
                 onSwitched: on => root.controller.switchStarValue(on)
             }
@@ -168,7 +168,7 @@ Item {
                 accent: root.controller.theme.switchOnColor
                 textColor: root.labelColor
                 trackOffColor: root.controller.theme.switchOffColor
-                onKnob: root.controller.theme.switchOnKnobColor
+                knobWhenOn: root.controller.theme.switchOnKnobColor
                 labelName: "lblCalendar"
                 onSwitched: on => root.controller.switchCalendarValue(on)
             }
@@ -179,7 +179,7 @@ Item {
                 accent: root.controller.theme.switchOnColor
                 textColor: root.labelColor
                 trackOffColor: root.controller.theme.switchOffColor
-                onKnob: root.controller.theme.switchOnKnobColor
+                knobWhenOn: root.controller.theme.switchOnKnobColor
                 labelName: "lblFollowContacts"
                 onSwitched: on => root.controller.switchFollowContactsValue(on)
             }
