@@ -156,9 +156,9 @@ Imported importInto(FavoritesStore &store, const QList<VCardContact> &contacts, 
 
 QString summaryText(const ImportSummary &summary, const UiStrings &strings)
 {
-    QString text = strings[UiText::ImportAdded].arg(summary.added) + u", "_s +
-                   strings[UiText::ImportAlreadyThere].arg(summary.alreadyThere) + u", "_s +
-                   strings[UiText::ImportSkipped].arg(summary.skipped());
+    QString text = strings.counted(UiText::ImportAdded, summary.added) + u", "_s +
+                   strings.counted(UiText::ImportAlreadyThere, summary.alreadyThere) + u", "_s +
+                   strings.counted(UiText::ImportSkipped, summary.skipped());
     const std::pair<qsizetype, UiText> reasons[] = {
         {summary.noBirthday, UiText::ImportNoBirthday},
         {summary.impossibleDate, UiText::ImportImpossibleDate},
@@ -168,7 +168,7 @@ QString summaryText(const ImportSummary &summary, const UiStrings &strings)
     QStringList named;
     for (const auto &[number, entry] : reasons) {
         if (number > 0)
-            named.append(strings[entry].arg(number));
+            named.append(strings.counted(entry, number));
     }
     if (!named.isEmpty())
         text += u" ("_s + named.join(u", "_s) + u')';

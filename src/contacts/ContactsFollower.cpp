@@ -110,15 +110,16 @@ void ContactsFollower::followNow()
 
 QString ContactsFollower::status() const
 {
-    return statusText([this](UiText id) { return m_strings[id]; });
+    return statusText(m_strings);
 }
 
 QString ContactsFollower::statusInEnglish() const
 {
-    return statusText([](UiText id) { return UiStrings::english(id); });
+    static const UiStrings english;
+    return statusText(english);
 }
 
-QString ContactsFollower::statusText(const std::function<QString(UiText)> &text) const
+QString ContactsFollower::statusText(const UiStrings &strings) const
 {
     if (!enabled())
         return {};
@@ -135,21 +136,21 @@ QString ContactsFollower::statusText(const std::function<QString(UiText)> &text)
                 loading = true;
                 break;
             case Problem::ServiceMissing:
-                return text(UiText::FollowContactsNoService);
+                return strings[UiText::FollowContactsNoService];
             case Problem::ServiceStopped:
-                return text(UiText::FollowContactsStopped);
+                return strings[UiText::FollowContactsStopped];
             case Problem::FolderUnreadable:
-                return text(UiText::FollowContactsNoFolder).arg(book.problemAt);
+                return strings[UiText::FollowContactsNoFolder].arg(book.problemAt);
             case Problem::FileUnreadable:
-                return text(UiText::FollowContactsNoFile).arg(book.problemAt);
+                return strings[UiText::FollowContactsNoFile].arg(book.problemAt);
             case Problem::FileCutOff:
-                return text(UiText::FollowContactsCutOff).arg(book.problemAt);
+                return strings[UiText::FollowContactsCutOff].arg(book.problemAt);
             }
         }
     }
     if (!m_unreadable.isEmpty())
-        return text(UiText::FollowContactsBadCard).arg(m_unreadable.join(u", "_s));
+        return strings[UiText::FollowContactsBadCard].arg(m_unreadable.join(u", "_s));
     if (loading)
-        return text(UiText::FollowContactsLoading);
-    return text(UiText::FollowContactsCount).arg(m_following);
+        return strings[UiText::FollowContactsLoading];
+    return strings.counted(UiText::FollowContactsCount, m_following);
 }

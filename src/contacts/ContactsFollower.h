@@ -51,7 +51,7 @@ signals:
     void stepStored(qint64 elapsedMs);
 
 private:
-    QString statusText(const std::function<QString(UiText)> &text) const;
+    QString statusText(const UiStrings &strings) const;
 
     SettingsStore &m_settings;
     FavoritesStore &m_favorites;

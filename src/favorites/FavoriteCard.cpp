@@ -7,6 +7,7 @@
 #include "core/DebugLog.h"
 #include "core/FatalError.h"
 #include "core/WesternZodiac.h"
+#include "texts/Translations.h"
 #include "themes/Contrast.h"
 
 #include <array>
@@ -42,17 +43,18 @@ constexpr std::array<SignSpan, 12> signSpans = {{
 
 QString birthdayFormat(Language language, bool showWeekday)
 {
-    if (language == Language::German || language == Language::Russian)
-        return showWeekday ? u"EEEE, dd. MMMM yyyy"_s : u"dd. MMMM yyyy"_s;
-    return showWeekday ? u"EEEE, MMMM dd, yyyy"_s : u"MMMM dd, yyyy"_s;
+    const Translations &t = Translations::of(language);
+    //: A birthday in the list, as a QDate format: EEEE the weekday, MMMM the month's name
+    return showWeekday ? t.translate("Dates", "EEEE, MMMM dd, yyyy")
+                       //: A birthday in the list, as a QDate format: MMMM the month's name
+                       : t.translate("Dates", "MMMM dd, yyyy");
 }
 
 // Without a year there is no weekday either: the day and the month alone.
 QString dayAndMonthFormat(Language language)
 {
-    if (language == Language::German || language == Language::Russian)
-        return u"dd. MMMM"_s;
-    return u"MMMM dd"_s;
+    //: A birthday without its year, as a QDate format: MMMM the month's name, dd the day
+    return Translations::of(language).translate("Dates", "MMMM dd");
 }
 
 } // namespace

@@ -491,10 +491,10 @@ void FavViewController::exportFile(FileTask task, const QUrl &file)
             path.isEmpty() ? shownOnOneLine(file.toDisplayString()) : shownPath);
     } else {
         m_importSummary =
-            m_session.strings[UiText::ExportSaved].arg(QString::number(output.written), shownPath);
+            filled(m_session.strings.counted(UiText::ExportSaved, output.written), {shownPath});
         if (output.unreadable > 0) {
             m_importSummary +=
-                u'\n' + m_session.strings[UiText::ExportLeftOut].arg(output.unreadable);
+                u'\n' + m_session.strings.counted(UiText::ExportLeftOut, output.unreadable);
         }
     }
     emit importFinished();

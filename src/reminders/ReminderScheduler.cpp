@@ -115,7 +115,7 @@ QList<PlannedReminder> Reminders::plan(const QDateTime &now, const QList<Favorit
             name = u"Unknown"_s;
         }
         reminder.title = strings[UiText::BirthdayReminder];
-        reminder.body = match.daysBefore == 0 ? name + u' ' + strings[UiText::HasABirthdayToday]
+        reminder.body = match.daysBefore == 0 ? strings.birthdayToday(name)
                                               : strings.birthdayInDays(name, match.daysBefore);
         reminder.fire = CalendarTrigger::momentIn(zone, today.addDays(match.day), timing.timeOfDay)
                             .toLocalTime();

@@ -88,22 +88,34 @@ bool birthdayGreetingMayApply(QDate birthDate, QDate today)
 
 QString birthdayGreetingLine(const QString &name, const AgeFacts &age, const UiStrings &strings)
 {
+    const Translations &t = strings.translations();
     const QString paragraphEnd = QStringLiteral("\n\n");
     if (age.daysToBirthday == 0)
-        return name + u' ' + strings[UiText::HasABirthdayToday] + paragraphEnd;
+        return strings.birthdayToday(name) + paragraphEnd;
 
-    const auto announce = [&](qint64 count, UiText unit) {
-        return name + u' ' + strings[UiText::IsNow] + u' ' + QString::number(count) + u' ' +
-               strings[unit] + paragraphEnd;
-    };
-    if (isMilestone(dayMilestones, age.totalDays))
-        return announce(age.totalDays, UiText::DaysOld);
+    if (isMilestone(dayMilestones, age.totalDays)) {
+        //: A greeting on a round age: %1 the name, %n the days (100, 1000, ...)
+        return filled(t.translate("BirthdayGreeting", "%1 is now %n days old!", nullptr,
+                                  age.totalDays),
+                      {name}) +
+               paragraphEnd;
+    }
     // A month count only turns over on the day of the month of the birth.
-    if (isMilestone(monthMilestones, age.totalMonths) && age.ageDays == 0)
-        return announce(age.totalMonths, UiText::MonthsOld);
+    if (isMilestone(monthMilestones, age.totalMonths) && age.ageDays == 0) {
+        //: A greeting on a round age: %1 the name, %n the months (10, 50, 100, ...)
+        return filled(t.translate("BirthdayGreeting", "%1 is now %n months old!", nullptr,
+                                  age.totalMonths),
+                      {name}) +
+               paragraphEnd;
+    }
     // A week count only turns over on the weekday of the birth.
-    if (isMilestone(weekMilestones, age.totalWeeks) && age.totalDays % 7 == 0)
-        return announce(age.totalWeeks, UiText::WeeksOld);
+    if (isMilestone(weekMilestones, age.totalWeeks) && age.totalDays % 7 == 0) {
+        //: A greeting on a round age: %1 the name, %n the weeks (10, 50, 100, ...)
+        return filled(t.translate("BirthdayGreeting", "%1 is now %n weeks old!", nullptr,
+                                  age.totalWeeks),
+                      {name}) +
+               paragraphEnd;
+    }
     return {};
 }
 
@@ -113,5 +125,5 @@ QString birthdayWithoutYearGreetingLine(const QString &name, const DayOfBirth &d
     const QDate birthday = QDate(today.year(), day.month(), 1).addDays(day.day() - 1);
     if (birthday != today)
         return {};
-    return name + u' ' + strings[UiText::HasABirthdayToday] + QStringLiteral("\n\n");
+    return strings.birthdayToday(name) + QStringLiteral("\n\n");
 }

@@ -2,6 +2,7 @@
 #include "report/PersonName.h"
 
 #include "core/OneLine.h"
+#include "texts/Translations.h"
 
 namespace {
 
@@ -16,7 +17,9 @@ QString cleaned(const QString &name)
 
 QString possessive(const QString &person, Language language)
 {
-    return language == Language::Russian ? person : person + QStringLiteral("'s");
+    //: Whose report it is: %1 a person's name ("Anna's age is: ..."). Where the
+    //: language marks it in the sentence, as Russian does, this is %1 alone
+    return filled(Translations::of(language).translate("PersonName", "%1's"), {person});
 }
 
 } // namespace

@@ -4,7 +4,6 @@
 #include "core/BirthDateResults.h"
 #include "core/DatePattern.h"
 #include "core/WesternZodiac.h"
-#include "texts/RussianPlural.h"
 #include "texts/UiStrings.h"
 
 #include <algorithm>
@@ -18,11 +17,23 @@ QString number(qint64 value)
     return QString::number(value);
 }
 
-QString displayedPolarity(const QString &englishPolarity, Language language)
+QString displayedPolarity(const QString &englishPolarity, const Translations &t)
 {
-    if (language != Language::Russian)
-        return englishPolarity;
-    return englishPolarity == u"Yang" ? u"Ян"_s : u"Инь"_s;
+    //: The polarity of a Chinese year, shown before its element
+    return englishPolarity == u"Yang" ? t.translate("ReportComposer", "Yang")
+                                      : t.translate("ReportComposer", "Yin");
+}
+
+QString zodiacSignLine(const Translations &t, const QString &sign)
+{
+    //: %1 the sign with its symbol ("Aries ♈︎"); the Chinese zodiac lines follow it
+    return filled(t.translate("ReportComposer", "Zodiac sign: %1"), {sign});
+}
+
+QString nextBirthdayLine(const Translations &t, qint64 days)
+{
+    //: %n the days to the next birthday (1 or more)
+    return t.translate("ReportComposer", "next birthday: in %n day(s)", nullptr, days);
 }
 
 } // namespace
@@ -62,7 +73,7 @@ AgeReport ReportComposer::compose(const QDateTime &birth, const QDateTime &now,
     report.starImage = WesternZodiac::starImage(m_results.signIndex());
     report.animal = m_strings.translated(m_results.animal());
     report.element = m_strings.translated(m_results.element());
-    report.yinYang = displayedPolarity(m_results.yinYang(), language);
+    report.yinYang = displayedPolarity(m_results.yinYang(), Translations::of(language));
     report.planet = m_strings.translated(m_results.planet());
     report.weekday =
         localeFor(language).dayName(birth.toLocalTime().date().dayOfWeek(), QLocale::LongFormat);
@@ -84,27 +95,14 @@ AgeReport ReportComposer::composeWithoutYear(const DayOfBirth &day, QDate today,
     report.age.birthMonth = day.month();
     report.age.daysToBirthday = daysToNextBirthday(day.inLeapYear(), today);
 
-    const bool dayFirst = language != Language::English;
+    const Translations &t = Translations::of(language);
+    //: A birthday without its year, as a QDate format: MMMM the month's name, dd the day
     const QString dayAndMonth =
-        DatePattern(dayFirst ? u"dd. MMMM" : u"MMMM dd", localeFor(language))
-            .format(day.inLeapYear());
-    const qint64 days = report.age.daysToBirthday;
-    QString text = m_strings[UiText::BirthdayWithoutYear].arg(personName, dayAndMonth) + u'\n' +
-                   m_strings[UiText::BirthYearUnknown];
-    switch (language) {
-    case Language::Russian:
-        text += u"\n\nЗнак зодиака: "_s + report.zodiacSign + u"\nдень рождения через "_s +
-                number(days) + u' ' + russianDays(days);
-        break;
-    case Language::German:
-        text += u"\n\nSternzeichen: "_s + report.zodiacSign + u"\nnächster Geburtstag: in "_s +
-                number(days) + u' ' + (days == 1 ? u"Tag"_s : u"Tagen"_s);
-        break;
-    case Language::English:
-        text += u"\n\nZodiac sign: "_s + report.zodiacSign + u"\nnext birthday: in "_s +
-                number(days) + u' ' + (days == 1 ? u"day"_s : u"days"_s);
-        break;
-    }
+        DatePattern(t.translate("Dates", "MMMM dd"), localeFor(language)).format(day.inLeapYear());
+    const QString text = m_strings[UiText::BirthdayWithoutYear].arg(personName, dayAndMonth) +
+                         u'\n' + m_strings[UiText::BirthYearUnknown] + u"\n\n"_s +
+                         zodiacSignLine(t, report.zodiacSign) + u'\n' +
+                         nextBirthdayLine(t, report.age.daysToBirthday);
     report.detailed = text;
     report.shortText = text;
     return report;
@@ -124,34 +122,33 @@ QString ReportComposer::detailedText(const AgeReport &r, const QString &person,
         elementLine = s[UiText::ElementLabel] + r.yinYang + u"  "_s + r.element;
     }
 
-    switch (language) {
-    case Language::Russian:
-        return person + u"\n Возраст: "_s + number(a.ageYears) + u' ' + russianYears(a.ageYears) +
-               u",\n "_s + number(a.ageMonths) + u' ' + russianMonths(a.ageMonths) + u" & "_s +
-               number(a.ageDays) + u' ' + russianDays(a.ageDays) + u"\n\nв месяцах: "_s +
-               number(a.totalMonths) + u"\nв неделях: "_s + number(a.totalWeeks) + u"\nв днях: "_s +
-               number(a.totalDays) + u"\n\nЗнак зодиака: "_s + r.zodiacSign + chineseLine +
-               elementLine + u"\nОбитель: "_s + r.planet + u"\nдень рождения через "_s +
-               number(a.daysToBirthday) + u' ' + russianDays(a.daysToBirthday);
-    case Language::German:
-        return person + u" Alter ist: "_s + number(a.ageYears) + u' ' + s[UiText::Years] +
-               u",\n "_s + number(a.ageMonths) + u' ' + s[UiText::Months] + u" & "_s +
-               number(a.ageDays) + u' ' + s[UiText::Days] + u"\n\nin Monaten: "_s +
-               number(a.totalMonths) + u"\nin Wochen: "_s + number(a.totalWeeks) +
-               u"\nin Tagen: "_s + number(a.totalDays) + u"\n\nSternzeichen: "_s + r.zodiacSign +
-               chineseLine + elementLine + u"\nPlanet: "_s + r.planet +
-               u"\nnächster Geburtstag: in "_s + number(a.daysToBirthday) + u' ' +
-               (a.daysToBirthday == 1 ? u"Tag"_s : u"Tagen"_s);
-    case Language::English:
-        break;
-    }
-    return person + u" age is: "_s + number(a.ageYears) + u' ' + s[UiText::Years] + u",\n "_s +
-           number(a.ageMonths) + u' ' + s[UiText::Months] + u" & "_s + number(a.ageDays) + u' ' +
-           s[UiText::Days] + u"\n\nin months: "_s + number(a.totalMonths) + u"\nin weeks: "_s +
-           number(a.totalWeeks) + u"\nin days: "_s + number(a.totalDays) + u"\n\nZodiac sign: "_s +
-           r.zodiacSign + chineseLine + elementLine + u"\nPlanet: "_s + r.planet +
-           u"\nnext birthday: in "_s + number(a.daysToBirthday) + u' ' +
-           (a.daysToBirthday == 1 ? u"day"_s : u"days"_s);
+    const Translations &t = Translations::of(language);
+    // The table's words for years, months and days fill these in English and
+    // German; a language whose word follows the number writes its own forms.
+    //: %n a number of years; %1 the word "Years" as the table has it. A language
+    //: whose word changes with the number writes its forms here: %1 may be left out
+    const QString years =
+        filled(t.translate("ReportComposer", "%n %1", "years", a.ageYears), {s[UiText::Years]});
+    //: %n a number of months; %1 the word "Months" as the table has it. A language
+    //: whose word changes with the number writes its forms here: %1 may be left out
+    const QString months =
+        filled(t.translate("ReportComposer", "%n %1", "months", a.ageMonths), {s[UiText::Months]});
+    //: %n a number of days; %1 the word "Days" as the table has it. A language
+    //: whose word changes with the number writes its forms here: %1 may be left out
+    const QString days =
+        filled(t.translate("ReportComposer", "%n %1", "days", a.ageDays), {s[UiText::Days]});
+    //: The age paragraph. %1 whose age ("Anna's", "Your"), %2 the years, %3 the
+    //: months, %4 the days, each with its word ("41 Years")
+    const QString age = filled(t.translate("ReportComposer", "%1 age is: %2,\n %3 & %4"),
+                               {person, years, months, days});
+    //: The age in one unit each: %1 months, %2 weeks, %3 days
+    const QString totals =
+        filled(t.translate("ReportComposer", "in months: %1\nin weeks: %2\nin days: %3"),
+               {number(a.totalMonths), number(a.totalWeeks), number(a.totalDays)});
+    //: %1 the ruling planet with its symbol ("Venus ♀")
+    const QString planet = filled(t.translate("ReportComposer", "Planet: %1"), {r.planet});
+    return age + u"\n\n"_s + totals + u"\n\n"_s + zodiacSignLine(t, r.zodiacSign) + chineseLine +
+           elementLine + u'\n' + planet + u'\n' + nextBirthdayLine(t, a.daysToBirthday);
 }
 
 QString ReportComposer::shortText(const AgeReport &r, const QString &person) const

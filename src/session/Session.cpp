@@ -43,7 +43,7 @@ void Session::tellUnreadableBirthdays(qsizetype count)
     if (count == 0 || m_unreadableBirthdaysTold)
         return;
     m_unreadableBirthdaysTold = true;
-    saveNotice.tell(strings[UiText::BirthdaysUnreadable].arg(count),
+    saveNotice.tell(strings.counted(UiText::BirthdaysUnreadable, count),
                     QStringLiteral("%1 favorites have a birthday that cannot be read").arg(count),
                     SaveNotice::showStoredProblemsFor);
 }

@@ -42,8 +42,7 @@ bool SetViewController::starOn() const
 
 QString SetViewController::appColorsCaption() const
 {
-    // The same words in every language.
-    return u"App colors"_s;
+    return m_session.strings[UiText::AppColors];
 }
 
 int SetViewController::selectedColor() const

@@ -1,33 +1,39 @@
 // SPDX-License-Identifier: MIT
 #include "texts/Language.h"
 
+#include "texts/Translations.h"
+
 QString languageCode(Language language)
 {
-    switch (language) {
-    case Language::German:
-        return QStringLiteral("de");
-    case Language::Russian:
-        return QStringLiteral("ru");
-    case Language::English:
-        break;
+    return language.code();
+}
+
+QList<Language> Language::available()
+{
+    QList<Language> languages{English};
+    for (const QString &code : Translations::codes()) {
+        if (const std::optional<Language> language = languageFromCode(code))
+            languages.append(*language);
     }
-    return QStringLiteral("en");
+    return languages;
 }
 
 std::optional<Language> languageFromCode(QStringView code)
 {
     if (code == u"en")
         return Language::English;
-    if (code == u"de")
-        return Language::German;
-    if (code == u"ru")
-        return Language::Russian;
-    return std::nullopt;
+    if (code.size() < 2 || code.size() > 7 || !Translations::codes().contains(code.toString()))
+        return std::nullopt;
+    Language language;
+    language.m_code.fill('\0');
+    for (qsizetype i = 0; i < code.size(); ++i)
+        language.m_code[size_t(i)] = char(code.at(i).toLatin1());
+    return language;
 }
 
 QLocale localeFor(Language language)
 {
-    return QLocale(languageCode(language));
+    return QLocale(language.code());
 }
 
 LanguageDecision decideLanguage(const QStringList &preferredLanguages, qint64 storedOverride)

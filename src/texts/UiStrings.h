@@ -2,6 +2,7 @@
 #pragma once
 
 #include "texts/Language.h"
+#include "texts/Translations.h"
 
 #include <QObject>
 #include <QString>
@@ -102,8 +103,8 @@ public:
         Deleted,                 // 82
         ClearText,               // 83
         ChangeNotSaved,          // 84
-        HasABirthdayTomorrow,    // 85
-        HasABirthdayInDays,      // 86: %1 the number of days, %2 the Russian noun for it
+        HasABirthdayTomorrow,    // 85: %1 the name
+        HasABirthdayInDays,      // 86: %1 the name, %n the number of days
         Reminders,               // 87
         OnTheDay,                // 88
         OneDayBefore,            // 89
@@ -171,18 +172,19 @@ public:
         FileDialogName,          // 151
         FileDialogUp,            // 152
         SyncConflictCopy,        // 153: %1 the name; the local version kept beside the server's
+        AppColors,               // 154: the caption over the colour themes
     };
     Q_ENUM(UiText)
 };
 
 using UiText = UiTexts::UiText;
 
-inline constexpr int UiTextCount = 153;
+inline constexpr int UiTextCount = 154;
 
 // The process-wide table of interface texts. It starts out English; applying
-// German or Russian overwrites every entry. Applying English changes nothing,
-// so once German or Russian is in place, English returns only in a new
-// process.
+// another language overwrites every entry from that language's translation.
+// Applying English changes nothing, so once German or Russian is in place,
+// English returns only in a new process.
 class UiStrings
 {
 public:
@@ -191,14 +193,25 @@ public:
     const QString &text(UiText id) const { return m_texts[index(id)]; }
     const QString &operator[](UiText id) const { return text(id); }
 
+    // An entry that counts something ("%n added"), in the form for `n`.
+    QString counted(UiText id, qint64 n) const;
+
     void apply(Language language);
 
+    // The translations the entries were last taken from: the sentences
+    // built around them come from the same language.
+    const Translations &translations() const { return *m_translations; }
+
     // The English text of an entry, whatever has been applied.
-    static const QString &english(UiText id);
+    static QString english(UiText id);
 
     // The current text of the entry whose English text is englishText, or
     // englishText itself when no entry has it ("Unknown", say).
     QString translated(const QString &englishText) const;
+
+    // The greeting and the reminder on `name`'s birthday: "Anna has a
+    // birthday today!".
+    QString birthdayToday(const QString &name) const;
 
     // A reminder's text `days` (1 or more) before `name`'s birthday: "Anna
     // has a birthday in 3 days".
@@ -208,4 +221,5 @@ private:
     static constexpr int index(UiText id) { return static_cast<int>(id); }
 
     std::array<QString, UiTextCount> m_texts;
+    const Translations *m_translations;
 };

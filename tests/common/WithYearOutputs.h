@@ -63,10 +63,11 @@ inline QMap<QString, QByteArray> outputs(const QList<QStringList> &rows)
                                       QDateTime(QDate(2028, 2, 29), QTime(8, 15)),
                                       QDateTime(QDate(2027, 3, 1), QTime(23, 59))};
     QMap<QString, QByteArray> out;
-    for (const Language language : {Language::English, Language::German, Language::Russian}) {
+    const QList<Language> languages = {Language::English, Language::German, Language::Russian};
+    for (const Language language : languages) {
         UiStrings strings;
         strings.apply(language);
-        const QString tag = QString::number(int(language));
+        const QString tag = QString::number(languages.indexOf(language));
         const QVariantMap names = accessibleNames(strings, language);
         const QLocale device = localeFor(language);
         for (const QDateTime &now : moments) {
