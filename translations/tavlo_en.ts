@@ -41,7 +41,7 @@
     <message numerus="yes">
         <source>%n %1</source>
         <comment>years</comment>
-        <extracomment>%n a number of years; %1 the word &quot;Years&quot; as the table has it</extracomment>
+        <extracomment>%n a number of years; %1 the word &quot;Years&quot; as the table has it. A language whose word changes with the number writes its forms here: %1 may be left out</extracomment>
         <translation>
             <numerusform>%n %1</numerusform>
             <numerusform>%n %1</numerusform>
@@ -50,7 +50,7 @@
     <message numerus="yes">
         <source>%n %1</source>
         <comment>months</comment>
-        <extracomment>%n a number of months; %1 the word &quot;Months&quot; as the table has it</extracomment>
+        <extracomment>%n a number of months; %1 the word &quot;Months&quot; as the table has it. A language whose word changes with the number writes its forms here: %1 may be left out</extracomment>
         <translation>
             <numerusform>%n %1</numerusform>
             <numerusform>%n %1</numerusform>
@@ -59,7 +59,7 @@
     <message numerus="yes">
         <source>%n %1</source>
         <comment>days</comment>
-        <extracomment>%n a number of days; %1 the word &quot;Days&quot; as the table has it</extracomment>
+        <extracomment>%n a number of days; %1 the word &quot;Days&quot; as the table has it. A language whose word changes with the number writes its forms here: %1 may be left out</extracomment>
         <translation>
             <numerusform>%n %1</numerusform>
             <numerusform>%n %1</numerusform>

@@ -169,7 +169,7 @@ Pictures: made for Tavlo.</source>
     <name>PersonName</name>
     <message>
         <source>%1&apos;s</source>
-        <extracomment>Whose report it is: %1 a person&apos;s name (&quot;Anna&apos;s age is: ...&quot;)</extracomment>
+        <extracomment>Whose report it is: %1 a person&apos;s name (&quot;Anna&apos;s age is: ...&quot;). Where the language marks it in the sentence, as Russian does, this is %1 alone</extracomment>
         <translation>%1</translation>
     </message>
 </context>
@@ -201,7 +201,7 @@ Pictures: made for Tavlo.</source>
     <message numerus="yes">
         <source>%n %1</source>
         <comment>years</comment>
-        <extracomment>%n a number of years; %1 the word &quot;Years&quot; as the table has it</extracomment>
+        <extracomment>%n a number of years; %1 the word &quot;Years&quot; as the table has it. A language whose word changes with the number writes its forms here: %1 may be left out</extracomment>
         <translation>
             <numerusform>%n год</numerusform>
             <numerusform>%n года</numerusform>
@@ -211,7 +211,7 @@ Pictures: made for Tavlo.</source>
     <message numerus="yes">
         <source>%n %1</source>
         <comment>months</comment>
-        <extracomment>%n a number of months; %1 the word &quot;Months&quot; as the table has it</extracomment>
+        <extracomment>%n a number of months; %1 the word &quot;Months&quot; as the table has it. A language whose word changes with the number writes its forms here: %1 may be left out</extracomment>
         <translation>
             <numerusform>%n месяц</numerusform>
             <numerusform>%n месяца</numerusform>
@@ -221,7 +221,7 @@ Pictures: made for Tavlo.</source>
     <message numerus="yes">
         <source>%n %1</source>
         <comment>days</comment>
-        <extracomment>%n a number of days; %1 the word &quot;Days&quot; as the table has it</extracomment>
+        <extracomment>%n a number of days; %1 the word &quot;Days&quot; as the table has it. A language whose word changes with the number writes its forms here: %1 may be left out</extracomment>
         <translation>
             <numerusform>%n день</numerusform>
             <numerusform>%n дня</numerusform>
