@@ -544,10 +544,12 @@ Element: </translation>
     </message>
     <message>
         <source>age</source>
+        <extracomment>The short report: &quot;Anna&apos;s age&quot;, then a blank line and the lines below, each followed by its number</extracomment>
         <translation>Alter</translation>
     </message>
     <message>
         <source>In years: </source>
+        <extracomment>A line of the short report, followed by the number of years</extracomment>
         <translation>In Jahren: </translation>
     </message>
     <message>
@@ -637,7 +639,7 @@ Element: </translation>
     </message>
     <message numerus="yes">
         <source>%n added</source>
-        <extracomment>%n how many favorites an import added</extracomment>
+        <extracomment>The import summary joins its counts with &quot;, &quot; and names the reasons for skipping in brackets: &quot;8 added, 1 already there, 4 skipped (1 no birthday, ...)&quot;. %n how many favorites an import added</extracomment>
         <translation>
             <numerusform>%n hinzugefügt</numerusform>
             <numerusform>%n hinzugefügt</numerusform>
@@ -843,11 +845,6 @@ Element: </translation>
         <source>A contact&apos;s birthday cannot be read (%1); its favorite stays as it is.</source>
         <extracomment>%1 the contact</extracomment>
         <translation>Der Geburtstag eines Kontakts kann nicht gelesen werden (%1); sein Favorit bleibt, wie er ist.</translation>
-    </message>
-    <message>
-        <source>App colours</source>
-        <extracomment>what a screen reader says for &quot;App colors&quot;</extracomment>
-        <translation>App-Farben</translation>
     </message>
     <message>
         <source>Version %1</source>

@@ -78,7 +78,7 @@
     </message>
     <message numerus="yes">
         <source>%n added</source>
-        <extracomment>%n how many favorites an import added</extracomment>
+        <extracomment>The import summary joins its counts with &quot;, &quot; and names the reasons for skipping in brackets: &quot;8 added, 1 already there, 4 skipped (1 no birthday, ...)&quot;. %n how many favorites an import added</extracomment>
         <translation>
             <numerusform>%n added</numerusform>
             <numerusform>%n added</numerusform>

@@ -552,11 +552,13 @@ Element: </source>
     </message>
     <message>
         <source>age</source>
+        <extracomment>The short report: &quot;Anna&apos;s age&quot;, then a blank line and the lines below, each followed by its number</extracomment>
         <translation>
 Возраст:</translation>
     </message>
     <message>
         <source>In years: </source>
+        <extracomment>A line of the short report, followed by the number of years</extracomment>
         <translation>В годах: </translation>
     </message>
     <message>
@@ -647,7 +649,7 @@ Element: </source>
     </message>
     <message numerus="yes">
         <source>%n added</source>
-        <extracomment>%n how many favorites an import added</extracomment>
+        <extracomment>The import summary joins its counts with &quot;, &quot; and names the reasons for skipping in brackets: &quot;8 added, 1 already there, 4 skipped (1 no birthday, ...)&quot;. %n how many favorites an import added</extracomment>
         <translation>
             <numerusform>добавлено: %n</numerusform>
             <numerusform>добавлено: %n</numerusform>
@@ -863,11 +865,6 @@ Element: </source>
         <source>A contact&apos;s birthday cannot be read (%1); its favorite stays as it is.</source>
         <extracomment>%1 the contact</extracomment>
         <translation>День рождения контакта не удаётся прочитать (%1); запись в избранном остаётся как есть.</translation>
-    </message>
-    <message>
-        <source>App colours</source>
-        <extracomment>what a screen reader says for &quot;App colors&quot;</extracomment>
-        <translation>Цвета приложения</translation>
     </message>
     <message>
         <source>Version %1</source>

@@ -14,7 +14,10 @@ TextField {
 
     placeholderTextColor: theme.placeholderColor
     color: theme.labelColor
-    font.pixelSize: 15
+    // A hint longer than the field, as a language with long words may
+    // write it, is set smaller (down to 11 px) rather than cut off.
+    font.pixelSize: length > 0 || hintWidth.advanceWidth <= hintRoom
+                    ? 15 : Math.max(11, Math.floor(15 * hintRoom / hintWidth.advanceWidth))
     leftPadding: 8
     rightPadding: clearButton.visible ? clearButton.width + 4 : 8
     // Qt has no hint for a capital at the start of each word: the field asks
@@ -24,6 +27,16 @@ TextField {
                       ? Qt.ImhPreferUppercase : Qt.ImhNone
     Accessible.role: Accessible.EditableText
     Accessible.name: placeholderText
+
+    readonly property real hintRoom: width - leftPadding - rightPadding
+
+    TextMetrics {
+        id: hintWidth
+
+        font.family: field.font.family
+        font.pixelSize: 15
+        text: field.placeholderText
+    }
 
     background: Rectangle {
         radius: 6

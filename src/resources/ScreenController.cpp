@@ -9,23 +9,26 @@
 
 ScreenController::ScreenController(Session &session, QObject *parent)
     : QObject(parent), m_session(session), m_theme(new ScreenTheme(session.appearance, this)),
-      m_wheels(new DateWheelModel(session, this))
+      m_wheels(new DateWheelModel(session, this)), m_texts(new QQmlPropertyMap(this))
 {
     connect(this, &ScreenController::languageChanged, m_wheels, &DateWheelModel::languageChanged);
+    connect(this, &ScreenController::languageChanged, this, &ScreenController::fillTexts);
+    fillTexts();
 }
 
-QVariant ScreenController::texts() const
+void ScreenController::fillTexts()
 {
     const QMetaEnum names = QMetaEnum::fromType<UiText>();
-    QVariantMap texts;
+    QVariantHash texts;
     for (int i = 0; i < UiTextCount; ++i)
         texts.insert(QLatin1String(names.key(i)), m_session.strings[UiText(names.value(i))]);
-    return texts;
+    m_texts->insert(texts);
+    m_accessibleNames = accessibleNames(m_session.strings, m_session.language());
 }
 
 QString ScreenController::accessibleName(const QString &key) const
 {
-    return accessibleNames(m_session.strings, m_session.language()).value(key).toString();
+    return m_accessibleNames.value(key).toString();
 }
 
 bool ScreenController::screenReaderOn() const

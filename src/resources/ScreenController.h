@@ -6,6 +6,7 @@
 #include "texts/UiStrings.h"
 
 #include <QObject>
+#include <QQmlPropertyMap>
 #include <QVariantMap>
 #include <QtQml/qqmlregistration.h>
 
@@ -22,8 +23,9 @@ class ScreenController : public QObject
     QML_UNCREATABLE("A screen's controller is made by the screen host.")
 
     Q_PROPERTY(ScreenTheme *theme READ theme CONSTANT)
-    // Every interface text by its name in UiText: texts.Cancel.
-    Q_PROPERTY(QVariant texts READ texts NOTIFY languageChanged)
+    // Every interface text by its name in UiText: texts.Cancel. Filled once
+    // per language; a binding on one text follows that text alone.
+    Q_PROPERTY(QQmlPropertyMap *texts READ texts CONSTANT)
     Q_PROPERTY(DateWheelModel *wheels READ wheels CONSTANT)
     // Whether a screen reader (or another assistive technology) follows the
     // app: then the keyboard starts inside a list rather than above it.
@@ -31,7 +33,7 @@ class ScreenController : public QObject
 
 public:
     ScreenTheme *theme() const { return m_theme; }
-    QVariant texts() const;
+    QQmlPropertyMap *texts() const { return m_texts; }
     DateWheelModel *wheels() const { return m_wheels; }
     bool screenReaderOn() const;
     // By the keys of accessibleNames(): "info", "day", "sort" and so on.
@@ -49,4 +51,10 @@ protected:
     Session &m_session;
     ScreenTheme *const m_theme;
     DateWheelModel *const m_wheels;
+
+private:
+    void fillTexts();
+
+    QQmlPropertyMap *const m_texts;
+    QVariantMap m_accessibleNames;
 };

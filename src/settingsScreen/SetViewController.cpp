@@ -40,11 +40,6 @@ bool SetViewController::starOn() const
     return m_session.settings.value(SettingsKeys::star);
 }
 
-QString SetViewController::appColorsCaption() const
-{
-    return m_session.strings[UiText::AppColors];
-}
-
 int SetViewController::selectedColor() const
 {
     return ThemeTable::stored(m_session.settings.value(SettingsKeys::color));

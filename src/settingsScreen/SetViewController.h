@@ -27,7 +27,6 @@ class SetViewController : public ScreenController
     Q_PROPERTY(bool detailsOn READ detailsOn NOTIFY changed)
     Q_PROPERTY(bool weekdayOn READ weekdayOn NOTIFY changed)
     Q_PROPERTY(bool starOn READ starOn NOTIFY changed)
-    Q_PROPERTY(QString appColorsCaption READ appColorsCaption CONSTANT)
     // The ten colour buttons: their colour, whether chosen, and the frame and
     // symbol colours of the chosen one.
     Q_PROPERTY(QVariantList colorButtons READ colorButtons NOTIFY changed)
@@ -55,7 +54,6 @@ public:
     bool detailsOn() const;
     bool weekdayOn() const;
     bool starOn() const;
-    QString appColorsCaption() const;
     QVariantList colorButtons() const;
     int selectedColor() const;
     QString versionText() const;

@@ -204,12 +204,11 @@ Item {
 
             Text {
                 objectName: "lblBackground"
-                text: root.controller.appColorsCaption
+                text: root.controller.texts.AppColors
                 color: root.labelColor
                 font.pixelSize: 15
                 Accessible.role: Accessible.StaticText
-                // Shown in English in every language; said in the reader's.
-                Accessible.name: root.controller.texts.AppColorsSpoken
+                Accessible.name: text
             }
 
             RowLayout {

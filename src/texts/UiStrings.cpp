@@ -96,10 +96,13 @@ constexpr std::array<Entry, UiTextCount> entries{{
     {QT_TRANSLATE_NOOP3("UiStrings", "\nElement: ", ""), false},        // ElementLabel
     {QT_TRANSLATE_NOOP3("UiStrings", "Planet:", ""), false},            // PlanetLabel
     {QT_TRANSLATE_NOOP3("UiStrings", "next birthday: in", ""), false},  // NextBirthdayIn
-    {QT_TRANSLATE_NOOP3("UiStrings", "age", ""), false},                // Age
-    {QT_TRANSLATE_NOOP3("UiStrings", "In years: ", ""), false},         // InYears
-    {QT_TRANSLATE_NOOP3("UiStrings", "In months: ", ""), false},        // InMonthsShort
-    {QT_TRANSLATE_NOOP3("UiStrings", "In days: ", ""), false},          // InDaysShort
+    //: The short report: "Anna's age", then a blank line and the lines below,
+    //: each followed by its number
+    {QT_TRANSLATE_NOOP3("UiStrings", "age", ""), false}, // Age
+    //: A line of the short report, followed by the number of years
+    {QT_TRANSLATE_NOOP3("UiStrings", "In years: ", ""), false},  // InYears
+    {QT_TRANSLATE_NOOP3("UiStrings", "In months: ", ""), false}, // InMonthsShort
+    {QT_TRANSLATE_NOOP3("UiStrings", "In days: ", ""), false},   // InDaysShort
     {QT_TRANSLATE_NOOP3("UiStrings", "Show weekday in table view", ""),
      false},                                                                 // ShowWeekdayInTable
     {QT_TRANSLATE_NOOP3("UiStrings", "Entries:", ""), false},                // Entries
@@ -124,6 +127,8 @@ constexpr std::array<Entry, UiTextCount> entries{{
     {QT_TRANSLATE_NOOP3("UiStrings", "How early", ""), false},     // HowEarly
     {QT_TRANSLATE_NOOP3("UiStrings", "Earlier", ""), false},       // Earlier
     {QT_TRANSLATE_NOOP3("UiStrings", "Later", ""), false},         // Later
+    //: The import summary joins its counts with ", " and names the reasons for
+    //: skipping in brackets: "8 added, 1 already there, 4 skipped (1 no birthday, ...)".
     //: %n how many favorites an import added
     {QT_TRANSLATE_N_NOOP3("UiStrings", "%n added", ""), true}, // ImportAdded
     //: %n how many were already favorites
@@ -226,8 +231,8 @@ constexpr std::array<Entry, UiTextCount> entries{{
     {QT_TRANSLATE_NOOP3(
          "UiStrings", "A contact's birthday cannot be read (%1); its favorite stays as it is.", ""),
      false}, // FollowContactsBadCard
-    //: what a screen reader says for "App colors"
-    {QT_TRANSLATE_NOOP3("UiStrings", "App colours", ""), false}, // AppColorsSpoken
+    //: The caption over the colour themes in the settings
+    {QT_TRANSLATE_NOOP3("UiStrings", "App colors", ""), false}, // AppColors
     //: %1 the version number
     {QT_TRANSLATE_NOOP3("UiStrings", "Version %1", ""), false},      // VersionSpoken
     {QT_TRANSLATE_NOOP3("UiStrings", "Second reminder", ""), false}, // SecondReminder
@@ -256,8 +261,6 @@ constexpr std::array<Entry, UiTextCount> entries{{
     {QT_TRANSLATE_NOOP3("UiStrings", "Up one folder", ""), false},              // FileDialogUp
     //: %1 the name; the local version kept beside the server's
     {QT_TRANSLATE_NOOP3("UiStrings", "%1 (conflict copy)", ""), false}, // SyncConflictCopy
-    //: The caption over the colour themes in the settings
-    {QT_TRANSLATE_NOOP3("UiStrings", "App colors", ""), false}, // AppColors
 }};
 
 } // namespace

@@ -155,7 +155,7 @@ public:
         FollowContactsNoFile,    // 134: %1 the file
         FollowContactsCutOff,    // 135: %1 the file
         FollowContactsBadCard,   // 136: %1 the contact
-        AppColorsSpoken,         // 137: what a screen reader says for "App colors"
+        AppColors,               // 137: the caption over the colour themes
         VersionSpoken,           // 138: %1 the version number
         SecondReminder,          // 139
         ReminderOff,             // 140: the second reminder's choice of none
@@ -172,14 +172,13 @@ public:
         FileDialogName,          // 151
         FileDialogUp,            // 152
         SyncConflictCopy,        // 153: %1 the name; the local version kept beside the server's
-        AppColors,               // 154: the caption over the colour themes
     };
     Q_ENUM(UiText)
 };
 
 using UiText = UiTexts::UiText;
 
-inline constexpr int UiTextCount = 154;
+inline constexpr int UiTextCount = 153;
 
 // The process-wide table of interface texts. It starts out English; applying
 // another language overwrites every entry from that language's translation.

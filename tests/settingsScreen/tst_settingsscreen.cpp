@@ -46,7 +46,7 @@ private slots:
     void init() { h.emplace(); }
     void cleanup() { h.reset(); }
 
-    // What the first start leaves behind; "App colors" stays English.
+    // What the first start leaves behind, in Russian.
     void afterTheFirstStart()
     {
         h->settings.set(moreDetails, true);
@@ -57,7 +57,7 @@ private slots:
         QCOMPARE(checked("switchStar"), true);
         QCOMPARE(framed(), QList<int>{1});
         QCOMPARE(h->text("titleLabel"), "Настройки");
-        QCOMPARE(h->text("lblBackground"), "App colors");
+        QCOMPARE(h->text("lblBackground"), "Цвета приложения");
         QCOMPARE(h->text("btnVers"), u"v"_qs + QStringLiteral(TAVLO_VERSION));
         QCOMPARE(h->shows("secretLabel"), false);
     }

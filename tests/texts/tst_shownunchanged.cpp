@@ -22,9 +22,9 @@ const QMap<QString, QByteArray> before = {
     {u"reports de"_s, "a9476dc82836636ee7c04e705e8464072e3323b93f5c0fe127841d1beb8ffe5d"},
     {u"reports en"_s, "82fa8073999f5d82d8c17f7b9b1b7524a1d0d85030c8ebb980670fe51d1e8394"},
     {u"reports ru"_s, "94a1ff2ed7879d9fd3701b2a8ef27a5932fd628db7fb19f274106d828000b73b"},
-    {u"table de"_s, "97a59e6a9bd42fa17d2ebd6a352f9ee62e7d74ab75f64d26a9c798c3fa38e35e"},
-    {u"table en"_s, "adff880ef4ac3c5bca6aae549fa6295a511344d3d36ab7876208ce7845f31281"},
-    {u"table ru"_s, "61134da5903c51c04ff70fbd597a77de20d4cb2b8395d4d4f8facffef76ca132"},
+    {u"table de"_s, "6efedf1467b70dee6b7c542dc4a7a68f7e64a41bd35bf4b1b22300929c0bf4cc"},
+    {u"table en"_s, "bcbd925389477721915cb131593a8b10e997d885b7113650c595f1367cd296ae"},
+    {u"table ru"_s, "67d36856c29c0b4876f3c83ccc44312197d1bb16a0af07fd30180d1082d54807"},
 };
 
 } // namespace
