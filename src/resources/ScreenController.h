@@ -25,7 +25,8 @@ class ScreenController : public QObject
     Q_PROPERTY(ScreenTheme *theme READ theme CONSTANT)
     // Every interface text by its name in UiText: texts.Cancel. Filled once
     // per language; a binding on one text follows that text alone.
-    Q_PROPERTY(QQmlPropertyMap *texts READ texts CONSTANT)
+    // (A variant, as tools that check QML know no property map.)
+    Q_PROPERTY(QVariant texts READ texts CONSTANT)
     Q_PROPERTY(DateWheelModel *wheels READ wheels CONSTANT)
     // Whether a screen reader (or another assistive technology) follows the
     // app: then the keyboard starts inside a list rather than above it.
@@ -33,7 +34,7 @@ class ScreenController : public QObject
 
 public:
     ScreenTheme *theme() const { return m_theme; }
-    QQmlPropertyMap *texts() const { return m_texts; }
+    QVariant texts() const { return QVariant::fromValue<QObject *>(m_texts); }
     DateWheelModel *wheels() const { return m_wheels; }
     bool screenReaderOn() const;
     // By the keys of accessibleNames(): "info", "day", "sort" and so on.
