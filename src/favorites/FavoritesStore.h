@@ -33,8 +33,8 @@ struct Favorite
 // The one favorites list, kept under "person" as an array of [name, birthday,
 // id] string arrays in display order. Every change writes the whole list.
 //
-// Rows are held as stored, and save() writes back what was loaded, with two
-// exceptions made on reading. A row of earlier versions, [name, birthday],
+// Rows are held as stored, and a change writes back the others as they were
+// loaded, with two exceptions made on reading. A row of earlier versions, [name, birthday],
 // gets the identity that their exports gave it (derivedId()), so that a
 // calendar or address book fed before and after sees the same person. And a
 // birthday stored in a placeholder year ("2 3 1604", from an address book

@@ -32,10 +32,7 @@ FavViewController::FavViewController(Session &session, QObject *parent)
     : ScreenController(session, parent), m_model(new FavoritesModel(this))
 {
     m_undoTimer.setSingleShot(true);
-    // A screen reader takes longer to say what went and how to bring it
-    // back; the keyboard then needs longer to get there.
-    m_undoTimer.setInterval(QAccessible::isActive() ? undoWithScreenReaderMilliseconds
-                                                    : undoMilliseconds);
+    m_undoTimer.setInterval(undoMillisecondsFor(QAccessible::isActive()));
     connect(&m_undoTimer, &QTimer::timeout, this, [this] {
         m_deleted.clear();
         emit undoChanged();
@@ -98,7 +95,7 @@ void FavViewController::viewDidLoad()
     m_sort = settings.value(SettingsKeys::sort);
     applyOrder();
 
-    if (m_sort == 2) {
+    if (FavoritesSorting::orderFor(m_sort) == FavoritesSorting::Order::ByBirthday) {
         // The first birthday still to come this year; its row goes to the top.
         const QDate today = m_session.clock.now().date();
         for (qsizetype i = 0; i < favorites.count(); ++i) {

@@ -71,9 +71,13 @@ public:
     enum FileTask { ImportVCards, ExportVCards, ExportCalendar };
     Q_ENUM(FileTask)
 
-    // How long "Undo" stays after a delete.
-    static constexpr int undoMilliseconds = 5000;
-    static constexpr int undoWithScreenReaderMilliseconds = 12000;
+    // How long "Undo" stays after a delete. A screen reader takes longer to
+    // say what went and how to bring it back, and the keyboard then needs
+    // longer to get there.
+    static constexpr int undoMillisecondsFor(bool screenReaderOn)
+    {
+        return screenReaderOn ? 12'000 : 5'000;
+    }
 
     explicit FavViewController(Session &session, QObject *parent = nullptr);
 

@@ -220,8 +220,7 @@ QString ViewController::todaysBirthdaysText()
     // report and the stored date are left on the last one, as reporting on
     // each in turn would. Only the last report needs its texts, only its
     // date needs to reach the disk, and only favorites near a birthday or a
-    // round age need their ages worked out. The dates are read as midnight
-    // in UTC, as the greeting always has.
+    // round age need their ages worked out.
     QString greeting;
     const QDateTime now = m_session.clock.now();
     const QDate today = now.toLocalTime().date();

@@ -67,7 +67,6 @@ public:
     QStringList dayLabels() const;
     bool dimmed() const { return m_dimmed; }
     QString addDialogPlaceholder() const { return m_addDialogPlaceholder; }
-    qint64 currentFavoriteIndex() const { return m_currentFavoriteIndex; }
 
     // The screen's load: once per main screen, in a fixed order.
     Q_INVOKABLE void viewDidLoad();
@@ -109,7 +108,6 @@ signals:
     void screenRequested(const QString &identifier);
     // Reminders are to be checked and scheduled again.
     void notificationPermissionCheckRequested();
-    // A rating request would be shown now, if the platform had one.
 
 private:
     void dpChanged();
@@ -142,5 +140,6 @@ private:
     QString m_addDialogPlaceholder;
 
     QString m_personName;
+    // The favorite that a swipe steps on from.
     qint64 m_currentFavoriteIndex = 0;
 };

@@ -163,6 +163,8 @@ void SetViewController::moreAppsPressed()
 {
     const QUrl url = StoreLinks::moreAppsPage(m_platform);
     const bool opened = url.isValid() && m_openUrl(url);
+    // "RateApp true" or "RateApp false" is the debug line this button is
+    // known by to those who read the log, though the name is another's.
     DebugLog::line(u"RateApp "_s + (opened ? u"true"_s : u"false"_s));
 }
 

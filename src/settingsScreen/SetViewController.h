@@ -39,8 +39,7 @@ class SetViewController : public ScreenController
     Q_PROPERTY(bool infoVisible READ infoVisible NOTIFY infoVisibleChanged)
     Q_PROPERTY(QString infoText READ infoText CONSTANT)
     Q_PROPERTY(bool dimmed READ dimmed NOTIFY dimmedChanged)
-    // The reminders row: when they come and how early, and its names for
-    // screen readers.
+    // The reminders row: when they come and how early.
     Q_PROPERTY(QString reminderTimeText READ reminderTimeText NOTIFY changed)
     Q_PROPERTY(QString reminderLeadText READ reminderLeadText NOTIFY changed)
     Q_PROPERTY(QString secondReminderText READ secondReminderText NOTIFY changed)
@@ -110,7 +109,6 @@ signals:
     void dimmedChanged();
     void followStatusChanged();
     void screenRequested(const QString &identifier);
-    // A rating request would be shown now, if the platform had one.
 
 private:
     void applyTheme();
