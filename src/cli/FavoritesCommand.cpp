@@ -5,13 +5,14 @@
 #include "cli/UnreadableBirthdays.h"
 #include "contacts/BirthdayExport.h"
 #include "contacts/BirthdayImport.h"
+#include "contacts/PhoneContacts.h"
+#include "contacts/VCardFile.h"
 #include "core/Clock.h"
 #include "core/DayOfBirth.h"
 #include "core/FatalError.h"
 #include "favorites/FavoriteCard.h"
 #include "favorites/FavoritesStore.h"
 
-#include <QFile>
 #include <QRegularExpression>
 
 using namespace Qt::Literals::StringLiterals;
@@ -211,12 +212,7 @@ int FavoritesCommand::importCards(const QStringList &arguments)
         return fail(u"import takes vCard FILEs or --contacts"_s);
     QList<VCardContact> contacts;
     if (arguments == QStringList{u"--contacts"_s}) {
-        const PhoneContactsRead read = m_context.phoneContacts ? m_context.phoneContacts() : [] {
-            PhoneContactsRead folderOnly;
-            PhoneContacts::readFolder(PhoneContacts::plasmaFolder(), folderOnly);
-            return folderOnly;
-        }();
-        contacts = read.contacts;
+        contacts = PhoneContacts::readForImport(m_context.phoneContacts).contacts;
     } else {
         QString unknown;
         const QStringList files = fileArguments(arguments, &unknown);
@@ -227,19 +223,11 @@ int FavoritesCommand::importCards(const QStringList &arguments)
         // Every file is read before anything is stored: one that cannot be
         // imported leaves the list as it was.
         for (const QString &path : files) {
-            QFile file;
-            const bool opened = path == u"-"
-                                    ? file.open(stdin, QIODevice::ReadOnly)
-                                    : (file.setFileName(path), file.open(QIODevice::ReadOnly));
-            if (!opened)
-                return fail(u"%1: %2"_s.arg(path, file.errorString()));
-            const QByteArray data = file.read(VCardReader::maxBytes + 1);
-            if (file.error() != QFileDevice::NoError)
-                return fail(u"%1: %2"_s.arg(path, file.errorString()));
-            const VCardReader::Result read = VCardReader::read(data);
-            if (read.error != VCardReader::Error::None)
-                return fail(u"%1: %2"_s.arg(path, VCardReader::errorText(read.error)));
-            contacts.append(read.contacts);
+            const VCardFile read =
+                path == u"-" ? VCardFile::readStandardInput() : VCardFile::read(path);
+            if (!read.ok())
+                return fail(u"%1: %2"_s.arg(path, read.problem()));
+            contacts.append(read.cards.contacts);
         }
     }
 

@@ -104,11 +104,7 @@ void SetViewController::applyTheme()
 
 void SetViewController::backPressed()
 {
-    if (!m_dimmed) {
-        m_dimmed = true;
-        emit dimmedChanged();
-    }
-    emit screenRequested(u"Main"_s);
+    showScreen(u"Main"_s);
 }
 
 void SetViewController::switchDetailsValue(bool on)
