@@ -64,7 +64,7 @@ int CalendarCommand::run(const QStringList &arguments)
     if (files.size() != 1)
         return fail(u"export takes one FILE.ics (\"-\" for standard output)"_s);
 
-    FavoritesStore favorites(m_context.settings);
+    FavoritesStore favorites(m_context.settings, m_context.favoritesChanged);
     favorites.load();
     if (!language) {
         language = decideLanguage(m_context.preferredLanguages,

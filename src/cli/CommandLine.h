@@ -2,6 +2,7 @@
 #pragma once
 
 #include "contacts/PhoneContacts.h"
+#include "favorites/FavoritesStore.h"
 
 #include <QStringList>
 #include <QTextStream>
@@ -36,6 +37,9 @@ struct CommandContext
     std::function<PasswordVault *()> passwords = {};
     // The sync state file; empty for the one beside the settings.
     QString syncStatePath = {};
+    // Told of every change a command makes to the favorites, as the app's
+    // own store tells the birthdays calendar.
+    FavoritesStore::ChangeListener favoritesChanged = {};
 };
 
 // Exit statuses of the command line.

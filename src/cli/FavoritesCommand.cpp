@@ -116,7 +116,7 @@ int FavoritesCommand::list(const QStringList &arguments)
     if (!json && !arguments.isEmpty())
         return fail(u"list takes only --json, not \"%1\""_s.arg(arguments.join(u' ')));
 
-    FavoritesStore favorites(m_context.settings);
+    FavoritesStore favorites(m_context.settings, m_context.favoritesChanged);
     favorites.load();
     const QDateTime now = m_context.clock.now();
     UnreadableBirthdays unreadable;
@@ -166,7 +166,7 @@ int FavoritesCommand::add(const QStringList &given)
             DayOfBirth::withoutYear(match.captured(2).toInt(), match.captured(1).toInt());
         if (!day)
             return fail(u"\"%1\" is no day of any year"_s.arg(arguments.at(1)));
-        FavoritesStore favorites(m_context.settings);
+        FavoritesStore favorites(m_context.settings, m_context.favoritesChanged);
         favorites.load();
         return finishChange(
             m_context, favorites.append(arguments.at(0), day->day(), day->month(), std::nullopt));
@@ -182,7 +182,7 @@ int FavoritesCommand::add(const QStringList &given)
     if (!date.isValid())
         return fail(u"\"%1\" is not a date YYYY-MM-DD or --MM-DD"_s.arg(arguments.at(1)));
 
-    FavoritesStore favorites(m_context.settings);
+    FavoritesStore favorites(m_context.settings, m_context.favoritesChanged);
     favorites.load();
     return finishChange(m_context,
                         favorites.append(arguments.at(0), date.day(), date.month(), date.year()));
@@ -197,7 +197,7 @@ int FavoritesCommand::remove(const QStringList &arguments)
     if (!ok || arguments.at(0).trimmed() != arguments.at(0))
         return fail(u"\"%1\" is not an index"_s.arg(arguments.at(0)));
 
-    FavoritesStore favorites(m_context.settings);
+    FavoritesStore favorites(m_context.settings, m_context.favoritesChanged);
     favorites.load();
     if (index < 0 || index >= favorites.count()) {
         return fail(
@@ -231,7 +231,7 @@ int FavoritesCommand::importCards(const QStringList &arguments)
         }
     }
 
-    FavoritesStore favorites(m_context.settings);
+    FavoritesStore favorites(m_context.settings, m_context.favoritesChanged);
     const BirthdayImport::Imported imported =
         BirthdayImport::importInto(favorites, contacts, m_context.clock.now().date());
     // Nothing is said to be added that did not reach the disk.
@@ -251,7 +251,7 @@ int FavoritesCommand::exportCards(const QStringList &arguments)
         return fail(u"unknown option \"%1\" (try tavlo favorites --help)"_s.arg(unknown));
     if (files.size() != 1)
         return fail(u"export takes one FILE.vcf (\"-\" for standard output)"_s);
-    FavoritesStore favorites(m_context.settings);
+    FavoritesStore favorites(m_context.settings, m_context.favoritesChanged);
     favorites.load();
     const BirthdayExport::Output output = BirthdayExport::vCards(favorites.all());
     if (output.unreadable > 0) {

@@ -116,7 +116,7 @@ int RemindersCommand::run(const QStringList &arguments)
     strings.apply(decideLanguage(m_context.preferredLanguages,
                                  settings.value(SettingsKeys::preferredLanguage))
                       .language);
-    FavoritesStore favorites(settings);
+    FavoritesStore favorites(settings, m_context.favoritesChanged);
     favorites.load();
 
     if (schedule)

@@ -171,6 +171,7 @@ int SyncCommand::sync()
                                                         : m_context.syncStatePath,
                       account);
     engine.setConflictName(strings[UiText::SyncConflictCopy]);
+    engine.setFavoritesListener(m_context.favoritesChanged);
     engine.setToday(m_context.clock.now().date());
     SyncOutcome outcome;
     waitFor([&](auto done) {
