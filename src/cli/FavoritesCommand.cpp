@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "cli/FavoritesCommand.h"
 
+#include "cli/CommandArguments.h"
 #include "cli/JsonLine.h"
 #include "cli/UnreadableBirthdays.h"
 #include "contacts/BirthdayExport.h"
@@ -88,8 +89,10 @@ int FavoritesCommand::fail(const QString &message)
 int FavoritesCommand::run(const QStringList &arguments)
 {
     const QString action = arguments.value(1);
-    if (action == u"--help" || action == u"-h" || action == u"help" ||
-        asksForHelp(arguments.mid(2))) {
+    // --help anywhere before a "--" shows the help, whatever else is wrong.
+    CommandArguments anyAction;
+    anyAction.parse(arguments.mid(1));
+    if (action == u"help" || anyAction.helpAsked()) {
         m_context.out << help;
         m_context.out.flush();
         return ExitStatus::ok;
@@ -110,11 +113,21 @@ int FavoritesCommand::run(const QStringList &arguments)
     return fail(u"unknown action \"%1\" (try tavlo favorites --help)"_s.arg(action));
 }
 
+int FavoritesCommand::unknownOption(const CommandArguments &parsed)
+{
+    if (parsed.unknownOption().isEmpty())
+        return fail(parsed.errorText());
+    return fail(
+        u"unknown option \"%1\" (try tavlo favorites --help)"_s.arg(parsed.unknownOption()));
+}
+
 int FavoritesCommand::list(const QStringList &arguments)
 {
-    const bool json = arguments == QStringList{u"--json"_s};
-    if (!json && !arguments.isEmpty())
+    const QCommandLineOption jsonOption(u"json"_s);
+    CommandArguments parsed({jsonOption});
+    if (!parsed.parse(arguments) || !parsed.positional().isEmpty() || parsed.count(jsonOption) > 1)
         return fail(u"list takes only --json, not \"%1\""_s.arg(arguments.join(u' ')));
+    const bool json = parsed.isSet(jsonOption);
 
     FavoritesStore favorites(m_context.settings, m_context.favoritesChanged);
     favorites.load();
@@ -152,6 +165,9 @@ int FavoritesCommand::list(const QStringList &arguments)
     return unreadable.report(m_context.err);
 }
 
+// A birthday without a year is written "--04-15", which any option parser
+// takes for an option, and so is an index below 0 ("-1"): add and remove
+// read their arguments as they are given.
 int FavoritesCommand::add(const QStringList &given)
 {
     // "--" first lets a name begin with "-".
@@ -210,14 +226,20 @@ int FavoritesCommand::importCards(const QStringList &arguments)
 {
     if (arguments.isEmpty())
         return fail(u"import takes vCard FILEs or --contacts"_s);
+    const QCommandLineOption contactsOption(u"contacts"_s);
+    CommandArguments parsed({contactsOption});
+    if (!parsed.parse(arguments))
+        return unknownOption(parsed);
     QList<VCardContact> contacts;
-    if (arguments == QStringList{u"--contacts"_s}) {
+    if (parsed.isSet(contactsOption) && parsed.count(contactsOption) == 1 &&
+        parsed.positional().isEmpty()) {
         contacts = PhoneContacts::readForImport(m_context.phoneContacts).contacts;
     } else {
-        QString unknown;
-        const QStringList files = fileArguments(arguments, &unknown);
-        if (!unknown.isEmpty())
-            return fail(u"unknown option \"%1\" (try tavlo favorites --help)"_s.arg(unknown));
+        // Files and the phone's address books at once: --contacts is the
+        // option too many.
+        if (parsed.isSet(contactsOption))
+            return fail(u"unknown option \"--contacts\" (try tavlo favorites --help)"_s);
+        const QStringList files = parsed.positional();
         if (files.isEmpty())
             return fail(u"import takes vCard FILEs or --contacts"_s);
         // Every file is read before anything is stored: one that cannot be
@@ -245,10 +267,10 @@ int FavoritesCommand::importCards(const QStringList &arguments)
 
 int FavoritesCommand::exportCards(const QStringList &arguments)
 {
-    QString unknown;
-    const QStringList files = fileArguments(arguments, &unknown);
-    if (!unknown.isEmpty())
-        return fail(u"unknown option \"%1\" (try tavlo favorites --help)"_s.arg(unknown));
+    CommandArguments parsed;
+    if (!parsed.parse(arguments))
+        return unknownOption(parsed);
+    const QStringList files = parsed.positional();
     if (files.size() != 1)
         return fail(u"export takes one FILE.vcf (\"-\" for standard output)"_s);
     FavoritesStore favorites(m_context.settings, m_context.favoritesChanged);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "cli/SyncCommand.h"
 
+#include "cli/CommandArguments.h"
 #include "core/Clock.h"
 #include "core/OneLine.h"
 #include "settings/SettingsStore.h"
@@ -67,19 +68,22 @@ int SyncCommand::failed(const QString &problem)
 
 int SyncCommand::run(const QStringList &arguments)
 {
-    if (asksForHelp(arguments)) {
+    CommandArguments parsed;
+    const bool readable = parsed.parse(arguments.mid(1));
+    if (parsed.helpAsked()) {
         m_context.out << help;
         m_context.out.flush();
         return ExitStatus::ok;
     }
     if (!m_context.passwords)
         return failed(u"no Secret Service to keep the password in"_s);
-    const QString action = arguments.value(1);
-    if (action == u"setup" && arguments.size() == 4)
-        return setup(arguments.at(2), arguments.at(3));
-    if (action == u"remove" && arguments.size() == 2)
+    const QStringList positional = parsed.positional();
+    const QString action = positional.value(0);
+    if (readable && action == u"setup" && positional.size() == 3)
+        return setup(positional.at(1), positional.at(2));
+    if (readable && action == u"remove" && positional.size() == 1)
         return forget();
-    if (arguments.size() == 1)
+    if (readable && positional.isEmpty())
         return sync();
     return failCommand(
         m_context, "sync",
