@@ -34,12 +34,13 @@ struct Favorite
 // id] string arrays in display order. Every change writes the whole list.
 //
 // Rows are held as stored, and a change writes back the others as they were
-// loaded, with two exceptions made on reading. A row of earlier versions, [name, birthday],
-// gets the identity that their exports gave it (derivedId()), so that a
-// calendar or address book fed before and after sees the same person. And a
-// birthday stored in a placeholder year ("2 3 1604", from an address book
-// that meant "no year") is read as the day and month it is ("2 3"). Both are
-// the same in every process, so rows read here and elsewhere still compare.
+// loaded, with two exceptions made on reading. A row of earlier versions,
+// [name, birthday], gets the identity that their exports gave it
+// (derivedId()), so that a calendar or address book fed before and after
+// sees the same person. And a birthday stored in a placeholder year
+// ("2 3 1604", from an address book that meant "no year") is read as the day
+// and month it is ("2 3"). Both are the same in every process, so rows read
+// here and elsewhere still compare.
 // A row with fewer than two texts (a damaged file) reads with the missing
 // ones empty: a favorite whose birthday cannot be read, listed to be fixed.
 //
