@@ -165,11 +165,14 @@ private slots:
         QTest::newRow("nothing today, on the last one")
             << People{{"Ann", "2 1 1990"}, {"Bob", "5 5 1970"}} << QString() << QDate(1970, 5, 5)
             << qsizetype(0);
-        QTest::newRow("birthday and round age, in order")
+        // With a year, the day itself counts its next birthday a year away:
+        // only round ages are greeted.
+        QTest::newRow("round ages in order, not the birthday with a year")
             << People{{"Kim", QDate(2026, 11, 22).addDays(-1000).toString(u"d M yyyy")},
                       {"Eve", "22 11 1990"},
+                      {"Lev", QDate(2026, 11, 22).addDays(-100).toString(u"d M yyyy")},
                       {"Ann", "2 1 1990"}}
-            << u"Kim is now 1000 days old!\n\nEve has a birthday today!\n\n"_qs << QDate(1990, 1, 2)
+            << u"Kim is now 1000 days old!\n\nLev is now 100 days old!\n\n"_qs << QDate(1990, 1, 2)
             << qsizetype(0);
         QTest::newRow("without a year: greeted, not stood on")
             << People{{"Ann", "2 1 1990"}, {"Dan", "22 11"}, {"Zed", "1 1"}}
