@@ -77,10 +77,12 @@ int SyncCommand::run(const QStringList &arguments)
     }
     if (!m_context.passwords)
         return failed(u"no Secret Service to keep the password in"_s);
+    // A user name is the server's and may begin with "-": setup takes its
+    // URL and USER as they are given.
+    if (arguments.value(1) == u"setup" && arguments.size() == 4)
+        return setup(arguments.at(2), arguments.at(3));
     const QStringList positional = parsed.positional();
     const QString action = positional.value(0);
-    if (readable && action == u"setup" && positional.size() == 3)
-        return setup(positional.at(1), positional.at(2));
     if (readable && action == u"remove" && positional.size() == 1)
         return forget();
     if (readable && positional.isEmpty())
