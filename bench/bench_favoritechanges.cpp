@@ -137,7 +137,7 @@ void BM_AddWithCalendar(benchmark::State &state)
     if (state.range(1))
         calendar.writeInBackground([&](const QString &problem) { checkedText(state, problem); });
     f.settings.waitForWrites();
-    FavoritesStore::setChangeListener(
+    f.favorites.setChangeListener(
         [&](const QList<Favorite> &list) { checkedText(state, calendar.update(list)); });
     for (auto _ : state) {
         checked(state, f.favorites.append(QStringLiteral("Zoe"), 5, 7, 2001));
@@ -149,7 +149,7 @@ void BM_AddWithCalendar(benchmark::State &state)
         calendar.waitForWrites();
         state.ResumeTiming();
     }
-    FavoritesStore::setChangeListener({});
+    f.favorites.setChangeListener({});
 }
 
 // The settings file's text with N favorites: read at every start, written

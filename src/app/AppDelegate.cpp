@@ -2,6 +2,8 @@
 #include "app/AppDelegate.h"
 
 #include "app/ScreenFactory.h"
+#include "app/Screenshot.h"
+#include "app/StartupTrace.h"
 #include "contacts/ContactsFolder.h"
 #include "contacts/ContactsFollower.h"
 #include "core/Clock.h"
@@ -19,34 +21,12 @@
 #include "settings/FileSettingsStore.h"
 
 #include <QDBusConnection>
-#include <QDateTime>
 #include <QDesktopServices>
-#include <QDir>
-#include <QFile>
 #include <QGuiApplication>
 #include <QPalette>
 #include <QQmlApplicationEngine>
 #include <QQuickStyle>
 #include <QQuickWindow>
-#include <QTimer>
-#include <cstdio>
-
-namespace {
-
-// The most memory the process has held, from the kernel's own count.
-QByteArray peakResidentKilobytes()
-{
-    QFile status(QStringLiteral("/proc/self/status"));
-    if (!status.open(QIODevice::ReadOnly))
-        return "unknown";
-    for (const QByteArray &line : status.readAll().split('\n')) {
-        if (line.startsWith("VmHWM:"))
-            return line.mid(6).trimmed().split(' ').value(0);
-    }
-    return "unknown";
-}
-
-} // namespace
 
 Appearance AppDelegate::appearance()
 {
@@ -143,29 +123,10 @@ int AppDelegate::run(QGuiApplication &app, const Options &options)
         });
     }
 
-    if (window && (options.traceStartup || !options.screenshotPath.isEmpty())) {
-        QObject::connect(
-            window, &QQuickWindow::frameSwapped, &app,
-            [window, options] {
-                if (options.traceStartup) {
-                    std::printf("first-frame-epoch-ms %lld\n",
-                                static_cast<long long>(QDateTime::currentMSecsSinceEpoch()));
-                    std::fflush(stdout);
-                }
-                if (options.screenshotPath.isEmpty()) {
-                    // Measuring start-up: settle for a second, then end.
-                    QTimer::singleShot(1000, window, &QCoreApplication::quit);
-                    return;
-                }
-                // Pictures load in the background; give them a moment.
-                QTimer::singleShot(800, window, [window, path = options.screenshotPath] {
-                    QDir().mkpath(QFileInfo(path).absolutePath());
-                    window->grabWindow().save(path);
-                    QCoreApplication::quit();
-                });
-            },
-            Qt::SingleShotConnection);
-    }
+    if (window && options.traceStartup)
+        StartupTrace::followFirstFrame(*window, options.screenshotPath.isEmpty());
+    if (window && !options.screenshotPath.isEmpty())
+        Screenshot::takeAfterFirstFrame(*window, options.screenshotPath);
 
     // A screenshot leaves the user's favorites alone, too.
     if (remindersOn)
@@ -176,6 +137,6 @@ int AppDelegate::run(QGuiApplication &app, const Options &options)
     settings.waitForWrites();
     session.calendar.waitForWrites();
     if (options.traceStartup)
-        std::printf("peak-rss-kb %s\n", peakResidentKilobytes().constData());
+        StartupTrace::printPeakMemory();
     return status;
 }

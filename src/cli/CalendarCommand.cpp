@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "cli/CalendarCommand.h"
 
+#include "cli/CommandArguments.h"
 #include "contacts/BirthdayExport.h"
 #include "core/Clock.h"
 #include "favorites/FavoritesStore.h"
@@ -37,34 +38,41 @@ int CalendarCommand::fail(const QString &message)
 
 int CalendarCommand::run(const QStringList &arguments)
 {
-    const QString action = arguments.value(1);
-    if (action == u"--help" || action == u"-h" || action == u"help" ||
-        asksForHelp(arguments.mid(2))) {
+    const QCommandLineOption langOption(u"lang"_s, QString(), u"LANG"_s);
+    CommandArguments parsed({langOption});
+    const bool readable = parsed.parse(arguments.mid(1));
+    // Help comes first, whatever else is wrong.
+    if (parsed.helpAsked() || arguments.value(1) == u"help") {
         m_context.out << help;
         m_context.out.flush();
         return ExitStatus::ok;
     }
+    const QStringList positional = parsed.positional();
+    const QString action = positional.value(0);
     if (action != u"export") {
         return fail(action.isEmpty()
                         ? u"say export (try tavlo calendar --help)"_s
                         : u"unknown action \"%1\" (try tavlo calendar --help)"_s.arg(action));
     }
-    QStringList rest = arguments.mid(2);
-    std::optional<Language> language;
-    if (const qsizetype at = rest.indexOf(u"--lang"_s); at >= 0) {
-        language = languageFromCode(rest.value(at + 1));
-        if (!language)
-            return fail(u"--lang \"%1\": expected en, de or ru"_s.arg(rest.value(at + 1)));
-        rest.remove(at, 2);
+    if (!readable) {
+        return fail(parsed.unknownOption().isEmpty()
+                        ? parsed.errorText()
+                        : u"unknown option \"%1\" (try tavlo calendar --help)"_s.arg(
+                              parsed.unknownOption()));
     }
-    QString unknown;
-    const QStringList files = fileArguments(rest, &unknown);
-    if (!unknown.isEmpty())
-        return fail(u"unknown option \"%1\" (try tavlo calendar --help)"_s.arg(unknown));
+    std::optional<Language> language;
+    if (parsed.isSet(langOption)) {
+        if (parsed.values(langOption).size() > 1)
+            return fail(u"--lang given more than once"_s);
+        language = languageFromCode(parsed.value(langOption));
+        if (!language)
+            return fail(u"--lang \"%1\": expected en, de or ru"_s.arg(parsed.value(langOption)));
+    }
+    const QStringList files = positional.mid(1);
     if (files.size() != 1)
         return fail(u"export takes one FILE.ics (\"-\" for standard output)"_s);
 
-    FavoritesStore favorites(m_context.settings);
+    FavoritesStore favorites(m_context.settings, m_context.favoritesChanged);
     favorites.load();
     if (!language) {
         language = decideLanguage(m_context.preferredLanguages,

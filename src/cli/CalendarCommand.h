@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "cli/CommandLine.h"
+#include "cli/CommandContext.h"
 
 // `tavlo calendar export FILE.ics [--lang en|de|ru]`: the favorites as an
 // iCalendar of yearly all-day birthdays, for calendar apps.

@@ -3,14 +3,12 @@
 
 #include "cli/CalendarCommand.h"
 #include "cli/FavoritesCommand.h"
-#include "cli/OutputTarget.h"
 #include "cli/RemindersCommand.h"
 #include "cli/ReportCommand.h"
 #include "cli/SyncCommand.h"
 #include "core/FatalError.h"
-#include "settings/AtomicFileWriter.h"
+#include "core/OneLine.h"
 #include "settings/SettingsStore.h"
-#include "settings/WriteResult.h"
 
 namespace {
 
@@ -33,70 +31,6 @@ Run "tavlo COMMAND --help" for a command's options.
 )";
 
 } // namespace
-
-int failCommand(CommandContext &context, const char *command, const QString &message)
-{
-    context.err << "tavlo " << command << ": " << oneLine(message) << '\n';
-    context.err.flush();
-    return ExitStatus::usage;
-}
-
-int finishChange(CommandContext &context, const WriteResult &result)
-{
-    if (result)
-        return ExitStatus::ok;
-    context.err << "tavlo: " << oneLine(result.message()) << '\n';
-    context.err.flush();
-    return ExitStatus::notSaved;
-}
-
-int writeOutputFile(CommandContext &context, const QString &path, const QByteArray &contents)
-{
-    if (path == u"-") {
-        context.out << QString::fromUtf8(contents);
-        context.out.flush();
-        return ExitStatus::ok;
-    }
-    const OutputTarget target = OutputTarget::of(path);
-    if (target.refused()) {
-        context.err << "tavlo: " << oneLine(WriteResult::failed(path, target.refusal()).message())
-                    << '\n';
-        context.err.flush();
-        return ExitStatus::notSaved;
-    }
-    // The person's own file: as their umask says, like any file they make.
-    return finishChange(
-        context,
-        AtomicFileWriter(AtomicFileWriter::Access::FollowUmask).write(target.filePath(), contents));
-}
-
-bool asksForHelp(const QStringList &arguments)
-{
-    for (const QString &argument : arguments) {
-        if (argument == u"--")
-            return false;
-        if (argument == u"--help" || argument == u"-h")
-            return true;
-    }
-    return false;
-}
-
-QStringList fileArguments(const QStringList &arguments, QString *unknown)
-{
-    QStringList files;
-    bool optionsEnded = false;
-    for (const QString &argument : arguments) {
-        if (!optionsEnded && argument == u"--") {
-            optionsEnded = true;
-        } else if (!optionsEnded && argument.startsWith(u'-') && argument != u"-") {
-            *unknown = argument;
-            return {};
-        } else {
-            files.append(argument);
-        }
-    }
-    return files;
-}
 
 // Says in one line what was wrong with the settings file. A damaged one is
 // read as far as it goes; one that cannot be read stops every command, as

@@ -1,17 +1,19 @@
 // SPDX-License-Identifier: MIT
 #include "cli/FavoritesCommand.h"
 
+#include "cli/CommandArguments.h"
 #include "cli/JsonLine.h"
 #include "cli/UnreadableBirthdays.h"
 #include "contacts/BirthdayExport.h"
 #include "contacts/BirthdayImport.h"
+#include "contacts/PhoneContacts.h"
+#include "contacts/VCardFile.h"
 #include "core/Clock.h"
 #include "core/DayOfBirth.h"
 #include "core/FatalError.h"
 #include "favorites/FavoriteCard.h"
 #include "favorites/FavoritesStore.h"
 
-#include <QFile>
 #include <QRegularExpression>
 
 using namespace Qt::Literals::StringLiterals;
@@ -87,8 +89,10 @@ int FavoritesCommand::fail(const QString &message)
 int FavoritesCommand::run(const QStringList &arguments)
 {
     const QString action = arguments.value(1);
-    if (action == u"--help" || action == u"-h" || action == u"help" ||
-        asksForHelp(arguments.mid(2))) {
+    // --help anywhere before a "--" shows the help, whatever else is wrong.
+    CommandArguments anyAction;
+    anyAction.parse(arguments.mid(1));
+    if (action == u"help" || anyAction.helpAsked()) {
         m_context.out << help;
         m_context.out.flush();
         return ExitStatus::ok;
@@ -109,13 +113,23 @@ int FavoritesCommand::run(const QStringList &arguments)
     return fail(u"unknown action \"%1\" (try tavlo favorites --help)"_s.arg(action));
 }
 
+int FavoritesCommand::unknownOption(const CommandArguments &parsed)
+{
+    if (parsed.unknownOption().isEmpty())
+        return fail(parsed.errorText());
+    return fail(
+        u"unknown option \"%1\" (try tavlo favorites --help)"_s.arg(parsed.unknownOption()));
+}
+
 int FavoritesCommand::list(const QStringList &arguments)
 {
-    const bool json = arguments == QStringList{u"--json"_s};
-    if (!json && !arguments.isEmpty())
+    const QCommandLineOption jsonOption(u"json"_s);
+    CommandArguments parsed({jsonOption});
+    if (!parsed.parse(arguments) || !parsed.positional().isEmpty() || parsed.count(jsonOption) > 1)
         return fail(u"list takes only --json, not \"%1\""_s.arg(arguments.join(u' ')));
+    const bool json = parsed.isSet(jsonOption);
 
-    FavoritesStore favorites(m_context.settings);
+    FavoritesStore favorites(m_context.settings, m_context.favoritesChanged);
     favorites.load();
     const QDateTime now = m_context.clock.now();
     UnreadableBirthdays unreadable;
@@ -151,6 +165,9 @@ int FavoritesCommand::list(const QStringList &arguments)
     return unreadable.report(m_context.err);
 }
 
+// A birthday without a year is written "--04-15", which any option parser
+// takes for an option, and so is an index below 0 ("-1"): add and remove
+// read their arguments as they are given.
 int FavoritesCommand::add(const QStringList &given)
 {
     // "--" first lets a name begin with "-".
@@ -165,7 +182,7 @@ int FavoritesCommand::add(const QStringList &given)
             DayOfBirth::withoutYear(match.captured(2).toInt(), match.captured(1).toInt());
         if (!day)
             return fail(u"\"%1\" is no day of any year"_s.arg(arguments.at(1)));
-        FavoritesStore favorites(m_context.settings);
+        FavoritesStore favorites(m_context.settings, m_context.favoritesChanged);
         favorites.load();
         return finishChange(
             m_context, favorites.append(arguments.at(0), day->day(), day->month(), std::nullopt));
@@ -181,7 +198,7 @@ int FavoritesCommand::add(const QStringList &given)
     if (!date.isValid())
         return fail(u"\"%1\" is not a date YYYY-MM-DD or --MM-DD"_s.arg(arguments.at(1)));
 
-    FavoritesStore favorites(m_context.settings);
+    FavoritesStore favorites(m_context.settings, m_context.favoritesChanged);
     favorites.load();
     return finishChange(m_context,
                         favorites.append(arguments.at(0), date.day(), date.month(), date.year()));
@@ -196,7 +213,7 @@ int FavoritesCommand::remove(const QStringList &arguments)
     if (!ok || arguments.at(0).trimmed() != arguments.at(0))
         return fail(u"\"%1\" is not an index"_s.arg(arguments.at(0)));
 
-    FavoritesStore favorites(m_context.settings);
+    FavoritesStore favorites(m_context.settings, m_context.favoritesChanged);
     favorites.load();
     if (index < 0 || index >= favorites.count()) {
         return fail(
@@ -209,41 +226,34 @@ int FavoritesCommand::importCards(const QStringList &arguments)
 {
     if (arguments.isEmpty())
         return fail(u"import takes vCard FILEs or --contacts"_s);
+    const QCommandLineOption contactsOption(u"contacts"_s);
+    CommandArguments parsed({contactsOption});
+    if (!parsed.parse(arguments))
+        return unknownOption(parsed);
     QList<VCardContact> contacts;
-    if (arguments == QStringList{u"--contacts"_s}) {
-        const PhoneContactsRead read = m_context.phoneContacts ? m_context.phoneContacts() : [] {
-            PhoneContactsRead folderOnly;
-            PhoneContacts::readFolder(PhoneContacts::plasmaFolder(), folderOnly);
-            return folderOnly;
-        }();
-        contacts = read.contacts;
+    if (parsed.isSet(contactsOption) && parsed.count(contactsOption) == 1 &&
+        parsed.positional().isEmpty()) {
+        contacts = PhoneContacts::readForImport(m_context.phoneContacts).contacts;
     } else {
-        QString unknown;
-        const QStringList files = fileArguments(arguments, &unknown);
-        if (!unknown.isEmpty())
-            return fail(u"unknown option \"%1\" (try tavlo favorites --help)"_s.arg(unknown));
+        // Files and the phone's address books at once: --contacts is the
+        // option too many.
+        if (parsed.isSet(contactsOption))
+            return fail(u"unknown option \"--contacts\" (try tavlo favorites --help)"_s);
+        const QStringList files = parsed.positional();
         if (files.isEmpty())
             return fail(u"import takes vCard FILEs or --contacts"_s);
         // Every file is read before anything is stored: one that cannot be
         // imported leaves the list as it was.
         for (const QString &path : files) {
-            QFile file;
-            const bool opened = path == u"-"
-                                    ? file.open(stdin, QIODevice::ReadOnly)
-                                    : (file.setFileName(path), file.open(QIODevice::ReadOnly));
-            if (!opened)
-                return fail(u"%1: %2"_s.arg(path, file.errorString()));
-            const QByteArray data = file.read(VCardReader::maxBytes + 1);
-            if (file.error() != QFileDevice::NoError)
-                return fail(u"%1: %2"_s.arg(path, file.errorString()));
-            const VCardReader::Result read = VCardReader::read(data);
-            if (read.error != VCardReader::Error::None)
-                return fail(u"%1: %2"_s.arg(path, VCardReader::errorText(read.error)));
-            contacts.append(read.contacts);
+            const VCardFile read =
+                path == u"-" ? VCardFile::readStandardInput() : VCardFile::read(path);
+            if (!read.ok())
+                return fail(u"%1: %2"_s.arg(path, read.problem()));
+            contacts.append(read.cards.contacts);
         }
     }
 
-    FavoritesStore favorites(m_context.settings);
+    FavoritesStore favorites(m_context.settings, m_context.favoritesChanged);
     const BirthdayImport::Imported imported =
         BirthdayImport::importInto(favorites, contacts, m_context.clock.now().date());
     // Nothing is said to be added that did not reach the disk.
@@ -257,13 +267,13 @@ int FavoritesCommand::importCards(const QStringList &arguments)
 
 int FavoritesCommand::exportCards(const QStringList &arguments)
 {
-    QString unknown;
-    const QStringList files = fileArguments(arguments, &unknown);
-    if (!unknown.isEmpty())
-        return fail(u"unknown option \"%1\" (try tavlo favorites --help)"_s.arg(unknown));
+    CommandArguments parsed;
+    if (!parsed.parse(arguments))
+        return unknownOption(parsed);
+    const QStringList files = parsed.positional();
     if (files.size() != 1)
         return fail(u"export takes one FILE.vcf (\"-\" for standard output)"_s);
-    FavoritesStore favorites(m_context.settings);
+    FavoritesStore favorites(m_context.settings, m_context.favoritesChanged);
     favorites.load();
     const BirthdayExport::Output output = BirthdayExport::vCards(favorites.all());
     if (output.unreadable > 0) {

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "cli/CommandLine.h"
+#include "cli/CommandContext.h"
+
+class CommandArguments;
 
 // `tavlo favorites list [--json]`, `tavlo favorites add NAME YYYY-MM-DD`,
 // `tavlo favorites remove INDEX`: the saved favorites, as the app keeps them.
@@ -22,6 +24,8 @@ private:
     int importCards(const QStringList &arguments);
     int exportCards(const QStringList &arguments);
     int fail(const QString &message);
+    // Fails for an option the action does not take, naming it.
+    int unknownOption(const CommandArguments &parsed);
 
     CommandContext &m_context;
 };

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "cli/RemindersCommand.h"
 
+#include "cli/CommandArguments.h"
 #include "cli/DateTimeArgument.h"
 #include "cli/JsonLine.h"
 #include "cli/UnreadableBirthdays.h"
@@ -11,7 +12,6 @@
 #include "settings/SettingsStore.h"
 #include "texts/UiStrings.h"
 
-#include <QCommandLineParser>
 #include <QEventLoop>
 
 using namespace Qt::Literals::StringLiterals;
@@ -79,22 +79,17 @@ int RemindersCommand::fail(const QString &message)
 
 int RemindersCommand::run(const QStringList &arguments)
 {
-    QCommandLineParser parser;
-    parser.setSingleDashWordOptionMode(QCommandLineParser::ParseAsLongOptions);
     const QCommandLineOption nowOption(u"now"_s, QString(), u"DATETIME"_s);
     const QCommandLineOption jsonOption(u"json"_s);
-    const QCommandLineOption helpOption(QStringList{u"h"_s, u"help"_s});
-    parser.addOptions({nowOption, jsonOption, helpOption});
-
-    // QCommandLineParser expects the program name first.
-    if (!parser.parse(QStringList{u"tavlo reminders"_s} + arguments.mid(1)))
+    CommandArguments parser({nowOption, jsonOption});
+    if (!parser.parse(arguments.mid(1)))
         return fail(parser.errorText());
-    if (parser.isSet(helpOption)) {
+    if (parser.helpAsked()) {
         m_context.out << help;
         m_context.out.flush();
         return ExitStatus::ok;
     }
-    const QStringList positional = parser.positionalArguments();
+    const QStringList positional = parser.positional();
     const bool schedule = positional.value(0) == u"schedule";
     if (positional.size() > (schedule ? 1 : 0))
         return fail(u"unexpected argument \"%1\""_s.arg(positional.value(schedule ? 1 : 0)));
@@ -116,7 +111,7 @@ int RemindersCommand::run(const QStringList &arguments)
     strings.apply(decideLanguage(m_context.preferredLanguages,
                                  settings.value(SettingsKeys::preferredLanguage))
                       .language);
-    FavoritesStore favorites(settings);
+    FavoritesStore favorites(settings, m_context.favoritesChanged);
     favorites.load();
 
     if (schedule)

@@ -3,6 +3,7 @@
 
 #include "core/OneLine.h"
 
+#include "cli/CommandArguments.h"
 #include "cli/DateTimeArgument.h"
 #include "cli/JsonLine.h"
 #include "core/BirthDateResults.h"
@@ -12,8 +13,6 @@
 #include "report/ReportComposer.h"
 #include "settings/SettingsStore.h"
 #include "texts/UiStrings.h"
-
-#include <QCommandLineParser>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -85,22 +84,17 @@ int ReportCommand::fail(const QString &message)
 
 int ReportCommand::run(const QStringList &arguments)
 {
-    QCommandLineParser parser;
-    parser.setSingleDashWordOptionMode(QCommandLineParser::ParseAsLongOptions);
     const QCommandLineOption nowOption(u"now"_s, QString(), u"DATETIME"_s);
     const QCommandLineOption langOption(u"lang"_s, QString(), u"LANG"_s);
     const QCommandLineOption detailsOption(u"details"_s);
     const QCommandLineOption shortOption(u"short"_s);
     const QCommandLineOption nameOption(u"name"_s, QString(), u"NAME"_s);
     const QCommandLineOption jsonOption(u"json"_s);
-    const QCommandLineOption helpOption(QStringList{u"h"_s, u"help"_s});
-    parser.addOptions(
-        {nowOption, langOption, detailsOption, shortOption, nameOption, jsonOption, helpOption});
-
-    // QCommandLineParser expects the program name first.
-    if (!parser.parse(QStringList{u"tavlo report"_s} + arguments.mid(1)))
+    CommandArguments parser(
+        {nowOption, langOption, detailsOption, shortOption, nameOption, jsonOption});
+    if (!parser.parse(arguments.mid(1)))
         return fail(parser.errorText());
-    if (parser.isSet(helpOption)) {
+    if (parser.helpAsked()) {
         m_context.out << help;
         m_context.out.flush();
         return ExitStatus::ok;
@@ -127,7 +121,7 @@ int ReportCommand::run(const QStringList &arguments)
             return fail(u"--lang \"%1\": expected en, de or ru"_s.arg(parser.value(langOption)));
     }
 
-    const QStringList birthTexts = parser.positionalArguments();
+    const QStringList birthTexts = parser.positional();
     if (birthTexts.isEmpty())
         return fail(u"no BIRTH given (try tavlo report --help)"_s);
     QList<QDateTime> births;

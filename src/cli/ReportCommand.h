@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "cli/CommandLine.h"
+#include "cli/CommandContext.h"
 
 // `tavlo report [--now DATETIME] [--lang en|de|ru] [--details | --short]
 //               [--name NAME] [--json] BIRTH...`

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "cli/SyncCommand.h"
 
+#include "cli/CommandArguments.h"
 #include "core/Clock.h"
 #include "core/OneLine.h"
 #include "settings/SettingsStore.h"
@@ -67,19 +68,24 @@ int SyncCommand::failed(const QString &problem)
 
 int SyncCommand::run(const QStringList &arguments)
 {
-    if (asksForHelp(arguments)) {
+    CommandArguments parsed;
+    const bool readable = parsed.parse(arguments.mid(1));
+    if (parsed.helpAsked()) {
         m_context.out << help;
         m_context.out.flush();
         return ExitStatus::ok;
     }
     if (!m_context.passwords)
         return failed(u"no Secret Service to keep the password in"_s);
-    const QString action = arguments.value(1);
-    if (action == u"setup" && arguments.size() == 4)
+    // A user name is the server's and may begin with "-": setup takes its
+    // URL and USER as they are given.
+    if (arguments.value(1) == u"setup" && arguments.size() == 4)
         return setup(arguments.at(2), arguments.at(3));
-    if (action == u"remove" && arguments.size() == 2)
+    const QStringList positional = parsed.positional();
+    const QString action = positional.value(0);
+    if (readable && action == u"remove" && positional.size() == 1)
         return forget();
-    if (arguments.size() == 1)
+    if (readable && positional.isEmpty())
         return sync();
     return failCommand(
         m_context, "sync",
@@ -171,6 +177,7 @@ int SyncCommand::sync()
                                                         : m_context.syncStatePath,
                       account);
     engine.setConflictName(strings[UiText::SyncConflictCopy]);
+    engine.setFavoritesListener(m_context.favoritesChanged);
     engine.setToday(m_context.clock.now().date());
     SyncOutcome outcome;
     waitFor([&](auto done) {

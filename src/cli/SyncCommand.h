@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "cli/CommandLine.h"
+#include "cli/CommandContext.h"
 
 // `tavlo sync`: one two-way sync of the favorites with the CardDAV address
 // book set up by `tavlo sync setup URL USER` (password on standard input);

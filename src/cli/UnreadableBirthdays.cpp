@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "cli/UnreadableBirthdays.h"
 
-#include "cli/CommandLine.h"
+#include "cli/CommandContext.h"
 #include "core/DayOfBirth.h"
 #include "core/OneLine.h"
 

@@ -15,6 +15,15 @@ QString plasmaFolder()
            u"/kpeoplevcard"_s;
 }
 
+PhoneContactsRead readForImport(const PhoneContactsReader &platform)
+{
+    if (platform)
+        return platform();
+    PhoneContactsRead folderOnly;
+    readFolder(plasmaFolder(), folderOnly);
+    return folderOnly;
+}
+
 void readFolder(const QString &folder, PhoneContactsRead &read)
 {
     const QDir top(folder);

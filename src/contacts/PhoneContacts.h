@@ -24,6 +24,10 @@ namespace PhoneContacts {
 // Plasma Mobile's address book: $XDG_DATA_HOME/kpeoplevcard.
 QString plasmaFolder();
 
+// What an import from the phone's contacts reads: the address books through
+// `platform`, or without one Plasma Mobile's folder alone.
+PhoneContactsRead readForImport(const PhoneContactsReader &platform);
+
 // The cards of every *.vcf and *.vcard file in `folder` and in its folders one
 // level down (KDE keeps the phone's own cards in "own/"). A file that is no
 // vCard, or cannot be read, is passed over and named in `sources`. A missing

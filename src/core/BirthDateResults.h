@@ -29,7 +29,7 @@ public:
     const QString &yinYang() const { return m_yinYang; }
 
     // What the animal and element read when no Chinese year matches. The
-    // element lacks its last letter, as it always has.
+    // element's text lacks its last letter on purpose, and is shown so.
     static QString unknownAnimal() { return QStringLiteral("Unknown"); }
     static QString unknownElement() { return QStringLiteral("Unknow"); }
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "core/DateWheels.h"
 
+#include "core/DayOfBirth.h"
+
 #include <algorithm>
 
 QList<DateWheels::Field> DateWheels::order(const QLocale &locale)
@@ -44,4 +46,17 @@ QStringList DateWheels::yearLabels()
     for (int year = firstYear; year <= lastYear; ++year)
         labels.append(QString::number(year));
     return labels;
+}
+
+int DateWheels::daysInMonth(int month, int year)
+{
+    return QDate(year == 0 ? DayOfBirth::leapYear : year, month, 1).daysInMonth();
+}
+
+std::optional<QDate> DateWheels::date(int day, int month, int year)
+{
+    const QDate first(year == 0 ? DayOfBirth::leapYear : year, month, 1);
+    if (!first.isValid())
+        return std::nullopt;
+    return QDate(first.year(), month, std::clamp(day, 1, first.daysInMonth()));
 }

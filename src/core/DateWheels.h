@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QDate>
 #include <QList>
 #include <QLocale>
 #include <QStringList>
@@ -26,5 +27,15 @@ QStringList monthNames(const QLocale &locale);
 
 // The labels of the year wheel, firstYear to lastYear.
 QStringList yearLabels();
+
+// The days of `month` that the day wheel offers; a `year` of 0 is the year
+// wheel's "no year", which offers 29 February.
+int daysInMonth(int month, int year);
+
+// The date the wheels stand on, the day pinned to the month's last when the
+// month is shorter (31 turned with April gives 30 April). Without a year (0)
+// it is the day and month in DayOfBirth::leapYear. Nothing for a month or
+// year that no calendar has.
+std::optional<QDate> date(int day, int month, int year);
 
 } // namespace DateWheels

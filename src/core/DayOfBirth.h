@@ -22,8 +22,9 @@ public:
     // Nothing for a day that no year has (31 April); 29 February is a day of
     // birth like any other.
     static std::optional<DayOfBirth> withoutYear(int day, int month);
-    // A record text, read as it always has been ("12 3 1985", "06 02 1977"),
-    // or a day and month without a year ("12 3"); nothing for anything else.
+    // A record text, with one or two digits for day and month ("12 3 1985",
+    // "06 02 1977"), or a day and month without a year ("12 3"); nothing for
+    // anything else.
     static std::optional<DayOfBirth> fromStored(QStringView text);
     // Whether a year written in an address book or a stored text stands for
     // "not known".

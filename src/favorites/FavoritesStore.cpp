@@ -155,12 +155,6 @@ QVariant mergedStored(const QVariant &base, const QVariant &ours, const QVariant
                *changed, *stored));
 }
 
-FavoritesStore::ChangeListener &changeListener()
-{
-    static FavoritesStore::ChangeListener listener;
-    return listener;
-}
-
 } // namespace
 
 QString FavoritesStore::newId()
@@ -176,12 +170,8 @@ QString FavoritesStore::derivedId(const QString &name, const QString &birthday, 
     return QUuid::createUuidV5(derivedIdNamespace, base).toString(QUuid::WithoutBraces);
 }
 
-void FavoritesStore::setChangeListener(ChangeListener listener)
-{
-    changeListener() = std::move(listener);
-}
-
-FavoritesStore::FavoritesStore(SettingsStore &settings) : m_settings(settings)
+FavoritesStore::FavoritesStore(SettingsStore &settings, ChangeListener onChange)
+    : m_settings(settings), m_onChange(std::move(onChange))
 {
     m_settings.setMerge(favorites.name, &mergedStored);
 }
@@ -235,14 +225,14 @@ WriteResult FavoritesStore::apply(QList<QStringList> changed)
     m_storeHoldsRows = true;
     const WriteResult result = step.finish();
     // Those who keep a copy (the birthday calendar) hear of what was stored.
-    if (const ChangeListener &listener = changeListener(); listener && result) {
+    if (m_onChange && result) {
         QList<Favorite> list;
         list.reserve(m_stored->size());
         for (const QStringList &row : *m_stored) {
             if (row.size() >= 2)
                 list.append({row.at(0), row.at(1), row.value(2)});
         }
-        listener(list);
+        m_onChange(list);
     }
     return result;
 }

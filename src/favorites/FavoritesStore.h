@@ -33,13 +33,14 @@ struct Favorite
 // The one favorites list, kept under "person" as an array of [name, birthday,
 // id] string arrays in display order. Every change writes the whole list.
 //
-// Rows are held as stored, and save() writes back what was loaded, with two
-// exceptions made on reading. A row of earlier versions, [name, birthday],
-// gets the identity that their exports gave it (derivedId()), so that a
-// calendar or address book fed before and after sees the same person. And a
-// birthday stored in a placeholder year ("2 3 1604", from an address book
-// that meant "no year") is read as the day and month it is ("2 3"). Both are
-// the same in every process, so rows read here and elsewhere still compare.
+// Rows are held as stored, and a change writes back the others as they were
+// loaded, with two exceptions made on reading. A row of earlier versions,
+// [name, birthday], gets the identity that their exports gave it
+// (derivedId()), so that a calendar or address book fed before and after
+// sees the same person. And a birthday stored in a placeholder year
+// ("2 3 1604", from an address book that meant "no year") is read as the day
+// and month it is ("2 3"). Both are the same in every process, so rows read
+// here and elsewhere still compare.
 // A row with fewer than two texts (a damaged file) reads with the missing
 // ones empty: a favorite whose birthday cannot be read, listed to be fixed.
 //
@@ -52,7 +53,12 @@ struct Favorite
 class FavoritesStore
 {
 public:
-    explicit FavoritesStore(SettingsStore &settings);
+    // Called with the whole stored list after every change that this store
+    // writes, so that what is made from the favorites (the birthdays
+    // calendar) stays current. Rows of fewer than two texts are left out.
+    using ChangeListener = std::function<void(const QList<Favorite> &)>;
+
+    explicit FavoritesStore(SettingsStore &settings, ChangeListener onChange = {});
 
     // Reads "person", with what other processes wrote; missing or of another
     // type gives an empty list. A list that nothing changed since it was last
@@ -96,12 +102,8 @@ public:
     // Hands the chosen favorite to the main screen through the settings store.
     WriteResult select(qsizetype index) const;
 
-    // Called with the whole stored list after every change that any store of
-    // this process writes, so that what is made from the favorites (the
-    // birthdays calendar) stays current. Rows of fewer than two texts are
-    // left out. An empty listener stops it.
-    using ChangeListener = std::function<void(const QList<Favorite> &)>;
-    static void setChangeListener(ChangeListener listener);
+    // Replaces the listener given at construction; an empty one stops it.
+    void setChangeListener(ChangeListener onChange) { m_onChange = std::move(onChange); }
 
     // A new identity: a random UUID, without braces.
     static QString newId();
@@ -127,6 +129,7 @@ private:
     void take(QList<QStringList> rows, const QVariant &stored);
 
     SettingsStore &m_settings;
+    ChangeListener m_onChange;
     QList<QStringList> m_rows;
     // The stored value that m_rows was read from or written as; invalid
     // when there was none or our list is not what the store holds.

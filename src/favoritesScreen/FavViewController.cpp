@@ -6,7 +6,9 @@
 #include "contacts/ContactsFollower.h"
 #include "contacts/PhoneContacts.h"
 #include "contacts/SavedFile.h"
+#include "contacts/VCardFile.h"
 #include "core/DatePattern.h"
+#include "core/DateWheels.h"
 #include "core/DayOfBirth.h"
 #include "core/DebugLog.h"
 #include "core/FatalError.h"
@@ -20,7 +22,6 @@
 
 #include <QAccessible>
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 #include <QStringBuilder>
 #include <QUrl>
@@ -32,10 +33,7 @@ FavViewController::FavViewController(Session &session, QObject *parent)
     : ScreenController(session, parent), m_model(new FavoritesModel(this))
 {
     m_undoTimer.setSingleShot(true);
-    // A screen reader takes longer to say what went and how to bring it
-    // back; the keyboard then needs longer to get there.
-    m_undoTimer.setInterval(QAccessible::isActive() ? undoWithScreenReaderMilliseconds
-                                                    : undoMilliseconds);
+    m_undoTimer.setInterval(undoMillisecondsFor(QAccessible::isActive()));
     connect(&m_undoTimer, &QTimer::timeout, this, [this] {
         m_deleted.clear();
         emit undoChanged();
@@ -98,7 +96,7 @@ void FavViewController::viewDidLoad()
     m_sort = settings.value(SettingsKeys::sort);
     applyOrder();
 
-    if (m_sort == 2) {
+    if (FavoritesSorting::orderFor(m_sort) == FavoritesSorting::Order::ByBirthday) {
         // The first birthday still to come this year; its row goes to the top.
         const QDate today = m_session.clock.now().date();
         for (qsizetype i = 0; i < favorites.count(); ++i) {
@@ -175,7 +173,7 @@ void FavViewController::reloadRows()
 
 void FavViewController::backPressed()
 {
-    close();
+    showScreen(u"Main"_s);
 }
 
 void FavViewController::sortPressed()
@@ -205,7 +203,7 @@ void FavViewController::selectRow(int row)
     if (m_besideMain)
         emit favoriteHandedOver();
     else
-        close();
+        showScreen(u"Main"_s);
 }
 
 void FavViewController::setBesideMain(bool beside)
@@ -238,9 +236,11 @@ void FavViewController::longPressed(int row)
 
 void FavViewController::confirmEdit(const QString &name, int day, int month, int year)
 {
+    const std::optional<QDate> picked = DateWheels::date(day, month, year);
+    if (!picked)
+        return;
+    const QDate date = *picked;
     // The year wheel's "no year" gives a birthday without a year.
-    const int inYear = year == 0 ? DayOfBirth::leapYear : year;
-    const QDate date(inYear, month, std::clamp(day, 1, QDate(inYear, month, 1).daysInMonth()));
     // The record text, without leading zeros; the name exactly as typed, even empty.
     const QString birthday = year == 0 ? DayOfBirth::withoutYear(date.day(), month)->stored()
                                        : DatePattern::stored().format(date);
@@ -320,15 +320,6 @@ FavViewController::SwipeOutcome FavViewController::swipeOutcome(qreal travel, qr
         break;
     }
     return SwipeClosed;
-}
-
-void FavViewController::close()
-{
-    if (!m_dimmed) {
-        m_dimmed = true;
-        emit dimmedChanged();
-    }
-    emit screenRequested(u"Main"_s);
 }
 
 namespace {
@@ -502,40 +493,26 @@ void FavViewController::exportFile(FileTask task, const QUrl &file)
 
 void FavViewController::importFile(const QUrl &url)
 {
-    QFile file(localPath(url));
-    std::optional<UiText> problem;
-    VCardReader::Result read;
-    if (!file.open(QIODevice::ReadOnly)) {
-        problem = UiText::ImportUnreadableFile;
-    } else {
-        read = VCardReader::read(file.read(VCardReader::maxBytes + 1));
-        if (file.error() != QFileDevice::NoError)
-            problem = UiText::ImportUnreadableFile;
-        else if (read.error == VCardReader::Error::NotVCard)
+    const VCardFile read = VCardFile::read(localPath(url));
+    if (!read.ok()) {
+        UiText problem = UiText::ImportUnreadableFile;
+        if (read.unreadable.isEmpty() && read.cards.error == VCardReader::Error::NotVCard)
             problem = UiText::ImportNotVCard;
-        else if (read.error == VCardReader::Error::Truncated)
+        else if (read.unreadable.isEmpty() && read.cards.error == VCardReader::Error::Truncated)
             problem = UiText::ImportTruncated;
-        else if (read.error == VCardReader::Error::TooLarge)
+        else if (read.unreadable.isEmpty() && read.cards.error == VCardReader::Error::TooLarge)
             problem = UiText::ImportTooLarge;
-    }
-    if (problem) {
-        DebugLog::line(u"import of "_s + url.toString() + u": "_s +
-                       (read.error != VCardReader::Error::None ? VCardReader::errorText(read.error)
-                                                               : file.errorString()));
-        m_importSummary = m_session.strings[*problem];
+        DebugLog::line(u"import of "_s + url.toString() + u": "_s + read.problem());
+        m_importSummary = m_session.strings[problem];
         emit importFinished();
         return;
     }
-    finishImport(read.contacts);
+    finishImport(read.cards.contacts);
 }
 
 void FavViewController::importContacts()
 {
-    PhoneContactsRead read;
-    if (m_session.phoneContacts)
-        read = m_session.phoneContacts();
-    else
-        PhoneContacts::readFolder(PhoneContacts::plasmaFolder(), read);
+    const PhoneContactsRead read = PhoneContacts::readForImport(m_session.phoneContacts);
     DebugLog::lines(read.sources);
     // No address book, or only empty ones (the address-book service always
     // has its own): a count of nothing added would not tell why.

@@ -31,7 +31,6 @@ class FavViewController : public ScreenController
     // What to do while the list is empty; empty otherwise.
     Q_PROPERTY(QString emptyHint READ emptyHint NOTIFY countChanged)
     Q_PROPERTY(int scrollTarget READ scrollTarget CONSTANT)
-    Q_PROPERTY(bool dimmed READ dimmed NOTIFY dimmedChanged)
     Q_PROPERTY(QColor signCircleColor READ signCircleColor CONSTANT)
     Q_PROPERTY(QColor starColor READ starColor CONSTANT)
     Q_PROPERTY(QColor birthdayColor READ birthdayColor CONSTANT)
@@ -71,9 +70,13 @@ public:
     enum FileTask { ImportVCards, ExportVCards, ExportCalendar };
     Q_ENUM(FileTask)
 
-    // How long "Undo" stays after a delete.
-    static constexpr int undoMilliseconds = 5000;
-    static constexpr int undoWithScreenReaderMilliseconds = 12000;
+    // How long "Undo" stays after a delete. A screen reader takes longer to
+    // say what went and how to bring it back, and the keyboard then needs
+    // longer to get there.
+    static constexpr int undoMillisecondsFor(bool screenReaderOn)
+    {
+        return screenReaderOn ? 12'000 : 5'000;
+    }
 
     explicit FavViewController(Session &session, QObject *parent = nullptr);
 
@@ -84,7 +87,6 @@ public:
     QString emptyHint() const;
     // The row the list scrolls to a second after loading, or -1.
     int scrollTarget() const { return m_scrollTarget; }
-    bool dimmed() const { return m_dimmed; }
     QColor signCircleColor() const { return m_signCircle; }
     QColor starColor() const { return m_star; }
     QColor birthdayColor() const { return m_birthday; }
@@ -161,12 +163,10 @@ public:
 signals:
     void countChanged();
     void openRowChanged();
-    void dimmedChanged();
     void editChanged();
     void sortMenuRequested();
     void editDialogRequested();
     void undoChanged();
-    void screenRequested(const QString &identifier);
     void importFinished();
     void besideMainChanged();
     // Beside the main screen: a favorite was handed over for it to show.
@@ -179,13 +179,11 @@ signals:
 private:
     void applyOrder();
     void reloadRows();
-    void close();
 
     FavoritesModel *m_model;
     qint64 m_sort = 0;
     bool m_showWeekday = false;
     int m_scrollTarget = -1;
-    bool m_dimmed = false;
     QColor m_signCircle;
     QColor m_star;
     QColor m_birthday;

@@ -45,7 +45,9 @@ Item {
         objectName: "announcer"
     }
 
-    // Declared by the main screen but never placed on it.
+    // Named items of the main screen that it never places (the back and sort
+    // buttons live on the other screens); they exist so that every item the
+    // screen is known to declare can be found by its name.
     QtObject {
         objectName: "btnBack"
     }
@@ -80,6 +82,8 @@ Item {
         asynchronous: true
     }
 
+    // The title bar's second line, empty by design: it holds its place in
+    // the screen's layout and can be found by its name.
     Text {
         objectName: "labelTitle"
         y: -18

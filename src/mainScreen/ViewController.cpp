@@ -2,13 +2,14 @@
 #include "mainScreen/ViewController.h"
 
 #include "core/DatePattern.h"
+#include "core/DateWheels.h"
 #include "core/DebugLog.h"
 #include "core/FatalError.h"
 #include "favorites/FavoriteHandOver.h"
 #include "reminders/ReminderScheduler.h"
-#include "report/BirthdayGreeting.h"
 #include "report/PersonName.h"
 #include "report/ReportComposer.h"
+#include "report/TodaysBirthdays.h"
 #include "session/RatingRule.h"
 #include "session/Session.h"
 #include "settings/SettingsStore.h"
@@ -143,10 +144,10 @@ void ViewController::applyTheme()
 void ViewController::pickDate(int day, int month, int year)
 {
     const bool yearKnown = year != 0;
-    const QDate first(yearKnown ? year : DayOfBirth::leapYear, month, 1);
-    if (!first.isValid())
+    const std::optional<QDate> picked = DateWheels::date(day, month, year);
+    if (!picked)
         return;
-    const QDate date(first.year(), month, std::clamp(day, 1, first.daysInMonth()));
+    const QDate date = *picked;
     const bool sameDay = date == m_picker.date() && yearKnown == m_yearKnown;
     setPicker(QDateTime(date, m_picker.time()), yearKnown);
     if (!sameDay)
@@ -212,65 +213,20 @@ void ViewController::storePickedDate()
 QString ViewController::todaysBirthdaysText()
 {
     const FavoritesStore &favorites = m_session.favorites;
-    if (favorites.count() == 0) {
+    const BirthdayList list{favorites.count(),
+                            [&favorites](qsizetype i) { return favorites.at(i).name; },
+                            [&favorites](qsizetype i) { return favorites.dayOfBirth(i); }};
+    const TodaysBirthdays found =
+        TodaysBirthdays::of(list, m_session.clock.now(), m_session.strings, m_session.results);
+    m_session.tellUnreadableBirthdays(found.unreadable);
+    if (!found.lastBirth) {
+        // No birth with a year to stand on: the wheels stay where they were.
         setReport(m_display, QString());
-        return {};
+        return found.greeting;
     }
-    // Each favorite is looked at in turn, in order, and the wheels, the
-    // report and the stored date are left on the last one, as reporting on
-    // each in turn would. Only the last report needs its texts, only its
-    // date needs to reach the disk, and only favorites near a birthday or a
-    // round age need their ages worked out. The dates are read as midnight
-    // in UTC, as the greeting always has.
-    QString greeting;
-    const QDateTime now = m_session.clock.now();
-    const QDate today = now.toLocalTime().date();
-    const QDateTime nowInUtc = now.toUTC();
-    const auto birthOf = [](QDate date) {
-        return QDateTime(date, QTime(0, 0), Qt::UTC).toLocalTime();
-    };
-    QList<QDate> dates;
-    dates.reserve(favorites.count());
-    qsizetype unreadable = 0;
-    for (qsizetype i = 0; i < favorites.count(); ++i) {
-        const std::optional<DayOfBirth> day = favorites.dayOfBirth(i);
-        // Left out here; the favorites list shows it to be fixed.
-        if (!day) {
-            ++unreadable;
-            continue;
-        }
-        // Without a year only the birthday itself has something to say.
-        const std::optional<QDate> date = day->date();
-        if (!date) {
-            greeting += birthdayWithoutYearGreetingLine(favorites.at(i).name, *day, today,
-                                                        m_session.strings);
-            continue;
-        }
-        dates.append(*date);
-        if (birthdayGreetingMayApply(*date, today)) {
-            // The same moments in UTC, which need no asking of the zone.
-            const QDateTime birth(*date, QTime(0, 0), Qt::UTC);
-            greeting += birthdayGreetingLine(favorites.at(i).name, computeAge(birth, nowInUtc),
-                                             m_session.strings);
-        }
-    }
-    m_session.tellUnreadableBirthdays(unreadable);
-    // Only birthdays without a year: the wheels stay where they were.
-    if (dates.isEmpty()) {
-        setReport(m_display, QString());
-        return greeting;
-    }
-    // The results carry a lookup that finds nothing over from the one
-    // before: they are worked out from the last favorite that leaves nothing
-    // to carry, on to the last one.
-    qsizetype first = dates.size() - 1;
-    while (first > 0 && !BirthDateResults::findsEverything(birthOf(dates.at(first))))
-        --first;
-    for (qsizetype i = first; i < dates.size(); ++i)
-        m_session.results.compute(birthOf(dates.at(i)), now);
-    setPicker(birthOf(dates.constLast()));
+    setPicker(*found.lastBirth);
     composeReport();
-    return greeting;
+    return found.greeting;
 }
 
 void ViewController::plusPressed()
@@ -303,16 +259,6 @@ void ViewController::favPressed()
 void ViewController::setPressed()
 {
     showScreen(u"Set"_s);
-}
-
-void ViewController::showScreen(const QString &identifier)
-{
-    // The dim stays on this screen for as long as it lives.
-    if (!m_dimmed) {
-        m_dimmed = true;
-        emit dimmedChanged();
-    }
-    emit screenRequested(identifier);
 }
 
 void ViewController::handleGesture(Swipe swipe)

@@ -42,8 +42,6 @@ class ViewController : public ScreenController
     Q_PROPERTY(bool pickerYearKnown READ pickerYearKnown NOTIFY pickerChanged)
     Q_PROPERTY(QStringList dayLabels READ dayLabels NOTIFY dayLabelsChanged)
 
-    Q_PROPERTY(bool dimmed READ dimmed NOTIFY dimmedChanged)
-
     Q_PROPERTY(QString addDialogPlaceholder READ addDialogPlaceholder NOTIFY addDialogChanged)
 
 public:
@@ -65,9 +63,7 @@ public:
     bool pickerYearKnown() const { return m_yearKnown; }
     QDateTime pickerDate() const { return m_picker; }
     QStringList dayLabels() const;
-    bool dimmed() const { return m_dimmed; }
     QString addDialogPlaceholder() const { return m_addDialogPlaceholder; }
-    qint64 currentFavoriteIndex() const { return m_currentFavoriteIndex; }
 
     // The screen's load: once per main screen, in a fixed order.
     Q_INVOKABLE void viewDidLoad();
@@ -96,7 +92,6 @@ signals:
     void pickerChanged();
     // Only when the month's length changes, so the day wheel keeps its place.
     void dayLabelsChanged();
-    void dimmedChanged();
     void addDialogChanged();
     // The add dialog is to open; its texts are in the addDialog properties.
     void addFavoriteDialogRequested();
@@ -105,15 +100,11 @@ signals:
     // The wheels are to stand on the new date at once, not ride there: a
     // favorite chosen beside them may lie a century away.
     void pickerJumped();
-    // The screen host is to present the screen registered under `identifier`.
-    void screenRequested(const QString &identifier);
     // Reminders are to be checked and scheduled again.
     void notificationPermissionCheckRequested();
-    // A rating request would be shown now, if the platform had one.
 
 private:
     void dpChanged();
-    void showScreen(const QString &identifier);
     void checkNotificationPermission();
     QString todaysBirthdaysText();
     void requestRating();
@@ -137,10 +128,10 @@ private:
     bool m_detailed = false;
     QUrl m_starImage;
     bool m_plusEnabled = true;
-    bool m_dimmed = false;
 
     QString m_addDialogPlaceholder;
 
     QString m_personName;
+    // The favorite that a swipe steps on from.
     qint64 m_currentFavoriteIndex = 0;
 };

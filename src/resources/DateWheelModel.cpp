@@ -46,7 +46,7 @@ int DateWheelModel::firstYear() const
 
 int DateWheelModel::daysInMonth(int month, int year) const
 {
-    return QDate(year == 0 ? DayOfBirth::leapYear : year, month, 1).daysInMonth();
+    return DateWheels::daysInMonth(month, year);
 }
 
 QStringList DateWheelModel::dayLabels(int month, int year) const

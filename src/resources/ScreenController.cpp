@@ -35,3 +35,12 @@ bool ScreenController::screenReaderOn() const
 {
     return QAccessible::isActive();
 }
+
+void ScreenController::showScreen(const QString &identifier)
+{
+    if (!m_dimmed) {
+        m_dimmed = true;
+        emit dimmedChanged();
+    }
+    emit screenRequested(identifier);
+}

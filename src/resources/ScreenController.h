@@ -31,12 +31,16 @@ class ScreenController : public QObject
     // Whether a screen reader (or another assistive technology) follows the
     // app: then the keyboard starts inside a list rather than above it.
     Q_PROPERTY(bool screenReaderOn READ screenReaderOn CONSTANT)
+    // Set once the screen has asked for another, and kept for as long as it
+    // lives: the view dims itself while the next one fades in.
+    Q_PROPERTY(bool dimmed READ dimmed NOTIFY dimmedChanged)
 
 public:
     ScreenTheme *theme() const { return m_theme; }
     QVariant texts() const { return QVariant::fromValue<QObject *>(m_texts); }
     DateWheelModel *wheels() const { return m_wheels; }
     bool screenReaderOn() const;
+    bool dimmed() const { return m_dimmed; }
     // By the keys of accessibleNames(): "info", "day", "sort" and so on.
     Q_INVOKABLE QString accessibleName(const QString &key) const;
 
@@ -45,9 +49,15 @@ signals:
     // A screen reader is to say this now, without the keyboard moving: the
     // outcome of something that changed no focused control.
     void announcement(const QString &words);
+    void dimmedChanged();
+    // The screen host is to present the screen registered under `identifier`.
+    void screenRequested(const QString &identifier);
 
 protected:
     ScreenController(Session &session, QObject *parent);
+
+    // Leaves this screen for the one registered under `identifier`.
+    void showScreen(const QString &identifier);
 
     Session &m_session;
     ScreenTheme *const m_theme;
@@ -58,4 +68,5 @@ private:
 
     QQmlPropertyMap *const m_texts;
     QVariantMap m_accessibleNames;
+    bool m_dimmed = false;
 };

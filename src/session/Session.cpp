@@ -6,21 +6,21 @@
 
 Session::Session(SettingsStore &settings, const Clock &clock, QStringList preferredLanguages,
                  Appearance appearance)
-    : settings(settings), clock(clock), favorites(settings), themes(appearance),
-      preferredLanguages(std::move(preferredLanguages)), appearance(appearance),
+    : settings(settings), clock(clock),
+      favorites(settings,
+                [this](const QList<Favorite> &list) {
+                    if (const QString problem = calendar.update(list); !problem.isEmpty())
+                        DebugLog::line(problem);
+                }),
+      themes(appearance), preferredLanguages(std::move(preferredLanguages)), appearance(appearance),
       calendar(settings, this->preferredLanguages, clock)
 {
     settings.setFailureHandler([this](const WriteResult &failure) { saveNotice.report(failure); });
-    FavoritesStore::setChangeListener([this](const QList<Favorite> &list) {
-        if (const QString problem = calendar.update(list); !problem.isEmpty())
-            DebugLog::line(problem);
-    });
 }
 
 Session::~Session()
 {
     settings.setFailureHandler({});
-    FavoritesStore::setChangeListener({});
 }
 
 void Session::decideLanguage()

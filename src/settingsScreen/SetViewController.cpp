@@ -98,11 +98,7 @@ void SetViewController::applyTheme()
 
 void SetViewController::backPressed()
 {
-    if (!m_dimmed) {
-        m_dimmed = true;
-        emit dimmedChanged();
-    }
-    emit screenRequested(u"Main"_s);
+    showScreen(u"Main"_s);
 }
 
 void SetViewController::switchDetailsValue(bool on)
@@ -157,6 +153,8 @@ void SetViewController::moreAppsPressed()
 {
     const QUrl url = StoreLinks::moreAppsPage(m_platform);
     const bool opened = url.isValid() && m_openUrl(url);
+    // "RateApp true" or "RateApp false" is the debug line this button is
+    // known by to those who read the log, though the name is another's.
     DebugLog::line(u"RateApp "_s + (opened ? u"true"_s : u"false"_s));
 }
 

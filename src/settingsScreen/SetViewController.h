@@ -37,9 +37,7 @@ class SetViewController : public ScreenController
     Q_PROPERTY(bool secretVisible READ secretVisible NOTIFY secretChanged)
     Q_PROPERTY(bool infoVisible READ infoVisible NOTIFY infoVisibleChanged)
     Q_PROPERTY(QString infoText READ infoText CONSTANT)
-    Q_PROPERTY(bool dimmed READ dimmed NOTIFY dimmedChanged)
-    // The reminders row: when they come and how early, and its names for
-    // screen readers.
+    // The reminders row: when they come and how early.
     Q_PROPERTY(QString reminderTimeText READ reminderTimeText NOTIFY changed)
     Q_PROPERTY(QString reminderLeadText READ reminderLeadText NOTIFY changed)
     Q_PROPERTY(QString secondReminderText READ secondReminderText NOTIFY changed)
@@ -62,7 +60,6 @@ public:
     bool secretVisible() const { return m_secretVisible; }
     bool infoVisible() const { return m_infoVisible; }
     QString infoText() const;
-    bool dimmed() const { return m_dimmed; }
     QString reminderTimeText() const;
     QString reminderLeadText() const;
     // How early the second reminder comes, or "Off".
@@ -105,10 +102,7 @@ signals:
     void changed();
     void secretChanged();
     void infoVisibleChanged();
-    void dimmedChanged();
     void followStatusChanged();
-    void screenRequested(const QString &identifier);
-    // A rating request would be shown now, if the platform had one.
 
 private:
     void applyTheme();
@@ -117,7 +111,6 @@ private:
     QString m_secretText;
     bool m_secretVisible = false;
     bool m_infoVisible = false;
-    bool m_dimmed = false;
     UrlOpener m_openUrl;
     StoreLinks::Platform m_platform = StoreLinks::current();
 };

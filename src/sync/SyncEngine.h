@@ -73,6 +73,12 @@ public:
     // "%1 (conflict copy)" in the person's language.
     void setConflictName(QString pattern) { m_conflictName = std::move(pattern); }
     void setStateWriter(AtomicFileWriter writer) { m_writer = std::move(writer); }
+    // Told of every change the sync stores in the favorites, as the store
+    // that makes it tells (the birthdays calendar follows).
+    void setFavoritesListener(FavoritesStore::ChangeListener listener)
+    {
+        m_favorites.setChangeListener(std::move(listener));
+    }
 
     // Points between the steps, for tests that change the server meanwhile.
     enum class Step { Listed, Applied, Sending };

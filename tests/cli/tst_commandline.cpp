@@ -52,6 +52,9 @@ class TestCommandLine : public QObject
     QStringList m_preferred;
     RecordingNotificationCenter m_center;
     QTemporaryDir m_files;
+    // Each list the commands told of a change, as the birthdays calendar
+    // hears it.
+    QList<QList<Favorite>> m_told;
 
     CommandRun tavlo(const QStringList &arguments)
     {
@@ -59,6 +62,7 @@ class TestCommandLine : public QObject
         QTextStream out(&run.out), err(&run.err);
         CommandContext context{m_settings, m_preferred, m_clock, out, err};
         context.notifications = [this] { return &m_center; };
+        context.favoritesChanged = [this](const QList<Favorite> &list) { m_told.append(list); };
         run.status = runCommandLine(QStringList{"tavlo"} + arguments, context);
         return run;
     }
@@ -115,6 +119,7 @@ class TestCommandLine : public QObject
 private slots:
     void init()
     {
+        m_told.clear();
         m_settings = MemorySettingsStore();
         m_clock.set(at(2026, 11, 22, 12));
         m_preferred = {"en-US"};
@@ -179,6 +184,8 @@ private slots:
         row("calendar export", "FILE");
         row("calendar export - --lang fr", "fr");
         row("calendar export --hepl", "--hepl");
+        row("calendar export - --lang de --lang en", "--lang");
+        row("calendar export - --lang", "lang");
         row("favorites export -x", "-x");
         row("favorites import a.vcf --contacts", "--contacts");
         row("reminders --now 2026-02-30", "2026-02-30");
@@ -198,6 +205,41 @@ private slots:
         QVERIFY2(run.err.startsWith(u"tavlo") && run.err.endsWith(u'\n') && run.err.contains(named),
                  qPrintable(run.err.left(300)));
         QCOMPARE(m_settings.writeCount(), 0);
+    }
+
+    // Every change a command stores is told, with the whole list, once;
+    // reading tells nothing.
+    void changesAreTold_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+        QTest::addColumn<QStringList>("toldNames"); // empty: nothing told
+        QTest::newRow("add") << QStringList{"favorites", "add", "Zoe", "2001-02-03"}
+                             << QStringList{" Anna ", "Bob", "Zoe"};
+        QTest::newRow("remove") << QStringList{"favorites", "remove", "0"} << QStringList{"Bob"};
+        QTest::newRow("import") << QStringList{"favorites", "import", "cards.vcf"}
+                                << QStringList{" Anna ", "Bob", "Cleo"};
+        QTest::newRow("list") << QStringList{"favorites", "list"} << QStringList{};
+        QTest::newRow("export") << QStringList{"favorites", "export", "-"} << QStringList{};
+        QTest::newRow("calendar") << QStringList{"calendar", "export", "-"} << QStringList{};
+        QTest::newRow("reminders") << QStringList{"reminders"} << QStringList{};
+    }
+    void changesAreTold()
+    {
+        QFETCH(QStringList, arguments);
+        QFETCH(QStringList, toldNames);
+        m_settings.set(SettingsKeys::favorites, twoFavorites);
+        if (arguments.contains("cards.vcf"))
+            arguments.replace(2, file("cards.vcf", card("FN:Cleo\r\nBDAY:1990-04-05\r\n")));
+        QCOMPARE(tavlo(arguments).status, 0);
+        if (toldNames.isEmpty()) {
+            QCOMPARE(m_told.size(), 0);
+            return;
+        }
+        QCOMPARE(m_told.size(), 1);
+        QStringList names;
+        for (const Favorite &favorite : m_told.constFirst())
+            names.append(favorite.name);
+        QCOMPARE(names, toldNames);
     }
 
     // The blanks and line feeds of the text are the app's own layout.

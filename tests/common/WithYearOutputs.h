@@ -4,10 +4,9 @@
 // Everything a person sees of a large, varied list of favorites that all
 // have a year: the list's rows, the main screen's reports, the reminders
 // and both exports, in the three languages, at several moments. A change
-// for birthdays without a year must leave all of it byte for byte as it
-// was; the digests below were taken from the version before that change.
-// (The star that a screen reader no longer reads out is left out of the
-// spoken row on both sides.)
+// for birthdays without a year must leave all of it byte for byte as the
+// digests below pin it. (A row's spoken text is compared without the star,
+// which a screen reader is not given.)
 
 #include "contacts/BirthdayExport.h"
 #include "core/BirthDateResults.h"

@@ -230,9 +230,9 @@ private slots:
         settings.set(SettingsKeys::favorites, QList<QStringList>{{"Anna", "12 3 1985"}});
         settings.set(SettingsKeys::preferredLanguage, 1);
         BirthdayCalendar calendar(settings, {"en-US"}, clock, paths);
-        FavoritesStore favorites(settings);
-        FavoritesStore::setChangeListener(
-            [&](const QList<Favorite> &list) { QCOMPARE(calendar.update(list), QString()); });
+        FavoritesStore favorites(settings, [&](const QList<Favorite> &list) {
+            QCOMPARE(calendar.update(list), QString());
+        });
 
         favorites.load();
         favorites.append("Bob", 1, 1, 2000);
@@ -256,7 +256,6 @@ private slots:
         QVERIFY(!QFile::exists(paths.sourceFile));
         favorites.remove(0);
         QVERIFY(!QFile::exists(paths.calendarFile));
-        FavoritesStore::setChangeListener({});
 
         BirthdayCalendar unsaved(settings, {"en-US"}, clock,
                                  {"/dev/null/birthdays.ics", paths.sourceFile});

@@ -462,6 +462,32 @@ private slots:
         QTEST(DateWheels::order(QLocale(locale)), "expected");
     }
 
+    // The wheels' day, month and year as one date: a day past the month's
+    // end is its last, "no year" (0) is the leap year.
+    void wheelsDate_data()
+    {
+        QTest::addColumn<QList<int>>("turned"); // day, month, year
+        QTest::addColumn<QDate>("expected");
+        QTest::newRow("as turned") << QList<int>{12, 3, 1985} << QDate(1985, 3, 12);
+        QTest::newRow("31 April") << QList<int>{31, 4, 2001} << QDate(2001, 4, 30);
+        QTest::newRow("30 February, common year") << QList<int>{30, 2, 2023} << QDate(2023, 2, 28);
+        QTest::newRow("30 February, leap year") << QList<int>{30, 2, 2024} << QDate(2024, 2, 29);
+        QTest::newRow("29 February, no year") << QList<int>{29, 2, 0} << QDate(2000, 2, 29);
+        QTest::newRow("31 June, no year") << QList<int>{31, 6, 0} << QDate(2000, 6, 30);
+        QTest::newRow("day 0") << QList<int>{0, 5, 1990} << QDate(1990, 5, 1);
+        QTest::newRow("month 13") << QList<int>{1, 13, 1990} << QDate();
+    }
+    void wheelsDate()
+    {
+        QFETCH(QList<int>, turned);
+        QFETCH(QDate, expected);
+        QCOMPARE(DateWheels::date(turned.at(0), turned.at(1), turned.at(2)).value_or(QDate()),
+                 expected);
+        if (expected.isValid()) {
+            QCOMPARE(DateWheels::daysInMonth(turned.at(1), turned.at(2)), expected.daysInMonth());
+        }
+    }
+
     void monthNames_data()
     {
         QTest::addColumn<QString>("locale");

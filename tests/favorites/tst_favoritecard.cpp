@@ -312,6 +312,10 @@ private slots:
         QTest::newRow("birthday: same day keeps order")
             << birthday << withBirthdays({"3 4 1990", "3 4 1970", "1 4 2000", "03 04 2001"})
             << QList<int>{2, 0, 1, 3};
+        // A value the sort menu never writes reads as by birthday.
+        QTest::newRow("3: by birthday")
+            << qint64(3) << withBirthdays({"31 12 1990", "1 3 1980", "1 1 2010"})
+            << QList<int>{2, 1, 0};
 
         // Long enough that an unstable sort reorders equal keys: two keys
         // alternate, the odd positions holding the one that comes first.

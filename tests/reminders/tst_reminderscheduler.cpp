@@ -3,11 +3,13 @@
 #include "TimeZoneScope.h"
 #include "core/Clock.h"
 #include "core/DebugLog.h"
+#include "reminders/DeliveryRules.h"
 #include "reminders/ReminderScheduler.h"
 #include "settings/MemorySettingsStore.h"
 #include "settings/ReminderTiming.h"
 #include "texts/UiStrings.h"
 
+#include <QTemporaryDir>
 #include <QTest>
 
 using namespace SettingsKeys;
@@ -309,6 +311,55 @@ private slots:
         check({}, m_english);
         QCOMPARE(m_center.added.size(), 0);
         QCOMPARE(m_settings.writeCount(), 1); // the empty list itself
+    }
+
+    // A pending reminder is shown on its own day only, however late: the
+    // delivery and the running app both drop one of an earlier day, and the
+    // answer to what was shown is awaited until midnight, whatever the
+    // day's length.
+    void deliveryDays_data()
+    {
+        QTest::addColumn<QDateTime>("now");
+        QTest::addColumn<qint64>("restOfDayMs");
+        QTest::addColumn<QStringList>("waiting"); // of yesterday, today, tomorrow
+        const QStringList fromToday{"today", "tomorrow"};
+        QTest::newRow("morning") << QDateTime(QDate(2026, 3, 1), QTime(10, 0))
+                                 << qint64(14 * 3'600'000) << fromToday;
+        QTest::newRow("last half second")
+            << QDateTime(QDate(2026, 3, 1), QTime(23, 59, 59, 500)) << qint64(500) << fromToday;
+        QTest::newRow("clocks go forward")
+            << QDateTime(QDate(2026, 3, 29), QTime(0, 0)) << qint64(23 * 3'600'000) << fromToday;
+        QTest::newRow("clocks go back")
+            << QDateTime(QDate(2026, 10, 25), QTime(0, 0)) << qint64(25 * 3'600'000) << fromToday;
+    }
+    void deliveryDays()
+    {
+        QFETCH(QDateTime, now);
+        QFETCH(QStringList, waiting);
+        QTEST(DeliveryRules::restOfDayMs(now), "restOfDayMs");
+        QTemporaryDir dir;
+        ReminderStore store(dir.filePath(u"reminders.json"_s));
+        const QDate today = now.date();
+        const auto reminder = [](const char *name, QDateTime fire) {
+            PendingReminder made;
+            made.request.identifier = QString::fromLatin1(name);
+            made.fire = fire;
+            return made;
+        };
+        const PendingReminder yesterday =
+            reminder("yesterday", QDateTime(today.addDays(-1), QTime(23, 59)));
+        const PendingReminder early = reminder("today", QDateTime(today, QTime(0, 1)));
+        for (const PendingReminder &each :
+             {yesterday, early, reminder("tomorrow", QDateTime(today.addDays(1), QTime(0, 0)))})
+            QVERIFY(!store.put(each));
+        QVERIFY(!DeliveryRules::shownToday(yesterday, now));
+        QVERIFY(DeliveryRules::shownToday(early, now));
+        QStringList found;
+        for (const PendingReminder &reminder : DeliveryRules::waiting(store, now))
+            found.append(reminder.request.identifier);
+        found.sort();
+        waiting.sort();
+        QCOMPARE(found, waiting);
     }
 };
 

@@ -5,6 +5,7 @@
 #include "report/BirthdayGreeting.h"
 #include "report/PersonName.h"
 #include "report/ReportComposer.h"
+#include "report/TodaysBirthdays.h"
 #include "texts/UiStrings.h"
 
 #include <QTest>
@@ -30,6 +31,19 @@ QString greeting(Language language, const QString &name, const AgeFacts &age)
 }
 
 const QDateTime now = at(2026, 11, 22, 12);
+
+// Favorites as name and stored birthday text, as the store hands them over.
+using People = QList<std::pair<QString, QString>>;
+
+TodaysBirthdays lookAt(const People &people, BirthDateResults &results)
+{
+    UiStrings strings;
+    strings.apply(Language::English);
+    const BirthdayList list{
+        people.size(), [&](qsizetype i) { return people.at(i).first; },
+        [&](qsizetype i) { return DayOfBirth::fromStored(people.at(i).second); }};
+    return TodaysBirthdays::of(list, now, strings, results);
+}
 
 // Composes one report the way the main screen does after deciding the language.
 AgeReport compose(const QDateTime &birth, Language language, const QString &person = {})
@@ -136,6 +150,84 @@ private slots:
                     qPrintable(date.toString(Qt::ISODate) + QStringLiteral(": ") + line.trimmed()));
         }
         QVERIFY2(passed * 50 < checked, qPrintable(QString::number(passed)));
+    }
+
+    // Opening on the favorites: a line for each one whose day it is, in
+    // list order; the screen stands on the last one with a year, and the
+    // ones that cannot be read are counted, not greeted.
+    void todaysBirthdays_data()
+    {
+        QTest::addColumn<People>("people");
+        QTest::addColumn<QString>("greeting");
+        QTest::addColumn<QDate>("standsOn");
+        QTest::addColumn<qsizetype>("unreadable");
+        QTest::newRow("none") << People{} << QString() << QDate() << qsizetype(0);
+        QTest::newRow("nothing today, on the last one")
+            << People{{"Ann", "2 1 1990"}, {"Bob", "5 5 1970"}} << QString() << QDate(1970, 5, 5)
+            << qsizetype(0);
+        // With a year, the day itself counts its next birthday a year away:
+        // only round ages are greeted.
+        QTest::newRow("round ages in order, not the birthday with a year")
+            << People{{"Kim", QDate(2026, 11, 22).addDays(-1000).toString(u"d M yyyy")},
+                      {"Eve", "22 11 1990"},
+                      {"Lev", QDate(2026, 11, 22).addDays(-100).toString(u"d M yyyy")},
+                      {"Ann", "2 1 1990"}}
+            << u"Kim is now 1000 days old!\n\nLev is now 100 days old!\n\n"_qs << QDate(1990, 1, 2)
+            << qsizetype(0);
+        QTest::newRow("without a year: greeted, not stood on")
+            << People{{"Ann", "2 1 1990"}, {"Dan", "22 11"}, {"Zed", "1 1"}}
+            << u"Dan has a birthday today!\n\n"_qs << QDate(1990, 1, 2) << qsizetype(0);
+        QTest::newRow("only without a year: stays put")
+            << People{{"Dan", "22 11"}} << u"Dan has a birthday today!\n\n"_qs << QDate()
+            << qsizetype(0);
+        QTest::newRow("unreadable ones counted and passed over")
+            << People{{"Ann", "2 1 1990"}, {"Bad", "hello"}, {"Odd", "31 2 1999"}} << QString()
+            << QDate(1990, 1, 2) << qsizetype(2);
+    }
+    void todaysBirthdays()
+    {
+        QFETCH(People, people);
+        QFETCH(QDate, standsOn);
+        BirthDateResults results;
+        const TodaysBirthdays found = lookAt(people, results);
+        QTEST(found.greeting, "greeting");
+        QTEST(found.unreadable, "unreadable");
+        QCOMPARE(found.lastBirth.has_value(), standsOn.isValid());
+        if (found.lastBirth) {
+            QCOMPARE(*found.lastBirth, QDateTime(standsOn, QTime(0, 0), Qt::UTC));
+            QCOMPARE(results.age().ageYears, computeAge(*found.lastBirth, now).ageYears);
+        }
+    }
+
+    // Working out only the last favorites leaves the results as working out
+    // every one in turn does, also where a birth outside the New Year table
+    // carries the one before's polarity and planet.
+    void todaysResultsAsEachInTurn_data()
+    {
+        QTest::addColumn<QStringList>("births");
+        QTest::newRow("all in the table") << QStringList{"12 3 1985", "1 1 2000"};
+        QTest::newRow("last before 1900") << QStringList{"12 3 1985", "5 5 1899"};
+        QTest::newRow("two before 1900")
+            << QStringList{"12 3 1985", "1 1 1990", "5 5 1899", "1 1 1850"};
+        QTest::newRow("after 2044") << QStringList{"1 1 1991", "3 3 2045"};
+    }
+    void todaysResultsAsEachInTurn()
+    {
+        QFETCH(QStringList, births);
+        People people;
+        BirthDateResults eachInTurn;
+        for (const QString &birth : births) {
+            people.append({u"P"_qs, birth});
+            const QDate date = *DayOfBirth::fromStored(birth)->date();
+            eachInTurn.compute(QDateTime(date, QTime(0, 0), Qt::UTC).toLocalTime(), now);
+        }
+        BirthDateResults results;
+        lookAt(people, results);
+        QCOMPARE(results.yinYang(), eachInTurn.yinYang());
+        QCOMPARE(results.planet(), eachInTurn.planet());
+        QCOMPARE(results.element(), eachInTurn.element());
+        QCOMPARE(results.animal(), eachInTurn.animal());
+        QCOMPARE(results.zodiacSign(), eachInTurn.zodiacSign());
     }
 
     void fromFavorite_data()

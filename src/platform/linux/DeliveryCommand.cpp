@@ -3,12 +3,11 @@
 
 #include "core/Clock.h"
 #include "platform/linux/DBusNotifier.h"
-#include "platform/linux/PlatformFile.h"
 #include "platform/linux/ReminderWakeups.h"
+#include "reminders/DeliveryRules.h"
 
 #include <QDir>
 #include <QEventLoop>
-#include <QFile>
 #include <QFileInfo>
 #include <QLockFile>
 #include <QTimer>
@@ -29,26 +28,6 @@ constexpr qint64 longestWaitMs = 60'000;
 constexpr qint64 retryMs = 5'000;
 
 } // namespace
-
-bool DeliveryCommand::shownToday(const PendingReminder &reminder, const QDateTime &now)
-{
-    return reminder.fire.toLocalTime().date() == now.toLocalTime().date();
-}
-
-QList<PendingReminder> DeliveryCommand::waiting(const ReminderStore &store, const QDateTime &now)
-{
-    QList<PendingReminder> waiting = store.pending();
-    waiting.removeIf([&](const PendingReminder &reminder) {
-        return reminder.fire.toLocalTime().date() < now.toLocalTime().date();
-    });
-    return waiting;
-}
-
-qint64 DeliveryCommand::restOfDayMs(const QDateTime &now)
-{
-    const QDateTime local = now.toLocalTime();
-    return std::max<qint64>(0, local.msecsTo(QDateTime(local.date().addDays(1), QTime(0, 0))));
-}
 
 QString DeliveryCommand::backgroundLockPath(const ReminderStore &store)
 {
@@ -71,7 +50,7 @@ int DeliveryCommand::deliver(const QString &identifier, ReminderStore &store, co
         });
     // Not pending (shown already, or replaced by a later one), or missed on
     // an earlier day.
-    if (!taken || !shownToday(*taken, now))
+    if (!taken || !DeliveryRules::shownToday(*taken, now))
         return 0;
 
     const auto shown = notifier.notifyAndWait(taken->request, backgroundPresentation);
@@ -94,7 +73,7 @@ int DeliveryCommand::deliverInBackground(ReminderStore &store, const Clock &cloc
         return 0;
     for (;;) {
         const QDateTime now = clock.now();
-        const QList<PendingReminder> pending = waiting(store, now);
+        const QList<PendingReminder> pending = DeliveryRules::waiting(store, now);
         if (pending.isEmpty())
             break;
         qint64 wait = longestWaitMs;
@@ -113,19 +92,7 @@ int DeliveryCommand::deliverInBackground(ReminderStore &store, const Clock &cloc
         sleep.exec();
     }
     // Nothing left, unless the app planned anew this very moment.
-    wakeups.apply(waiting(store, clock.now()));
-    notifier.waitForAnswers(restOfDayMs(clock.now()));
+    wakeups.apply(DeliveryRules::waiting(store, clock.now()));
+    notifier.waitForAnswers(DeliveryRules::restOfDayMs(clock.now()));
     return 0;
-}
-
-QString DeliveryCommand::installIcon(const QString &folder)
-{
-    QFile source(u":/tavlo/notification/tavlo.svg"_s);
-    if (!source.open(QIODevice::ReadOnly))
-        return {};
-    const QString path = QDir(folder).absoluteFilePath(u"tavlo.svg"_s);
-    bool changed = false;
-    if (PlatformFile::update(path, source.readAll(), &changed))
-        return {};
-    return path;
 }

@@ -33,18 +33,4 @@ int deliverInBackground(ReminderStore &store, const Clock &clock, DBusNotifier &
 // The lock the background Tavlo holds while it runs.
 QString backgroundLockPath(const ReminderStore &store);
 
-// Whether a reminder is still worth showing at `now`: only on its own day.
-bool shownToday(const PendingReminder &reminder, const QDateTime &now);
-
-// The reminders that still need a wake-up at `now`: those of today and later.
-QList<PendingReminder> waiting(const ReminderStore &store, const QDateTime &now);
-
-// How long one may wait at `now` for a shown notification's answer: until
-// the day ends.
-qint64 restOfDayMs(const QDateTime &now);
-
-// Puts Tavlo's icon in `folder` (once) and returns its path, or an empty
-// text when it cannot be written.
-QString installIcon(const QString &folder);
-
 } // namespace DeliveryCommand

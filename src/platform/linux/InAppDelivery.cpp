@@ -2,7 +2,7 @@
 #include "platform/linux/InAppDelivery.h"
 
 #include "core/Clock.h"
-#include "platform/linux/DeliveryCommand.h"
+#include "reminders/DeliveryRules.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -39,7 +39,7 @@ void InAppDelivery::deliverDue()
         m_running->tryLock(0);
     const QDateTime now = m_clock.now();
     for (const PendingReminder &reminder : m_store.takeDue(now)) {
-        if (DeliveryCommand::shownToday(reminder, now))
+        if (DeliveryRules::shownToday(reminder, now))
             m_present(reminder.request);
     }
     scheduleTick();

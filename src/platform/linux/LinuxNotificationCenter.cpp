@@ -3,6 +3,7 @@
 
 #include "core/Clock.h"
 #include "platform/linux/DeliveryCommand.h"
+#include "reminders/DeliveryRules.h"
 
 #include <QTimer>
 
@@ -64,7 +65,7 @@ void LinuxNotificationCenter::applyWakeups()
     m_applyQueued = false;
     std::optional<QString> error;
     if (m_options.wakeups)
-        error = m_options.wakeups->apply(DeliveryCommand::waiting(m_store, m_clock.now()));
+        error = m_options.wakeups->apply(DeliveryRules::waiting(m_store, m_clock.now()));
     for (const AddHandler &answer : std::exchange(m_answers, {})) {
         if (!answer)
             continue;

@@ -3,6 +3,7 @@
 
 #include "platform/linux/AutostartEntry.h"
 #include "platform/linux/DeliveryCommand.h"
+#include "platform/linux/NotificationIcon.h"
 #include "platform/linux/PowerWakeups.h"
 #include "platform/linux/SystemdTimers.h"
 
@@ -64,7 +65,7 @@ std::unique_ptr<ReminderWakeups> makeWakeups(const ReminderStore &store, Command
 
 LinuxReminders::LinuxReminders(const Clock &clock, bool withIcon, std::function<bool()> inFront)
     : clock(clock),
-      iconPath(withIcon ? DeliveryCommand::installIcon(QFileInfo(store.filePath()).absolutePath())
+      iconPath(withIcon ? NotificationIcon::install(QFileInfo(store.filePath()).absolutePath())
                         : QString()),
       wakeups(makeWakeups(store, processes, clock, power)),
       center(store, clock, options(std::move(inFront))),

@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: MIT
+#include "app/StartupTrace.h"
+
+#include <QCoreApplication>
+#include <QDateTime>
+#include <QFile>
+#include <QQuickWindow>
+#include <QTimer>
+#include <cstdio>
+
+namespace {
+
+// The most memory the process has held, from the kernel's own count.
+QByteArray peakResidentKilobytes()
+{
+    QFile status(QStringLiteral("/proc/self/status"));
+    if (!status.open(QIODevice::ReadOnly))
+        return "unknown";
+    for (const QByteArray &line : status.readAll().split('\n')) {
+        if (line.startsWith("VmHWM:"))
+            return line.mid(6).trimmed().split(' ').value(0);
+    }
+    return "unknown";
+}
+
+} // namespace
+
+void StartupTrace::followFirstFrame(QQuickWindow &window, bool thenQuit)
+{
+    QObject::connect(
+        &window, &QQuickWindow::frameSwapped, &window,
+        [&window, thenQuit] {
+            std::printf("first-frame-epoch-ms %lld\n",
+                        static_cast<long long>(QDateTime::currentMSecsSinceEpoch()));
+            std::fflush(stdout);
+            if (thenQuit)
+                QTimer::singleShot(1000, &window, &QCoreApplication::quit);
+        },
+        Qt::SingleShotConnection);
+}
+
+void StartupTrace::printPeakMemory()
+{
+    std::printf("peak-rss-kb %s\n", peakResidentKilobytes().constData());
+}
