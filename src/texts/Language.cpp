@@ -8,16 +8,6 @@ QString languageCode(Language language)
     return language.code();
 }
 
-QList<Language> Language::available()
-{
-    QList<Language> languages{English};
-    for (const QString &code : Translations::codes()) {
-        if (const std::optional<Language> language = languageFromCode(code))
-            languages.append(*language);
-    }
-    return languages;
-}
-
 std::optional<Language> languageFromCode(QStringView code)
 {
     if (code == u"en")

@@ -22,9 +22,6 @@ public:
     // "en", "de", "ru", ...
     QString code() const { return QString::fromLatin1(m_code.data()); }
 
-    // Every language with a translation, and English.
-    static QList<Language> available();
-
     friend constexpr bool operator==(const Language &a, const Language &b)
     {
         for (size_t i = 0; i < a.m_code.size(); ++i) {
