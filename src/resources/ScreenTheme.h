@@ -10,6 +10,7 @@
 #include <QUrl>
 #include <QtQml/qqmlregistration.h>
 #include <algorithm>
+#include <optional>
 
 // How a screen is coloured in the current theme: the accent, the background
 // picture under its blur, or the theme's colour under its gradient.
@@ -107,6 +108,8 @@ public:
     // The darkest and lightest colour of a picture drawn small and smoothed
     // up, as the blurred backgrounds are.
     static std::pair<Rgb, Rgb> pictureExtremes(const QUrl &picture);
+    // The same for a bundled background, without decoding it.
+    static std::optional<std::pair<Rgb, Rgb>> knownExtremes(const QUrl &picture);
 
 signals:
     void changed();

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "ScreenTour.h"
+#include "resources/ScreenTheme.h"
 #include "themes/Contrast.h"
 
+#include <QDir>
 #include <QQmlContext>
 #include <QQmlProperty>
 #include <QSet>
@@ -516,6 +518,28 @@ private slots:
         ScreenTour::run(harness, theme, appearance,
                         [this](const QString &screen, bool popup) { look(screen, popup); });
         QVERIFY2(m_failures.isEmpty(), qPrintable(m_failures.join(u'\n')));
+    }
+
+    // The backdrop that text is made legible against comes from the darkest
+    // and lightest spots of the background picture, written down for the
+    // bundled ones: they must be what each picture holds when drawn.
+    void bundledBackgroundsAreKnown_data()
+    {
+        QTest::addColumn<QString>("name");
+        const QDir images(u":/qt/qml/Tavlo/resources/images"_qs);
+        const QStringList files = images.entryList({u"space*.svg"_qs});
+        QVERIFY(!files.isEmpty());
+        for (const QString &file : files)
+            QTest::newRow(qPrintable(file)) << file.chopped(4);
+    }
+    void bundledBackgroundsAreKnown()
+    {
+        QFETCH(QString, name);
+        const QUrl picture = ScreenTheme::imageUrl(name);
+        const auto known = ScreenTheme::knownExtremes(picture);
+        QVERIFY2(known, qPrintable(name + u" is not written down"_qs));
+        QCOMPARE(known->first, ScreenTheme::pictureExtremes(picture).first);
+        QCOMPARE(known->second, ScreenTheme::pictureExtremes(picture).second);
     }
 };
 
