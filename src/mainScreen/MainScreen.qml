@@ -54,7 +54,10 @@ Item {
     }
 
     ThemedBackground {
-        anchors.fill: parent
+        // Sized by bindings, not anchors, which apply only once the screen is
+        // complete: the picture inside is decoded at this size as it loads.
+        width: parent.width
+        height: parent.height
         theme: root.controller.theme
         blurName: "blurredEffectView1"
     }
