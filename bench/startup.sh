@@ -5,6 +5,8 @@
 # side by side: the smallest Qt Quick Controls window (the floor), then Tavlo
 # with each number of favorites, and its first frame against that with none.
 #   bench/startup.sh [RUNS] [FAVORITES...]      (default: 9 runs; 0 1000 10000)
+# With TAVLO_BENCH_CPU=25 each start (not Xvfb) gets a quarter of one core,
+# through a cgroup of its own (as root), for what a phone's slow cores see.
 set -euo pipefail
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 runs=${1:-9}
@@ -21,13 +23,32 @@ export DISPLAY=$display QT_QUICK_BACKEND=software TAVLO_STARTUP_TRACE=1
 export XDG_RUNTIME_DIR=${XDG_RUNTIME_DIR:-$work/runtime} XDG_DATA_HOME=$work/data
 mkdir -p "$XDG_RUNTIME_DIR" && chmod 700 "$XDG_RUNTIME_DIR"
 
+# throttled COMMAND...: COMMAND with TAVLO_BENCH_CPU percent of one core, in
+# short periods so that the process is slowed evenly rather than stopped
+# for long stretches.
+throttled=()
+if [[ -n ${TAVLO_BENCH_CPU:-} ]]; then
+    if [[ -d /sys/fs/cgroup/cpu ]]; then
+        group=/sys/fs/cgroup/cpu/tavlo-bench-$$
+        mkdir "$group"
+        echo 10000 >"$group/cpu.cfs_period_us"
+        echo $((TAVLO_BENCH_CPU * 100)) >"$group/cpu.cfs_quota_us"
+    else
+        group=/sys/fs/cgroup/tavlo-bench-$$
+        mkdir "$group"
+        echo "$((TAVLO_BENCH_CPU * 100)) 10000" >"$group/cpu.max"
+    fi
+    trap 'kill $xvfb 2>/dev/null; rm -rf "$work"; rmdir "$group"' EXIT
+    throttled=(sh -c 'echo $$ >"$0/cgroup.procs" && exec "$@"' "$group")
+fi
+
 median() { printf '%s\n' "$@" | sort -n | awk '{a[NR]=$1} END {print a[int((NR+1)/2)]}'; }
 
 # once COMMAND...: one start; prints its first frame (ms from start) and peak memory (MB).
 once() {
     local start output frame peak
     start=$(date +%s%3N)
-    output=$("$@")
+    output=$("${throttled[@]}" "$@")
     frame=$(awk '/^first-frame-epoch-ms/ {print $2}' <<<"$output")
     peak=$(awk '/^peak-rss-kb/ {print $2}' <<<"$output")
     echo "$((frame - start)) $((peak / 1024))"
@@ -54,7 +75,7 @@ settings_with() {
     echo "$dir"
 }
 
-echo "runs: $runs (medians), $(nproc) cores, Xvfb, software renderer"
+echo "runs: $runs (medians), $(nproc) cores, Xvfb, software renderer${TAVLO_BENCH_CPU:+, $TAVLO_BENCH_CPU% of one core}"
 # The configurations take turns, run after run, so that a machine busy for
 # a while slows them alike.
 labels=("minimal Qt Quick window")
@@ -80,9 +101,12 @@ for c in "${!labels[@]}"; do
     frame=$(median ${frames[$c]})
     # shellcheck disable=SC2086
     peak=$(median ${peaks[$c]})
-    ((c == 1)) && floor=$frame
+    ((c == 0)) && bare=$frame bareMemory=$peak
+    ((c == 1)) && none=$frame
+    # Against the bare window, and against Tavlo with no favorites.
     ratio=""
-    ((c >= 1)) && ratio=$(awk -v a="$frame" -v b="$floor" 'BEGIN {printf "(%.2fx)", a / b}')
-    printf '%-28s first frame %5d ms %-8s  peak memory %4d MB   (frames: %s)\n' "${labels[c]}" \
+    ((c >= 1)) && ratio=$(awk -v a="$frame" -v b="$bare" -v n="$none" -v m="$((peak - bareMemory))" \
+        'BEGIN {printf "(%.2fx bare, %.2fx none, %+d MB)", a / b, a / n, m}')
+    printf '%-28s first frame %5d ms %-34s  peak memory %4d MB   (frames: %s)\n' "${labels[c]}" \
         "$frame" "$ratio" "$peak" "${frames[$c]% }"
 done
