@@ -3,6 +3,7 @@
 
 #include "themes/Contrast.h"
 
+#include <QFile>
 #include <QHash>
 #include <QImage>
 #include <QImageReader>
@@ -34,6 +35,21 @@ QUrl ScreenTheme::imageUrl(const QString &name)
 {
     return QUrl(QStringLiteral("qrc:/qt/qml/Tavlo/resources/images/") + name +
                 QStringLiteral(".svg"));
+}
+
+QUrl ScreenTheme::drawnAheadUrl(const QUrl &picture, int width, int height)
+{
+    QString path = picture.toString();
+    path.chop(4);
+    return QUrl(path + QStringLiteral("-%1x%2.png").arg(width).arg(height));
+}
+
+QUrl ScreenTheme::backgroundImageAt(int width, int height) const
+{
+    // Decoding the drawing takes longer than the rest of the first frame's
+    // pictures together; the copy is decoded in a fraction of that.
+    const QUrl copy = drawnAheadUrl(m_backgroundImage, width, height);
+    return QFile::exists(u':' + copy.path()) ? copy : m_backgroundImage;
 }
 
 QColor ScreenTheme::labelColor() const

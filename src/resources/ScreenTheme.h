@@ -63,6 +63,12 @@ public:
 
     QColor accentColor() const { return m_accent; }
     QUrl backgroundImage() const { return m_backgroundImage; }
+    // The background picture to decode at `width` by `height`: a copy drawn
+    // ahead of time at that size where there is one (a phone's window),
+    // else the picture itself.
+    Q_INVOKABLE QUrl backgroundImageAt(int width, int height) const;
+    // The name of that copy, whether or not there is one.
+    static QUrl drawnAheadUrl(const QUrl &picture, int width, int height);
     bool blurVisible() const { return m_blurVisible; }
     bool gradientVisible() const { return m_gradientVisible; }
     QColor gradientTop() const { return m_gradientTop; }
