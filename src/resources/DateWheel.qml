@@ -115,9 +115,12 @@ Tumbler {
         required property var modelData
 
         text: typeof modelData === "number" ? index + 1 : modelData
-        color: Tumbler.tumbler.palette.windowText
-        opacity: Math.max((Tumbler.tumbler as DateWheel).fadedOpacity, 1.0 - Math.abs(Tumbler.displacement)
-                          / (Tumbler.tumbler.visibleItemCount / 2) * 0.8)
+        // The wheel by its id: a type looked up by name (Tumbler.tumbler,
+        // DateWheel) costs a search of the imports at every evaluation, and
+        // these are evaluated for every label each time the wheel moves.
+        color: wheel.palette.windowText
+        opacity: Math.max(wheel.fadedOpacity, 1.0 - Math.abs(Tumbler.displacement)
+                          / (wheel.visibleItemCount / 2) * 0.8)
         font.weight: Font.Light
         font.pixelSize: 21
         horizontalAlignment: Text.AlignHCenter
