@@ -54,21 +54,27 @@ once() {
     echo "$((frame - start)) $((peak / 1024))"
 }
 
-# A settings file with N favorites, as the app keeps them, past its first start.
+# A settings file with N favorites, as the app keeps them, past its first start:
+# each with its identity (rows of earlier versions, without one, have theirs
+# derived at every start until the list is next written; TAVLO_BENCH_OLD_ROWS=1
+# writes those).
 # The main screen shows 15 June 1985 in every run: the last favorite's date,
 # and the one stored when there are none. Where a date stands on the wheels
 # changes how many labels they make, which is not what is measured.
 settings_with() {
     local n=$1 dir=$work/config-$1
     mkdir -p "$dir/tavlo"
-    awk -v n="$n" 'BEGIN {
+    awk -v n="$n" -v old="${TAVLO_BENCH_OLD_ROWS:-}" 'BEGIN {
         srand(20261123)
         print "[General]\nfirstStart2=true\nmoreDetails=true\nstar=true\nday=15\nmonth=6\nyear=1985\n\n[person]"
         for (i = 1; i <= n; i++) {
             day = 1 + int(rand() * 28); month = 1 + int(rand() * 12); year = 1930 + int(rand() * 93)
             if (i == n) { day = 15; month = 6; year = 1985 }
-            printf "%d\\1=Person %d\n%d\\2=%d %d %d\n%d\\size=2\n", i, int(rand() * 100000), i,
-                day, month, year, i
+            printf "%d\\1=Person %d\n%d\\2=%d %d %d\n", i, int(rand() * 100000), i, day, month, year
+            if (old)
+                printf "%d\\size=2\n", i
+            else
+                printf "%d\\3=%08x-0000-4000-8000-%012x\n%d\\size=3\n", i, (i * 2654435761) % 4294967296, i, i
         }
         print "size=" n
     }' >"$dir/tavlo/tavlo.conf"
