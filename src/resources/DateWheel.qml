@@ -113,14 +113,16 @@ Tumbler {
     delegate: Text {
         required property int index
         required property var modelData
+        // The label's wheel, looked up once: a type named in a binding
+        // (Tumbler, DateWheel) costs a search of the imports each time it is
+        // evaluated, and the colour and fading below are evaluated for every
+        // label each time the wheel moves.
+        readonly property DateWheel owner: Tumbler.tumbler as DateWheel
 
         text: typeof modelData === "number" ? index + 1 : modelData
-        // The wheel by its id: a type looked up by name (Tumbler.tumbler,
-        // DateWheel) costs a search of the imports at every evaluation, and
-        // these are evaluated for every label each time the wheel moves.
-        color: wheel.palette.windowText
-        opacity: Math.max(wheel.fadedOpacity, 1.0 - Math.abs(Tumbler.displacement)
-                          / (wheel.visibleItemCount / 2) * 0.8)
+        color: owner.palette.windowText
+        opacity: Math.max(owner.fadedOpacity, 1.0 - Math.abs(Tumbler.displacement)
+                          / (owner.visibleItemCount / 2) * 0.8)
         font.weight: Font.Light
         font.pixelSize: 21
         horizontalAlignment: Text.AlignHCenter
