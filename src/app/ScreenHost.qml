@@ -124,17 +124,50 @@ Item {
         if (identifier === "Main") {
             const controller = host.screens.makeMainController(owner)
             controller.viewDidLoad()
-            return mainScreen.createObject(pane, { controller: controller, favoritesBeside: beside })
+            // Made at its size: the background picture is then decoded once,
+            // at the size it is drawn, and the report laid out once.
+            return mainScreen.createObject(pane, {
+                controller: controller,
+                favoritesBeside: beside,
+                width: pane.width,
+                height: pane.height
+            })
         }
         if (identifier === "Fav") {
             const controller = host.screens.makeFavController(owner)
             controller.besideMain = beside
             controller.viewDidLoad()
-            return favoritesScreen.createObject(pane, { controller: controller })
+            return place(laterScreen("../favoritesScreen/FavoritesScreen.qml"), pane, controller)
         }
         const controller = host.screens.makeSetController(owner)
         controller.viewDidLoad()
-        return settingsScreen.createObject(pane, { controller: controller })
+        return place(laterScreen("../settingsScreen/SettingsScreen.qml"), pane, controller)
+    }
+
+    // The favorites and the settings screens are compiled when first asked
+    // for, not before the first frame of the main screen: they bring Qt
+    // Quick Dialogs, Layouts and many controls with them.
+    property var laterScreens: ({})
+
+    function laterScreen(file) {
+        if (!laterScreens[file])
+            laterScreens[file] = Qt.createComponent(file)
+        return laterScreens[file]
+    }
+
+    // A screen of `component` filling `pane`, at its size from the start.
+    function place(component, pane, controller) {
+        const screen = component.createObject(pane, {
+            controller: controller,
+            width: pane.width,
+            height: pane.height
+        })
+        if (!screen) {
+            console.error(component.errorString())
+            return null
+        }
+        screen.anchors.fill = pane
+        return screen
     }
 
     function show(identifier) {
@@ -232,22 +265,6 @@ Item {
         id: mainScreen
 
         MainScreen {
-            anchors.fill: parent
-        }
-    }
-
-    Component {
-        id: favoritesScreen
-
-        FavoritesScreen {
-            anchors.fill: parent
-        }
-    }
-
-    Component {
-        id: settingsScreen
-
-        SettingsScreen {
             anchors.fill: parent
         }
     }

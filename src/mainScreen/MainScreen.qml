@@ -15,7 +15,7 @@ Item {
 
     // An open dialog covers the screen: the host shows a still picture of
     // it, so that only the dialog can be reached.
-    readonly property bool covered: addDialog.visible
+    readonly property bool covered: (addDialog.item as AddFavoriteDialog)?.visible === true
 
     // Whether keys have been used here: only then does the report show
     // that it has the keyboard.
@@ -35,7 +35,12 @@ Item {
     Connections {
         target: root.controller
         function onScreenRequested(identifier) { root.screenRequested(identifier) }
-        function onAddFavoriteDialogRequested() { addDialog.open() }
+        function onAddFavoriteDialogRequested() {
+            if (!addDialog.item)
+                addDialog.setSource("AddFavoriteDialog.qml", {controller: root.controller})
+            const dialog = addDialog.item as AddFavoriteDialog
+            dialog.open()
+        }
         function onAnnouncement(words) { announcer.say(words) }
     }
 
@@ -56,7 +61,10 @@ Item {
     }
 
     ThemedBackground {
-        anchors.fill: parent
+        // Sized by bindings, not anchors, which apply only once the screen is
+        // complete: the picture inside is decoded at this size as it loads.
+        width: parent.width
+        height: parent.height
         theme: root.controller.theme
         blurName: "blurredEffectView1"
     }
@@ -273,13 +281,16 @@ Item {
         root.keyboardUsed = true
     }
 
-    AddFavoriteDialog {
+    // Made when first asked for: nothing of it is in the first frame.
+    Loader {
         id: addDialog
 
-        controller: root.controller
+        anchors.fill: parent
+    }
+    Connections {
+        target: addDialog.item as AddFavoriteDialog
         // "+" is off once the birthday is added: the report has the keyboard.
-        onClosedWithoutFocus: root.focusFirst()
-        anchors.centerIn: parent
+        function onClosedWithoutFocus() { root.focusFirst() }
     }
 
     Rectangle {

@@ -4,6 +4,7 @@
 #include <QDir>
 #include <QFontDatabase>
 #include <QGuiApplication>
+#include <QResource>
 
 namespace {
 
@@ -30,7 +31,15 @@ void install()
     const QDir folder(QStringLiteral(":/qt/qml/Tavlo/resources/fonts"));
     for (const QString &file :
          folder.entryList({QStringLiteral("*.otf"), QStringLiteral("*.ttf")}, QDir::Files)) {
-        if (QFontDatabase::addApplicationFont(folder.filePath(file)) < 0)
+        // Read in place where the resource is stored as is: the faces then
+        // take memory only for the parts of them that are drawn, not a copy
+        // of each whole file.
+        const QResource resource(folder.filePath(file));
+        const int id = resource.compressionAlgorithm() == QResource::NoCompression
+                           ? QFontDatabase::addApplicationFontFromData(QByteArray::fromRawData(
+                                 reinterpret_cast<const char *>(resource.data()), resource.size()))
+                           : QFontDatabase::addApplicationFont(folder.filePath(file));
+        if (id < 0)
             qWarning("tavlo: the bundled font %s could not be loaded", qPrintable(file));
     }
     QFont::insertSubstitutions(sans, fallbacks());

@@ -113,11 +113,16 @@ Tumbler {
     delegate: Text {
         required property int index
         required property var modelData
+        // The label's wheel, looked up once: a type named in a binding
+        // (Tumbler, DateWheel) costs a search of the imports each time it is
+        // evaluated, and the colour and fading below are evaluated for every
+        // label each time the wheel moves.
+        readonly property DateWheel owner: Tumbler.tumbler as DateWheel
 
         text: typeof modelData === "number" ? index + 1 : modelData
-        color: Tumbler.tumbler.palette.windowText
-        opacity: Math.max((Tumbler.tumbler as DateWheel).fadedOpacity, 1.0 - Math.abs(Tumbler.displacement)
-                          / (Tumbler.tumbler.visibleItemCount / 2) * 0.8)
+        color: owner.palette.windowText
+        opacity: Math.max(owner.fadedOpacity, 1.0 - Math.abs(Tumbler.displacement)
+                          / (owner.visibleItemCount / 2) * 0.8)
         font.weight: Font.Light
         font.pixelSize: 21
         horizontalAlignment: Text.AlignHCenter

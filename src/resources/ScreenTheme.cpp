@@ -3,6 +3,7 @@
 
 #include "themes/Contrast.h"
 
+#include <QFile>
 #include <QHash>
 #include <QImage>
 #include <QImageReader>
@@ -36,6 +37,21 @@ QUrl ScreenTheme::imageUrl(const QString &name)
                 QStringLiteral(".svg"));
 }
 
+QUrl ScreenTheme::drawnAheadUrl(const QUrl &picture, int width, int height)
+{
+    QString path = picture.toString();
+    path.chop(4);
+    return QUrl(path + QStringLiteral("-%1x%2.png").arg(width).arg(height));
+}
+
+QUrl ScreenTheme::backgroundImageAt(int width, int height) const
+{
+    // Decoding the drawing takes longer than the rest of the first frame's
+    // pictures together; the copy is decoded in a fraction of that.
+    const QUrl copy = drawnAheadUrl(m_backgroundImage, width, height);
+    return QFile::exists(u':' + copy.path()) ? copy : m_backgroundImage;
+}
+
 QColor ScreenTheme::labelColor() const
 {
     return toColor(SystemColors::of(m_appearance).label);
@@ -60,6 +76,41 @@ qreal ScreenTheme::alertFadedTextOpacity() const
 {
     return Contrast::lowestOpacity(system().label, {system().alertBackground},
                                    Contrast::drawnText + headroom);
+}
+
+namespace {
+
+// What pictureExtremes() finds in the bundled backgrounds, written down so
+// that a start does not decode a picture for it: darkest, then lightest,
+// in 8-bit RGB. The test of ScreenTheme checks them against the pictures.
+struct KnownExtremes
+{
+    const char16_t *name;
+    int darkest[3];
+    int lightest[3];
+};
+constexpr KnownExtremes bundledExtremes[] = {
+    {u"space", {4, 5, 12}, {71, 71, 77}},    {u"space0", {8, 2, 15}, {83, 22, 131}},
+    {u"space1", {1, 4, 2}, {12, 86, 19}},    {u"space2", {10, 3, 1}, {93, 73, 62}},
+    {u"space3", {1, 5, 16}, {70, 100, 131}}, {u"space4", {6, 0, 0}, {104, 56, 58}},
+};
+
+// As a decoded pixel gives it.
+Rgb toRgb(const int (&rgb)[3])
+{
+    const QColor color(rgb[0], rgb[1], rgb[2]);
+    return {color.redF(), color.greenF(), color.blueF()};
+}
+
+} // namespace
+
+std::optional<std::pair<Rgb, Rgb>> ScreenTheme::knownExtremes(const QUrl &picture)
+{
+    for (const KnownExtremes &known : bundledExtremes) {
+        if (picture == imageUrl(QString::fromUtf16(known.name)))
+            return std::pair{toRgb(known.darkest), toRgb(known.lightest)};
+    }
+    return std::nullopt;
 }
 
 std::pair<Rgb, Rgb> ScreenTheme::pictureExtremes(const QUrl &picture)
@@ -105,7 +156,8 @@ void ScreenTheme::apply(const ThemeLook &look)
     if (m_gradientVisible) {
         m_backdrop = {look.gradient->first, look.gradient->second};
     } else if (m_blurVisible) {
-        const auto [darkest, lightest] = pictureExtremes(m_backgroundImage);
+        const auto known = knownExtremes(m_backgroundImage);
+        const auto [darkest, lightest] = known ? *known : pictureExtremes(m_backgroundImage);
         const Translucent veil = system().veil;
         m_backdrop = {Contrast::over(veil.color, veil.alpha, darkest),
                       Contrast::over(veil.color, veil.alpha, lightest)};

@@ -10,6 +10,7 @@
 #include <QUrl>
 #include <QtQml/qqmlregistration.h>
 #include <algorithm>
+#include <optional>
 
 // How a screen is coloured in the current theme: the accent, the background
 // picture under its blur, or the theme's colour under its gradient.
@@ -62,6 +63,12 @@ public:
 
     QColor accentColor() const { return m_accent; }
     QUrl backgroundImage() const { return m_backgroundImage; }
+    // The background picture to decode at `width` by `height`: a copy drawn
+    // ahead of time at that size where there is one (a phone's window),
+    // else the picture itself.
+    Q_INVOKABLE QUrl backgroundImageAt(int width, int height) const;
+    // The name of that copy, whether or not there is one.
+    static QUrl drawnAheadUrl(const QUrl &picture, int width, int height);
     bool blurVisible() const { return m_blurVisible; }
     bool gradientVisible() const { return m_gradientVisible; }
     QColor gradientTop() const { return m_gradientTop; }
@@ -107,6 +114,8 @@ public:
     // The darkest and lightest colour of a picture drawn small and smoothed
     // up, as the blurred backgrounds are.
     static std::pair<Rgb, Rgb> pictureExtremes(const QUrl &picture);
+    // The same for a bundled background, without decoding it.
+    static std::optional<std::pair<Rgb, Rgb>> knownExtremes(const QUrl &picture);
 
 signals:
     void changed();

@@ -19,7 +19,7 @@ Item {
         Image {
             anchors.fill: parent
             visible: background.theme.blurVisible
-            source: visible ? background.theme.backgroundImage : ""
+            source: visible ? background.theme.backgroundImageAt(sourceSize.width, sourceSize.height) : ""
             sourceSize.width: Math.max(24, Math.round(background.width / 16))
             sourceSize.height: Math.max(48, Math.round(background.height / 16))
             fillMode: Image.PreserveAspectCrop

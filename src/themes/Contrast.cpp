@@ -42,9 +42,12 @@ double Contrast::luminance(Rgb c)
 
 double Contrast::ratio(Rgb a, Rgb b)
 {
-    const double la = luminance(a);
-    const double lb = luminance(b);
-    return (std::max(la, lb) + 0.05) / (std::min(la, lb) + 0.05);
+    return ratioOfLuminances(luminance(a), luminance(b));
+}
+
+double Contrast::ratioOfLuminances(double a, double b)
+{
+    return (std::max(a, b) + 0.05) / (std::min(a, b) + 0.05);
 }
 
 double Contrast::lowestRatio(Rgb color, const QList<Rgb> &backgrounds)

@@ -37,6 +37,8 @@ bool thinReads(Rgb color, const QList<Rgb> &backgrounds);
 double luminance(Rgb color);
 // From 1:1 (the same) to 21:1 (black on white); the order does not matter.
 double ratio(Rgb a, Rgb b);
+// The same ratio from the two luminances, for a colour weighed against many.
+double ratioOfLuminances(double a, double b);
 // The lowest ratio of `color` against any of `backgrounds` (21 for none).
 double lowestRatio(Rgb color, const QList<Rgb> &backgrounds);
 // `color` at `alpha` drawn over `under`, as a screen blends them.

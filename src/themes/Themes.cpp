@@ -73,23 +73,41 @@ SwitchColors SwitchColors::of(Appearance appearance, Rgb accent, const QList<Rgb
     QList<Rgb> screens;
     for (int step = 0; step <= 10; ++step)
         screens.append(Contrast::over(backdrop.first(), 1 - step / 10.0, backdrop.last()));
-    // How well a switch of track `over(screen)` is seen: its knob on the
-    // track, and the track or the knob on the screen; `byTrack` asks the
-    // track alone to stand out.
+    // The search below weighs up to two thousand tracks against every
+    // screen: the luminances that stay the same are worked out once.
+    QList<double> screenLuminances;
+    for (const Rgb &screen : std::as_const(screens))
+        screenLuminances.append(Contrast::luminance(screen));
+    const double knob = Contrast::luminance(system.knob);
+    // How well a switch is seen on a screen, from the luminances of its track
+    // and the screen: its knob on the track, and the track or the knob on the
+    // screen; `byTrack` asks the track alone to stand out.
+    const auto seenOn = [&](double track, double screen, bool byTrack) {
+        const double seen = byTrack ? Contrast::ratioOfLuminances(track, screen)
+                                    : std::max(Contrast::ratioOfLuminances(track, screen),
+                                               Contrast::ratioOfLuminances(knob, screen));
+        return std::min(Contrast::ratioOfLuminances(knob, track), seen);
+    };
+    // The lowest of that over the screens, for a track of `over(screen)`.
     const auto score = [&](const std::function<Rgb(Rgb)> &over, bool byTrack) {
         double lowest = 21;
-        for (const Rgb &screen : std::as_const(screens)) {
-            const Rgb track = over(screen);
-            const double seen = byTrack ? Contrast::ratio(track, screen)
-                                        : std::max(Contrast::ratio(track, screen),
-                                                   Contrast::ratio(system.knob, screen));
-            lowest = std::min({lowest, Contrast::ratio(system.knob, track), seen});
+        for (qsizetype i = 0; i < screens.size(); ++i) {
+            lowest = std::min(lowest, seenOn(Contrast::luminance(over(screens.at(i))),
+                                             screenLuminances.at(i), byTrack));
         }
         return lowest;
     };
     const auto opaque = [&](Rgb from, bool byTrack) {
         return Contrast::nearestLightness(
-            from, [&](Rgb track) { return score([&](Rgb) { return track; }, byTrack); }, minimum);
+            from,
+            [&](Rgb track) {
+                const double luminance = Contrast::luminance(track);
+                double lowest = 21;
+                for (const double screen : std::as_const(screenLuminances))
+                    lowest = std::min(lowest, seenOn(luminance, screen, byTrack));
+                return lowest;
+            },
+            minimum);
     };
     colors.onKnob = system.knob;
     // "On" stands out by its track, with the knob on it.
@@ -99,7 +117,15 @@ SwitchColors SwitchColors::of(Appearance appearance, Rgb accent, const QList<Rgb
         // out (a mid-dark screen): the track takes the lightness nearest to
         // the accent that stands out, and carries a dark knob.
         colors.on = Contrast::nearestLightness(
-            accent, [&](Rgb track) { return Contrast::lowestRatio(track, screens); }, minimum);
+            accent,
+            [&](Rgb track) {
+                const double luminance = Contrast::luminance(track);
+                double lowest = 21;
+                for (const double screen : std::as_const(screenLuminances))
+                    lowest = std::min(lowest, Contrast::ratioOfLuminances(luminance, screen));
+                return lowest;
+            },
+            minimum);
         colors.onKnob = darkKnob;
     }
     const Translucent grey = system.switchOff;

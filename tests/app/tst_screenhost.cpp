@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "ScreenTour.h"
+#include "resources/ScreenTheme.h"
 #include "themes/Contrast.h"
 
+#include <QDir>
+#include <QImageReader>
 #include <QQmlContext>
 #include <QQmlProperty>
 #include <QSet>
@@ -516,6 +519,42 @@ private slots:
         ScreenTour::run(harness, theme, appearance,
                         [this](const QString &screen, bool popup) { look(screen, popup); });
         QVERIFY2(m_failures.isEmpty(), qPrintable(m_failures.join(u'\n')));
+    }
+
+    // What a start takes from the bundled background pictures without
+    // decoding them must be what they hold: the darkest and lightest spots
+    // that text is made legible against, and the copy decoded ahead of time
+    // for a phone's window.
+    void bundledBackgroundsAreKnown_data()
+    {
+        QTest::addColumn<QString>("name");
+        const QDir images(u":/qt/qml/Tavlo/resources/images"_qs);
+        const QStringList files = images.entryList({u"space*.svg"_qs});
+        QVERIFY(!files.isEmpty());
+        for (const QString &file : files)
+            QTest::newRow(qPrintable(file)) << file.chopped(4);
+    }
+    void bundledBackgroundsAreKnown()
+    {
+        QFETCH(QString, name);
+        const QUrl picture = ScreenTheme::imageUrl(name);
+        const auto known = ScreenTheme::knownExtremes(picture);
+        QVERIFY2(known, qPrintable(name + u" is not written down"_qs));
+        QCOMPARE(known->first, ScreenTheme::pictureExtremes(picture).first);
+        QCOMPARE(known->second, ScreenTheme::pictureExtremes(picture).second);
+
+        // Main.qml's window, and the background's decoding size in it.
+        const QSize phone = QSize(390, 844) / 16;
+        const QUrl copy = ScreenTheme::drawnAheadUrl(picture, phone.width(), phone.height());
+        QImageReader reader(u':' + picture.path());
+        reader.setScaledSize(phone);
+        const QImage drawn = reader.read();
+        const QImage kept = QImage(u':' + copy.path()).convertToFormat(drawn.format());
+        if (kept != drawn)
+            drawn.save(copy.fileName());
+        QVERIFY2(kept == drawn,
+                 qPrintable(copy.fileName() + u" differs from its picture; the "
+                                              u"right one is in the test's folder"_qs));
     }
 };
 

@@ -17,7 +17,105 @@
 #include <libebook/libebook.h>
 #pragma pop_macro("signals")
 
+#include <QLibrary>
+
 using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+// The client library brings dozens of libraries of its own (HTTP, crypto,
+// phone numbers, databases): loading and relocating them took longer than
+// drawing the first frame, and held megabytes, in every start, while most
+// starts never read an address book. It is opened when one is first read.
+// GLib itself is loaded with Qt; GObject comes with the library.
+#define TAVLO_EBOOK_FUNCTIONS(X)                                                                   \
+    X(e_book_client_connect)                                                                       \
+    X(e_book_client_connect_finish)                                                                \
+    X(e_book_client_get_type)                                                                      \
+    X(e_book_client_get_view)                                                                      \
+    X(e_book_client_get_view_finish)                                                               \
+    X(e_book_client_view_start)                                                                    \
+    X(e_book_client_view_stop)                                                                     \
+    X(e_book_query_any_field_contains)                                                             \
+    X(e_book_query_to_string)                                                                      \
+    X(e_book_query_unref)                                                                          \
+    X(e_contact_get_const)                                                                         \
+    X(e_contact_get_type)                                                                          \
+    X(e_source_get_display_name)                                                                   \
+    X(e_source_get_type)                                                                           \
+    X(e_source_get_uid)                                                                            \
+    X(e_source_has_extension)                                                                      \
+    X(e_source_registry_check_enabled)                                                             \
+    X(e_source_registry_list_enabled)                                                              \
+    X(e_source_registry_new)                                                                       \
+    X(e_source_registry_new_finish)                                                                \
+    X(e_vcard_get_type)                                                                            \
+    X(e_vcard_to_string)                                                                           \
+    X(g_object_ref)                                                                                \
+    X(g_object_unref)                                                                              \
+    X(g_signal_connect_data)                                                                       \
+    X(g_signal_handlers_disconnect_matched)                                                        \
+    X(g_type_check_instance_cast)
+
+struct ClientLibrary
+{
+#define TAVLO_EBOOK_POINTER(name) decltype(&::name) name = nullptr;
+    TAVLO_EBOOK_FUNCTIONS(TAVLO_EBOOK_POINTER)
+#undef TAVLO_EBOOK_POINTER
+
+    // Whether the library and every function are there; tried once.
+    bool load()
+    {
+        static const bool found = [this] {
+            QLibrary library(u"ebook-1.2"_s, 21);
+            if (!library.load())
+                return false;
+            bool all = true;
+#define TAVLO_EBOOK_RESOLVE(name)                                                                  \
+    name = reinterpret_cast<decltype(name)>(library.resolve(#name));                               \
+    all = all && name;
+            TAVLO_EBOOK_FUNCTIONS(TAVLO_EBOOK_RESOLVE)
+#undef TAVLO_EBOOK_RESOLVE
+            return all;
+        }();
+        return found;
+    }
+};
+
+ClientLibrary ebook;
+
+} // namespace
+
+// Every call below, including those in GLib's and the library's macros,
+// goes through the pointers; none is made before load() succeeded.
+#define e_book_client_connect (ebook.e_book_client_connect)
+#define e_book_client_connect_finish (ebook.e_book_client_connect_finish)
+#define e_book_client_get_type (ebook.e_book_client_get_type)
+#define e_book_client_get_view (ebook.e_book_client_get_view)
+#define e_book_client_get_view_finish (ebook.e_book_client_get_view_finish)
+#define e_book_client_view_start (ebook.e_book_client_view_start)
+#define e_book_client_view_stop (ebook.e_book_client_view_stop)
+#define e_book_query_any_field_contains (ebook.e_book_query_any_field_contains)
+#define e_book_query_to_string (ebook.e_book_query_to_string)
+#define e_book_query_unref (ebook.e_book_query_unref)
+#define e_contact_get_const (ebook.e_contact_get_const)
+#define e_contact_get_type (ebook.e_contact_get_type)
+#define e_source_get_display_name (ebook.e_source_get_display_name)
+#define e_source_get_type (ebook.e_source_get_type)
+#define e_source_get_uid (ebook.e_source_get_uid)
+#define e_source_has_extension (ebook.e_source_has_extension)
+#define e_source_registry_check_enabled (ebook.e_source_registry_check_enabled)
+#define e_source_registry_list_enabled (ebook.e_source_registry_list_enabled)
+#define e_source_registry_new (ebook.e_source_registry_new)
+#define e_source_registry_new_finish (ebook.e_source_registry_new_finish)
+#define e_vcard_get_type (ebook.e_vcard_get_type)
+#define e_vcard_to_string (ebook.e_vcard_to_string)
+#undef g_object_ref
+#define g_object_ref(object) ((ebook.g_object_ref)(object))
+#define g_object_unref (ebook.g_object_unref)
+#define g_signal_connect_data (ebook.g_signal_connect_data)
+#define g_signal_handlers_disconnect_matched (ebook.g_signal_handlers_disconnect_matched)
+#define g_type_check_instance_cast (ebook.g_type_check_instance_cast)
 
 namespace {
 
@@ -360,6 +458,11 @@ void EvolutionAddressBooks::start()
     if (!eventLoopRunsGlib()) {
         // Qt built without GLib, or QT_NO_GLIB set: no answer would arrive.
         d->log(u"evolution-data-server: the event loop does not run GLib's"_s);
+        d->registryFailed = true;
+        return;
+    }
+    if (!ebook.load()) {
+        d->log(u"evolution-data-server: its client library libebook-1.2 is not installed"_s);
         d->registryFailed = true;
         return;
     }
