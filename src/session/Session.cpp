@@ -14,6 +14,8 @@ Session::Session(SettingsStore &settings, const Clock &clock, QStringList prefer
     FavoritesStore::setChangeListener([this](const QList<Favorite> &list) {
         if (const QString problem = calendar.update(list); !problem.isEmpty())
             DebugLog::line(problem);
+        if (favoritesStored)
+            favoritesStored();
     });
 }
 

@@ -48,6 +48,14 @@ class SetViewController : public ScreenController
     // "Birthdays from contacts", and one line on how following goes.
     Q_PROPERTY(bool followContactsOn READ followContactsOn NOTIFY changed)
     Q_PROPERTY(QString followContactsStatus READ followContactsStatus NOTIFY followStatusChanged)
+    // The sync row and its dialog: whether an account is set up, its server
+    // and user, whether a sync or setup runs, and one line on how it went.
+    Q_PROPERTY(bool syncAvailable READ syncAvailable CONSTANT)
+    Q_PROPERTY(bool syncAccount READ syncAccount NOTIFY syncChanged)
+    Q_PROPERTY(bool syncBusy READ syncBusy NOTIFY syncChanged)
+    Q_PROPERTY(QString syncServer READ syncServer NOTIFY syncChanged)
+    Q_PROPERTY(QString syncUser READ syncUser NOTIFY syncChanged)
+    Q_PROPERTY(QString syncStatus READ syncStatus NOTIFY syncChanged)
 
 public:
     explicit SetViewController(Session &session, QObject *parent = nullptr);
@@ -72,6 +80,12 @@ public:
     bool calendarOn() const;
     bool followContactsOn() const;
     QString followContactsStatus() const;
+    bool syncAvailable() const;
+    bool syncAccount() const;
+    bool syncBusy() const;
+    QString syncServer() const;
+    QString syncUser() const;
+    QString syncStatus() const;
 
     // Opens a link with the desktop's handler and tells whether it did
     // (QDesktopServices::openUrl unless replaced).
@@ -102,6 +116,11 @@ public:
     Q_INVOKABLE void switchCalendarValue(bool on);
     // "Birthdays from contacts".
     Q_INVOKABLE void switchFollowContactsValue(bool on);
+    // The sync dialog's buttons. Setting up finds the address book from
+    // `server` as the command line does; its outcome comes as syncChanged.
+    Q_INVOKABLE void syncSetUp(const QString &server, const QString &user, const QString &password);
+    Q_INVOKABLE void syncNow();
+    Q_INVOKABLE void syncRemove();
 
 signals:
     void changed();
@@ -109,6 +128,7 @@ signals:
     void infoVisibleChanged();
     void dimmedChanged();
     void followStatusChanged();
+    void syncChanged();
     void screenRequested(const QString &identifier);
     // A rating request would be shown now, if the platform had one.
 
@@ -121,5 +141,7 @@ private:
     bool m_infoVisible = false;
     bool m_dimmed = false;
     UrlOpener m_openUrl;
+    // What the last setup or removal in the dialog came to, until the next.
+    QString m_syncProblem;
     StoreLinks::Platform m_platform = StoreLinks::current();
 };
