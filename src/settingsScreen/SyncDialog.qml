@@ -113,6 +113,7 @@ Alert {
             text: dialog.controller.texts.SyncSetUp
             tint: dialog.theme.labelColor
             font.weight: Font.DemiBold
+            opacity: enabled ? 1 : 0.45
             enabled: !dialog.controller.syncBusy && serverField.text.length > 0
                      && userField.text.length > 0 && passwordField.text.length > 0
             onClicked: dialog.controller.syncSetUp(serverField.text, userField.text,

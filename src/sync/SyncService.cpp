@@ -269,6 +269,7 @@ QString SyncService::plainProblem(const QString &problem, const UiStrings &strin
         {u"cannot reach the server"_s, UiText::SyncUnreachable},
         {u"the server refused the login"_s, UiText::SyncLoginRefused},
         {u"no Secret Service"_s, UiText::SyncNoPasswordStore},
+        {u"no password is kept"_s, UiText::SyncNoPassword},
         {u"no CardDAV address books found"_s, UiText::SyncNoAddressBook},
         {u"could not save"_s, UiText::SyncNotSaved},
     };

@@ -276,6 +276,9 @@ const std::array<Row, UiTextCount> &rows()
          u"Не удалось сохранить избранное на этом устройстве"_s},
         {u"The sync did not finish: %1"_s, u"Der Abgleich wurde nicht beendet: %1"_s,
          u"Синхронизация не завершена: %1"_s},
+        {u"No password is kept for this account: set it up again"_s,
+         u"Für dieses Konto ist kein Passwort gespeichert: bitte neu einrichten"_s,
+         u"Для этой учётной записи не сохранён пароль: настройте её заново"_s},
     }};
     return table;
 }

@@ -188,13 +188,14 @@ public:
         SyncNoAddressBook,       // 168
         SyncNotSaved,            // 169
         SyncFailed,              // 170: %1 the problem in the system's words
+        SyncNoPassword,          // 171
     };
     Q_ENUM(UiText)
 };
 
 using UiText = UiTexts::UiText;
 
-inline constexpr int UiTextCount = 170;
+inline constexpr int UiTextCount = 171;
 
 // The process-wide table of interface texts. It starts out English; applying
 // German or Russian overwrites every entry. Applying English changes nothing,
