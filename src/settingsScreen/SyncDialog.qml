@@ -70,9 +70,12 @@ Alert {
             inputMethodHints: Qt.ImhSensitiveData | Qt.ImhNoPredictiveText
             onAccepted: setUpButton.clicked()
         }
-        RowLayout {
+        // One above the other: side by side they do not fit in every
+        // language at 360 px.
+        ColumnLayout {
             Layout.fillWidth: true
             visible: dialog.controller.syncAccount
+            spacing: 0
 
             TextButton {
                 objectName: "btnSyncNow"
