@@ -129,7 +129,7 @@ int xandikos(QTextStream &out, const QString &folder)
     sender.favorites.appendMany(favorites);
     QElapsedTimer timer;
     timer.start();
-    SyncOutcome outcome = sender.sync(account, {}, 600000);
+    SyncOutcome outcome = sender.sync(account, {}, 2400000);
     out << "first sync sending " << cards << " cards: " << timer.elapsed() << " ms, "
         << SyncEngine::summary(outcome.counts) << (outcome.ok ? "" : ", failed") << '\n';
     SyncDevice device(folder + u"/device"_s);
@@ -165,9 +165,13 @@ void appSyncing(QTextStream &out, const QString &tavlo, const QString &folder,
     setup.start(tavlo, {u"sync"_s, u"setup"_s, account.addressBook.toString(), account.user});
     setup.write(account.password.toUtf8() + '\n');
     setup.closeWriteChannel();
-    setup.waitForFinished(60000);
+    // The proxy in this process forwards its requests meanwhile.
+    QTest::qWaitFor([&setup] { return setup.state() == QProcess::NotRunning; }, 120000);
     out << "app: set up: " << setup.readAllStandardOutput().trimmed()
         << setup.readAllStandardError().trimmed() << '\n';
+    out.flush();
+    if (setup.exitStatus() != QProcess::NormalExit || setup.exitCode() != 0)
+        return;
     const QString conf = folder + u"/config/tavlo/tavlo.conf"_s;
     // How the last sync ended, as the settings row reads it.
     const auto lastDone = [&conf] {
@@ -193,9 +197,10 @@ void appSyncing(QTextStream &out, const QString &tavlo, const QString &folder,
         const qint64 syncedMs = timer.elapsed();
         QTest::qWait(1000);
         app.terminate();
-        app.waitForFinished(20000);
+        QTest::qWaitFor([&app] { return app.state() == QProcess::NotRunning; }, 20000);
         out << "app, " << what << ": ended " << syncedMs << " ms after start (" << lastDone()
             << ")\n";
+        out.flush();
         for (const QByteArray &line : app.readAllStandardError().split('\n')) {
             if (line.startsWith("stall"))
                 out << "  " << line << '\n';

@@ -604,8 +604,11 @@ void SyncEngine::fail(const QString &problem)
 
 void SyncEngine::finish()
 {
-    // A state write still under way ends before the lock is let go.
+    // A state write still under way ends before the lock is let go, and
+    // one that failed makes the sync fail.
     QtConcurrent::run(&m_stateWrites, [] {}).then(this, [this] {
+        if (m_failed)
+            m_outcome.ok = false;
         m_lock.reset();
         if (m_done)
             std::exchange(m_done, {})(m_outcome);

@@ -157,7 +157,9 @@ void SyncService::ended(const SyncOutcome &outcome)
         batch.finish();
     } else {
         m_settings.set(syncProblem, outcome.problem);
-        if (!m_reachability && hasAccount())
+        // Again after a while, whatever went wrong; sooner when the
+        // network comes back.
+        if (hasAccount())
             m_retry.start();
     }
     emit busyChanged();

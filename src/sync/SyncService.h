@@ -19,8 +19,8 @@ class SettingsStore;
 // removed, and synced, by itself while the app runs. At start; a few
 // seconds after the favorites change here (one sync at a time: a change
 // during a sync makes one more after it); and, after a sync that failed,
-// when the network comes back (the system's reachability, where Qt has a
-// backend for it) or else after a while. Every step is asynchronous.
+// a few minutes later, or as soon as the network comes back (the system's
+// reachability, where Qt has a backend for it). Every step is asynchronous.
 class SyncService : public QObject
 {
     Q_OBJECT
@@ -32,8 +32,7 @@ public:
     // "%1 (conflict copy)" in the interface language as it is at each sync.
     void setConflictName(std::function<QString()> pattern) { m_conflictName = std::move(pattern); }
     void setToday(std::function<QDate()> today) { m_today = std::move(today); }
-    // The wait after a change and, without reachability, before a sync that
-    // failed is tried again.
+    // The wait after a change, and before a sync that failed is tried again.
     void setDelays(int afterChangeMs, int retryMs);
     void setTimeout(int milliseconds) { m_timeoutMs = milliseconds; }
 
