@@ -2,9 +2,14 @@
 // Sync with 5,000 cards on a real Radicale on loopback: the first sync of a
 // new device, a sync with nothing changed (time and requests), sending one
 // change, and the memory the first sync takes. Prints figures; run by hand:
-//   build/bench/sync_5000
+//   build/bench/sync_5000                  Radicale
+//   build/bench/sync_5000 xandikos         Xandikos, filled by a first sync
+//   build/bench/sync_5000 app build/tavlo  the app syncing the 5,000 cards
+//                                          from Radicale, with its hold-ups
+//                                          of the interface thread
 #include "CardDavServer.h"
 #include "FaultProxy.h"
+#include "SecretServiceBus.h"
 #include "SyncHarness.h"
 
 #include <QCoreApplication>
@@ -13,6 +18,7 @@
 #include <QFile>
 #include <QTemporaryDir>
 #include <QTextStream>
+#include <algorithm>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -56,6 +62,152 @@ void fillRadicale(const QString &folder)
     }
 }
 
+// The middle of `values`.
+qint64 median(QList<qint64> values)
+{
+    std::sort(values.begin(), values.end());
+    return values.value(values.size() / 2);
+}
+
+// Syncs with nothing changed, seven times, and where the time goes: the
+// server's own answer to the one request, asked the same way.
+void unchanged(QTextStream &out, SyncDevice &device, const SyncAccount &account,
+               const FaultProxy &counter)
+{
+    constexpr int runs = 7;
+    QElapsedTimer timer;
+    QList<qint64> syncs;
+    int requests = 0;
+    for (int i = 0; i < runs; ++i) {
+        const int before = counter.requests();
+        timer.restart();
+        device.sync(account);
+        syncs.append(timer.elapsed());
+        requests = std::max(requests, counter.requests() - before);
+    }
+    out << "sync with nothing changed: median " << median(syncs) << " ms (" << syncs.first()
+        << " to " << *std::max_element(syncs.cbegin(), syncs.cend()) << "), at most " << requests
+        << " request(s)\n";
+    timer.restart();
+    const SyncState state = SyncState::read(device.statePath);
+    out << "  of which reading the sync state (" << state.entries.size()
+        << " cards): " << timer.elapsed() << " ms\n";
+    AddressBookView view(account.addressBook, account.user, account.password);
+    QList<qint64> answers;
+    for (int i = 0; i < runs; ++i) {
+        timer.restart();
+        view.request("REPORT", account.addressBook, DavXml::syncCollection(state.syncToken),
+                     {{"Depth", "0"}});
+        answers.append(timer.elapsed());
+    }
+    out << "  the server's own answer to that request: median " << median(answers) << " ms\n";
+}
+
+// Xandikos keeps its cards in git: filled through a first sync that sends
+// 5,000 favorites.
+int xandikos(QTextStream &out, const QString &folder)
+{
+    QString whyNot;
+    auto server = CardDavServer::start(CardDavServer::Kind::Xandikos, folder, &whyNot);
+    if (!server) {
+        out << "Xandikos cannot start: " << whyNot << '\n';
+        return 77;
+    }
+    FaultProxy counter(server->port());
+    SyncAccount account;
+    QUrl home = server->home();
+    home.setPort(counter.port());
+    account.addressBook = newAddressBook(home, u"bench"_s, server->user(), server->password());
+    account.user = server->user();
+    account.password = server->password();
+    SyncDevice sender(folder + u"/sender"_s);
+    QList<Favorite> favorites;
+    for (int i = 0; i < cards; ++i)
+        favorites.append(
+            Favorite(u"Number %1 Person"_s.arg(i),
+                     u"%1 %2 %3"_s.arg(1 + i % 28).arg(1 + i % 12).arg(1940 + i % 70)));
+    sender.favorites.appendMany(favorites);
+    QElapsedTimer timer;
+    timer.start();
+    SyncOutcome outcome = sender.sync(account, {}, 2400000);
+    out << "first sync sending " << cards << " cards: " << timer.elapsed() << " ms, "
+        << SyncEngine::summary(outcome.counts) << (outcome.ok ? "" : ", failed") << '\n';
+    SyncDevice device(folder + u"/device"_s);
+    const int before = counter.requests();
+    timer.restart();
+    outcome = device.sync(account, {}, 600000);
+    out << "first sync of a new device: " << timer.elapsed() << " ms, "
+        << counter.requests() - before << " requests, " << SyncEngine::summary(outcome.counts)
+        << '\n';
+    unchanged(out, device, account, counter);
+    return 0;
+}
+
+// The app (`tavlo`) set up with the account and started with
+// TAVLO_STALL_TRACE=1 until its first sync has ended, then once more for a
+// sync with nothing changed: what it writes of hold-ups over 50 ms.
+void appSyncing(QTextStream &out, const QString &tavlo, const QString &folder,
+                const SyncAccount &account)
+{
+    SecretServiceBus bus(folder + u"/bus"_s);
+    if (!bus.ok()) {
+        out << "no Secret Service here: " << bus.whyNot() << '\n';
+        return;
+    }
+    QProcessEnvironment environment = bus.environment();
+    environment.insert(u"XDG_CONFIG_HOME"_s, folder + u"/config"_s);
+    environment.insert(u"XDG_DATA_HOME"_s, folder + u"/data"_s);
+    environment.insert(u"TAVLO_STALL_TRACE"_s, u"1"_s);
+    if (!environment.contains(u"DISPLAY"_s))
+        environment.insert(u"QT_QPA_PLATFORM"_s, u"offscreen"_s);
+    QProcess setup;
+    setup.setProcessEnvironment(environment);
+    setup.start(tavlo, {u"sync"_s, u"setup"_s, account.addressBook.toString(), account.user});
+    setup.write(account.password.toUtf8() + '\n');
+    setup.closeWriteChannel();
+    // The proxy in this process forwards its requests meanwhile.
+    QTest::qWaitFor([&setup] { return setup.state() == QProcess::NotRunning; }, 120000);
+    out << "app: set up: " << setup.readAllStandardOutput().trimmed()
+        << setup.readAllStandardError().trimmed() << '\n';
+    out.flush();
+    if (setup.exitStatus() != QProcess::NormalExit || setup.exitCode() != 0)
+        return;
+    const QString conf = folder + u"/config/tavlo/tavlo.conf"_s;
+    // How the last sync ended, as the settings row reads it.
+    const auto lastDone = [&conf] {
+        QFile file(conf);
+        file.open(QIODevice::ReadOnly);
+        QByteArray found;
+        for (const QByteArray &line : file.readAll().split('\n')) {
+            if (line.startsWith("syncLastDone=") ||
+                (line.startsWith("syncProblem=") && line.size() > 12))
+                found += line + ' ';
+        }
+        return found.trimmed();
+    };
+    for (const char *what : {"first sync of 5,000 cards", "sync with nothing changed"}) {
+        QProcess app;
+        app.setProcessEnvironment(environment);
+        QElapsedTimer timer;
+        timer.start();
+        const QByteArray before = lastDone();
+        app.start(tavlo, {});
+        while (lastDone() == before && timer.elapsed() < 600000)
+            QTest::qWait(20);
+        const qint64 syncedMs = timer.elapsed();
+        QTest::qWait(1000);
+        app.terminate();
+        QTest::qWaitFor([&app] { return app.state() == QProcess::NotRunning; }, 20000);
+        out << "app, " << what << ": ended " << syncedMs << " ms after start (" << lastDone()
+            << ")\n";
+        out.flush();
+        for (const QByteArray &line : app.readAllStandardError().split('\n')) {
+            if (line.startsWith("stall"))
+                out << "  " << line << '\n';
+        }
+    }
+}
+
 } // namespace
 
 int main(int argc, char *argv[])
@@ -63,6 +215,9 @@ int main(int argc, char *argv[])
     QCoreApplication app(argc, argv);
     QTextStream out(stdout);
     QTemporaryDir folder;
+    const QStringList arguments = app.arguments();
+    if (arguments.value(1) == u"xandikos")
+        return xandikos(out, folder.filePath(u"xandikos"_s));
     const QString serverFolder = folder.filePath(u"radicale"_s);
     // The user's htpasswd file first, then the cards.
     QString whyNot;
@@ -97,6 +252,10 @@ int main(int argc, char *argv[])
         out << "(Radicale's first reading of its 5,000 files, through a first sync: "
             << timer.elapsed() << " ms" << (warm.ok ? "" : ", failed") << ")\n";
     }
+    if (arguments.value(1) == u"app") {
+        appSyncing(out, arguments.value(2), folder.filePath(u"app"_s), account);
+        return 0;
+    }
     SyncDevice device(folder.filePath(u"device"_s));
     const int requestsBefore = counter.requests();
     timer.restart();
@@ -113,28 +272,7 @@ int main(int argc, char *argv[])
     out << "peak memory over the start, after the first syncs: "
         << (memoryAfter - memoryAtStart) / 1024.0 << " MB\n";
 
-    for (int i = 0; i < 3; ++i) {
-        const int before = counter.requests();
-        timer.restart();
-        outcome = device.sync(account);
-        out << "sync with nothing changed: " << timer.elapsed() << " ms, "
-            << counter.requests() - before << " request(s)\n";
-    }
-
-    // Where the time of a sync with nothing changed goes.
-    timer.restart();
-    const SyncState state = SyncState::read(device.statePath);
-    out << "  of which reading the sync state (" << state.entries.size()
-        << " cards): " << timer.elapsed() << " ms\n";
-    {
-        AddressBookView view(account.addressBook, account.user, account.password);
-        timer.restart();
-        const DavResponse answer =
-            view.request("REPORT", account.addressBook, DavXml::syncCollection(state.syncToken),
-                         {{"Depth", "0"}});
-        out << "  of which the server's answer to sync-collection: " << timer.elapsed()
-            << " ms (HTTP " << answer.status << ")\n";
-    }
+    unchanged(out, device, account, counter);
 
     device.favorites.load();
     device.favorites.update(0, device.favorites.at(0).name + u" Jr."_s,

@@ -933,5 +933,82 @@ Element: </translation>
         <extracomment>%1 the name</extracomment>
         <translation>%1 hat heute Geburtstag!</translation>
     </message>
+    <message>
+        <source>Sync with CardDAV</source>
+        <extracomment>The settings row that opens the sync account</extracomment>
+        <translation>Mit CardDAV abgleichen</translation>
+    </message>
+    <message>
+        <source>Server address</source>
+        <translation>Serveradresse</translation>
+    </message>
+    <message>
+        <source>User name</source>
+        <translation>Benutzername</translation>
+    </message>
+    <message>
+        <source>Password</source>
+        <translation>Passwort</translation>
+    </message>
+    <message>
+        <source>Set up</source>
+        <extracomment>The button that sets up the sync account</extracomment>
+        <translation>Einrichten</translation>
+    </message>
+    <message>
+        <source>Sync now</source>
+        <translation>Jetzt abgleichen</translation>
+    </message>
+    <message>
+        <source>Remove account</source>
+        <translation>Konto entfernen</translation>
+    </message>
+    <message>
+        <source>Not set up</source>
+        <extracomment>The sync row&apos;s status without an account</extracomment>
+        <translation>Nicht eingerichtet</translation>
+    </message>
+    <message>
+        <source>Syncing…</source>
+        <translation>Wird abgeglichen …</translation>
+    </message>
+    <message>
+        <source>Not synced yet</source>
+        <translation>Noch nicht abgeglichen</translation>
+    </message>
+    <message>
+        <source>Last sync: %1</source>
+        <extracomment>%1 the date and time the last sync ended</extracomment>
+        <translation>Zuletzt abgeglichen: %1</translation>
+    </message>
+    <message>
+        <source>The server could not be reached</source>
+        <translation>Der Server ist nicht erreichbar</translation>
+    </message>
+    <message>
+        <source>The server refused the user name or password</source>
+        <translation>Der Server hat Benutzername oder Passwort abgelehnt</translation>
+    </message>
+    <message>
+        <source>No password store (Secret Service) is running</source>
+        <translation>Es läuft kein Passwortspeicher (Secret Service)</translation>
+    </message>
+    <message>
+        <source>No CardDAV address book was found at this address</source>
+        <translation>Unter dieser Adresse wurde kein CardDAV-Adressbuch gefunden</translation>
+    </message>
+    <message>
+        <source>The favorites could not be saved on this device</source>
+        <translation>Die Favoriten konnten auf diesem Gerät nicht gespeichert werden</translation>
+    </message>
+    <message>
+        <source>The sync did not finish: %1</source>
+        <extracomment>%1 the problem in the system&apos;s words, in English</extracomment>
+        <translation>Der Abgleich wurde nicht beendet: %1</translation>
+    </message>
+    <message>
+        <source>No password is kept for this account: set it up again</source>
+        <translation>Für dieses Konto ist kein Passwort gespeichert: bitte neu einrichten</translation>
+    </message>
 </context>
 </TS>

@@ -955,5 +955,82 @@ Element: </source>
         <extracomment>%1 the name</extracomment>
         <translation>%1 отмечает сегодня день рождения!</translation>
     </message>
+    <message>
+        <source>Sync with CardDAV</source>
+        <extracomment>The settings row that opens the sync account</extracomment>
+        <translation>Синхронизация с CardDAV</translation>
+    </message>
+    <message>
+        <source>Server address</source>
+        <translation>Адрес сервера</translation>
+    </message>
+    <message>
+        <source>User name</source>
+        <translation>Имя пользователя</translation>
+    </message>
+    <message>
+        <source>Password</source>
+        <translation>Пароль</translation>
+    </message>
+    <message>
+        <source>Set up</source>
+        <extracomment>The button that sets up the sync account</extracomment>
+        <translation>Настроить</translation>
+    </message>
+    <message>
+        <source>Sync now</source>
+        <translation>Синхронизировать</translation>
+    </message>
+    <message>
+        <source>Remove account</source>
+        <translation>Удалить учётную запись</translation>
+    </message>
+    <message>
+        <source>Not set up</source>
+        <extracomment>The sync row&apos;s status without an account</extracomment>
+        <translation>Не настроено</translation>
+    </message>
+    <message>
+        <source>Syncing…</source>
+        <translation>Синхронизация…</translation>
+    </message>
+    <message>
+        <source>Not synced yet</source>
+        <translation>Ещё не синхронизировано</translation>
+    </message>
+    <message>
+        <source>Last sync: %1</source>
+        <extracomment>%1 the date and time the last sync ended</extracomment>
+        <translation>Последняя синхронизация: %1</translation>
+    </message>
+    <message>
+        <source>The server could not be reached</source>
+        <translation>Не удалось связаться с сервером</translation>
+    </message>
+    <message>
+        <source>The server refused the user name or password</source>
+        <translation>Сервер отклонил имя пользователя или пароль</translation>
+    </message>
+    <message>
+        <source>No password store (Secret Service) is running</source>
+        <translation>Хранилище паролей (Secret Service) не запущено</translation>
+    </message>
+    <message>
+        <source>No CardDAV address book was found at this address</source>
+        <translation>По этому адресу не найдена адресная книга CardDAV</translation>
+    </message>
+    <message>
+        <source>The favorites could not be saved on this device</source>
+        <translation>Не удалось сохранить избранное на этом устройстве</translation>
+    </message>
+    <message>
+        <source>The sync did not finish: %1</source>
+        <extracomment>%1 the problem in the system&apos;s words, in English</extracomment>
+        <translation>Синхронизация не завершена: %1</translation>
+    </message>
+    <message>
+        <source>No password is kept for this account: set it up again</source>
+        <translation>Для этой учётной записи не сохранён пароль: настройте её заново</translation>
+    </message>
 </context>
 </TS>

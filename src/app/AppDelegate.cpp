@@ -13,12 +13,15 @@
 #include "platform/linux/LinuxReminders.h"
 #include "platform/linux/PortalFileChooser.h"
 #include "platform/linux/PowerWakeups.h"
+#include "platform/linux/SecretServiceVault.h"
 #include "reminders/ReminderScheduler.h"
 #include "resources/AccessibleItems.h"
 #include "resources/BundledFonts.h"
 #include "resources/FallbackFileDialog.h"
 #include "session/Session.h"
 #include "settings/FileSettingsStore.h"
+#include "sync/SyncService.h"
+#include "sync/SyncState.h"
 
 #include <QDBusConnection>
 #include <QDesktopServices>
@@ -95,6 +98,18 @@ int AppDelegate::run(QGuiApplication &app, const Options &options)
     // chooser where one answers, else with the toolkit's dialog.
     PortalFileChooser fileChooser(QDBusConnection::sessionBus());
     session.fileChooser = &fileChooser;
+    // The CardDAV account, synced by itself while the app runs. Favorites
+    // it brings are read into the screens' store before the screens hear.
+    SecretServiceVault vault;
+    SyncService sync(settings, &vault, SyncState::defaultPath());
+    sync.setConflictName([&session] { return session.strings[UiText::SyncConflictCopy]; });
+    sync.setToday([&clock] { return clock.now().date(); });
+    QObject::connect(&sync, &SyncService::favoritesReceived, &sync, [&session] {
+        session.favorites.load();
+        session.updateCalendar(session.favorites.all());
+    });
+    session.sync = &sync;
+    session.favoritesStored = [&sync] { sync.favoritesChanged(); };
     ScreenFactory screens(session);
 
     QQmlApplicationEngine engine;
@@ -129,9 +144,12 @@ int AppDelegate::run(QGuiApplication &app, const Options &options)
         Screenshot::takeAfterFirstFrame(*window, options.screenshotPath);
 
     // A screenshot leaves the user's favorites alone, too.
-    if (remindersOn)
+    if (remindersOn) {
         follower.start();
+        sync.start();
+    }
     const int status = app.exec();
+    session.favoritesStored = {};
     // The last changes reach the disk before we go, and a failure among
     // them is still told (in the debug log, the window being gone).
     settings.waitForWrites();

@@ -18,6 +18,7 @@
 #include "resources/FallbackFileDialog.h"
 #include "session/Session.h"
 #include "settings/SettingsStore.h"
+#include "sync/SyncService.h"
 #include "texts/AccessibleNames.h"
 
 #include <QAccessible>
@@ -41,6 +42,14 @@ FavViewController::FavViewController(Session &session, QObject *parent)
     // Favorites that follow the address books change while the list is open.
     if (m_session.contacts) {
         connect(m_session.contacts, &ContactsFollower::favoritesChanged, this, [this] {
+            applyOrder();
+            reloadRows();
+        });
+    }
+    // So do favorites synced from another device.
+    if (m_session.sync) {
+        connect(m_session.sync, &SyncService::favoritesReceived, this, [this] {
+            m_session.favorites.load();
             applyOrder();
             reloadRows();
         });

@@ -9,13 +9,20 @@ Session::Session(SettingsStore &settings, const Clock &clock, QStringList prefer
     : settings(settings), clock(clock),
       favorites(settings,
                 [this](const QList<Favorite> &list) {
-                    if (const QString problem = calendar.update(list); !problem.isEmpty())
-                        DebugLog::line(problem);
+                    updateCalendar(list);
+                    if (favoritesStored)
+                        favoritesStored();
                 }),
       themes(appearance), preferredLanguages(std::move(preferredLanguages)), appearance(appearance),
       calendar(settings, this->preferredLanguages, clock)
 {
     settings.setFailureHandler([this](const WriteResult &failure) { saveNotice.report(failure); });
+}
+
+void Session::updateCalendar(const QList<Favorite> &list)
+{
+    if (const QString problem = calendar.update(list); !problem.isEmpty())
+        DebugLog::line(problem);
 }
 
 Session::~Session()

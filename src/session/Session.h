@@ -21,6 +21,7 @@ class ContactsFollower;
 class FileChooser;
 class ReminderScheduler;
 class SettingsStore;
+class SyncService;
 
 // What the screens share for the whole run: the stores, the clock, the
 // interface texts and language, the last birth-date results and the theme
@@ -65,6 +66,14 @@ public:
     // The system's file chooser for importing and exporting files; without
     // one (another platform, tests), the toolkit's own dialog.
     FileChooser *fileChooser = nullptr;
+    // Keeps the favorites the same as a CardDAV address book once an
+    // account is set up; none in tests that do without.
+    SyncService *sync = nullptr;
+    // Told after every change of the favorites that reached the store.
+    std::function<void()> favoritesStored;
+    // Brings the phone's birthdays calendar in step with `list`, as after
+    // every change made here; for favorites that came from elsewhere.
+    void updateCalendar(const QList<Favorite> &list);
 
     Language language() const { return m_language; }
     // Decides the language from the device and "preferredL" and fills the

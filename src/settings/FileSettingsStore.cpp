@@ -73,6 +73,17 @@ void FileSettingsStore::waitForWrites()
     tellFailures();
 }
 
+SettingsStore::WrittenCheck FileSettingsStore::untilWritten()
+{
+    if (!m_thread.joinable())
+        return SettingsStore::untilWritten();
+    return [this, change = m_handedOver] {
+        std::unique_lock lock(m_mutex);
+        m_idle.wait(lock, [&] { return m_writtenChange >= change || (!m_pending && !m_writing); });
+        return m_writtenChange >= change ? WriteResult() : m_lastFailure;
+    };
+}
+
 void FileSettingsStore::tellFailures()
 {
     QList<WriteResult> failures;
@@ -423,6 +434,7 @@ void FileSettingsStore::runWriter()
             ::close(handle);
         m_writing = false;
         if (result) {
+            m_writtenChange = std::max(m_writtenChange, write.change);
             // What changed after this state stays to be written, and is
             // merged from where this write left it.
             for (auto it = m_unsaved.begin(); it != m_unsaved.end();) {
@@ -435,13 +447,14 @@ void FileSettingsStore::runWriter()
             }
             m_seen = m_diskVersion;
         } else {
+            m_lastFailure = result;
             m_failures.append(result);
             QMetaObject::invokeMethod(
                 m_home.get(), [this] { tellFailures(); }, Qt::QueuedConnection);
         }
         write.values = {};
-        if (!m_pending)
-            m_idle.notify_all();
+        // Those waiting for this write, and those waiting for all of them.
+        m_idle.notify_all();
     }
 }
 

@@ -77,6 +77,9 @@ public:
     // return at once (reporting success: a failure comes later, through the
     // failure handler, on this thread's event loop).
     void writeInBackground();
+    // Without a writer thread, as the plain store; with one, until the
+    // write of the last change handed over so far has ended.
+    WrittenCheck untilWritten() override;
     // Waits until every change handed over is on the disk or has failed,
     // and tells the failure handler of failures not yet told. The app calls
     // it before it quits; the destructor does too.
@@ -183,6 +186,9 @@ private:
         // The damaged file to keep first, if it is not kept yet.
         QByteArray damagedText;
     };
+    // The newest change on the disk, and the last write that failed.
+    quint64 m_writtenChange = 0;
+    WriteResult m_lastFailure;
     std::optional<Write> m_pending;
     bool m_writing = false;
     bool m_stopping = false;

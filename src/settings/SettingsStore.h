@@ -73,6 +73,16 @@ public:
         Q_UNUSED(merge);
     }
 
+    // Waits, on whichever thread calls it, until the changes made here so
+    // far have reached the disk, and says whether they did: for a file of
+    // another kind that must never be ahead of the settings (the sync
+    // state). Stores that write at once are there already.
+    using WrittenCheck = std::function<WriteResult()>;
+    virtual WrittenCheck untilWritten()
+    {
+        return [] { return WriteResult(); };
+    }
+
     // How the stored settings read; a store without a file is always sound.
     virtual StoredState storedState() const { return {}; }
 

@@ -7,10 +7,12 @@
 #include "settings/InfoPanelText.h"
 #include "settings/ReminderTiming.h"
 #include "settings/SettingsStore.h"
+#include "sync/SyncService.h"
 #include "texts/AccessibleNames.h"
 #include "themes/Contrast.h"
 
 #include <QDesktopServices>
+#include <QPointer>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -22,6 +24,10 @@ SetViewController::SetViewController(Session &session, QObject *parent)
     if (m_session.contacts) {
         connect(m_session.contacts, &ContactsFollower::statusChanged, this,
                 &SetViewController::followStatusChanged);
+    }
+    if (m_session.sync) {
+        connect(m_session.sync, &SyncService::statusChanged, this, &SetViewController::syncChanged);
+        connect(m_session.sync, &SyncService::busyChanged, this, &SetViewController::syncChanged);
     }
 }
 
@@ -252,4 +258,80 @@ void SetViewController::switchFollowContactsValue(bool on)
         m_session.settings.set(SettingsKeys::followContacts, on);
     emit changed();
     emit followStatusChanged();
+}
+
+bool SetViewController::syncAvailable() const
+{
+    return m_session.sync != nullptr;
+}
+
+bool SetViewController::syncAccount() const
+{
+    return m_session.sync && m_session.sync->hasAccount();
+}
+
+bool SetViewController::syncBusy() const
+{
+    return m_session.sync && m_session.sync->busy();
+}
+
+QString SetViewController::syncServer() const
+{
+    return m_session.sync ? m_session.sync->server() : QString();
+}
+
+QString SetViewController::syncUser() const
+{
+    return m_session.sync ? m_session.sync->user() : QString();
+}
+
+QString SetViewController::syncStatus() const
+{
+    if (!m_session.sync)
+        return {};
+    if (!m_syncProblem.isEmpty() && !m_session.sync->busy())
+        return SyncService::plainProblem(m_syncProblem, m_session.strings);
+    return m_session.sync->status(m_session.strings, m_session.formatLocale);
+}
+
+void SetViewController::syncSetUp(const QString &server, const QString &user,
+                                  const QString &password)
+{
+    if (!m_session.sync)
+        return;
+    m_syncProblem.clear();
+    const QPointer<SetViewController> self = this;
+    m_session.sync->setUp(QUrl::fromUserInput(server.trimmed()), user.trimmed(), password,
+                          [self](const QString &problem) {
+                              if (!self)
+                                  return;
+                              self->m_syncProblem = problem;
+                              emit self->syncChanged();
+                              const QString said = self->syncStatus();
+                              emit self->announcement(said);
+                          });
+    emit syncChanged();
+}
+
+void SetViewController::syncNow()
+{
+    m_syncProblem.clear();
+    if (m_session.sync)
+        m_session.sync->syncNow();
+    emit syncChanged();
+}
+
+void SetViewController::syncRemove()
+{
+    if (!m_session.sync)
+        return;
+    m_syncProblem.clear();
+    const QPointer<SetViewController> self = this;
+    m_session.sync->remove([self](const QString &problem) {
+        if (!self)
+            return;
+        self->m_syncProblem = problem;
+        emit self->syncChanged();
+        emit self->announcement(self->syncStatus());
+    });
 }

@@ -45,6 +45,14 @@ class SetViewController : public ScreenController
     // "Birthdays from contacts", and one line on how following goes.
     Q_PROPERTY(bool followContactsOn READ followContactsOn NOTIFY changed)
     Q_PROPERTY(QString followContactsStatus READ followContactsStatus NOTIFY followStatusChanged)
+    // The sync row and its dialog: whether an account is set up, its server
+    // and user, whether a sync or setup runs, and one line on how it went.
+    Q_PROPERTY(bool syncAvailable READ syncAvailable CONSTANT)
+    Q_PROPERTY(bool syncAccount READ syncAccount NOTIFY syncChanged)
+    Q_PROPERTY(bool syncBusy READ syncBusy NOTIFY syncChanged)
+    Q_PROPERTY(QString syncServer READ syncServer NOTIFY syncChanged)
+    Q_PROPERTY(QString syncUser READ syncUser NOTIFY syncChanged)
+    Q_PROPERTY(QString syncStatus READ syncStatus NOTIFY syncChanged)
 
 public:
     explicit SetViewController(Session &session, QObject *parent = nullptr);
@@ -67,6 +75,12 @@ public:
     bool calendarOn() const;
     bool followContactsOn() const;
     QString followContactsStatus() const;
+    bool syncAvailable() const;
+    bool syncAccount() const;
+    bool syncBusy() const;
+    QString syncServer() const;
+    QString syncUser() const;
+    QString syncStatus() const;
 
     // Opens a link with the desktop's handler and tells whether it did
     // (QDesktopServices::openUrl unless replaced).
@@ -97,12 +111,18 @@ public:
     Q_INVOKABLE void switchCalendarValue(bool on);
     // "Birthdays from contacts".
     Q_INVOKABLE void switchFollowContactsValue(bool on);
+    // The sync dialog's buttons. Setting up finds the address book from
+    // `server` as the command line does; its outcome comes as syncChanged.
+    Q_INVOKABLE void syncSetUp(const QString &server, const QString &user, const QString &password);
+    Q_INVOKABLE void syncNow();
+    Q_INVOKABLE void syncRemove();
 
 signals:
     void changed();
     void secretChanged();
     void infoVisibleChanged();
     void followStatusChanged();
+    void syncChanged();
 
 private:
     void applyTheme();
@@ -112,5 +132,7 @@ private:
     bool m_secretVisible = false;
     bool m_infoVisible = false;
     UrlOpener m_openUrl;
+    // What the last setup or removal in the dialog came to, until the next.
+    QString m_syncProblem;
     StoreLinks::Platform m_platform = StoreLinks::current();
 };

@@ -11,8 +11,9 @@ Item {
     required property SetViewController controller
     readonly property color labelColor: controller.theme.labelColor
 
-    // No dialog covers this screen; its info panel hides what lies under it.
-    readonly property bool covered: false
+    // Only the sync dialog covers this screen; its info panel hides what
+    // lies under it.
+    readonly property bool covered: syncDialog.visible
 
     signal screenRequested(string identifier)
 
@@ -191,6 +192,31 @@ Item {
                 color: root.labelColor
                 font.pixelSize: 13
                 wrapMode: Text.Wrap
+                Accessible.role: Accessible.StaticText
+                Accessible.name: text
+            }
+
+            TextButton {
+                id: btnSync
+
+                objectName: "btnSync"
+                Layout.alignment: Qt.AlignRight
+                visible: root.controller.syncAvailable
+                text: root.controller.texts.SyncRow + "  ›"
+                textColor: root.labelColor
+                pixelSize: 17
+                Accessible.name: root.controller.texts.SyncRow + ": " + root.controller.syncStatus
+                onClicked: syncDialog.open()
+            }
+            Text {
+                objectName: "lblSyncStatus"
+                Layout.fillWidth: true
+                visible: root.controller.syncAvailable
+                text: root.controller.syncStatus
+                color: root.labelColor
+                font.pixelSize: 13
+                wrapMode: Text.Wrap
+                horizontalAlignment: Text.AlignRight
                 Accessible.role: Accessible.StaticText
                 Accessible.name: text
             }
@@ -396,6 +422,13 @@ Item {
         onClicked: root.controller.infoPressed()
     }
 
+
+    SyncDialog {
+        id: syncDialog
+
+        controller: root.controller
+        focusAfterwards: btnSync
+    }
 
     Rectangle {
         objectName: "dimOverlay"

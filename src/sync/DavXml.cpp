@@ -3,6 +3,8 @@
 
 #include <QXmlStreamReader>
 #include <QXmlStreamWriter>
+#include <initializer_list>
+#include <utility>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -129,6 +131,20 @@ void startDocument(QXmlStreamWriter &xml)
     xml.writeNamespace(carddav, u"C"_s);
 }
 
+// A PROPFIND asking for `properties` (namespace, name).
+QByteArray propfind(std::initializer_list<std::pair<QString, QString>> properties)
+{
+    QByteArray out;
+    QXmlStreamWriter xml(&out);
+    startDocument(xml);
+    xml.writeStartElement(dav, u"propfind"_s);
+    xml.writeStartElement(dav, u"prop"_s);
+    for (const auto &[space, name] : properties)
+        xml.writeEmptyElement(space, name);
+    xml.writeEndDocument();
+    return out;
+}
+
 } // namespace
 
 namespace DavXml {
@@ -155,31 +171,16 @@ std::optional<DavMultistatus> readMultistatus(const QByteArray &body)
 
 QByteArray discoveryProperties()
 {
-    QByteArray out;
-    QXmlStreamWriter xml(&out);
-    startDocument(xml);
-    xml.writeStartElement(dav, u"propfind"_s);
-    xml.writeStartElement(dav, u"prop"_s);
-    xml.writeEmptyElement(dav, u"resourcetype"_s);
-    xml.writeEmptyElement(dav, u"displayname"_s);
-    xml.writeEmptyElement(dav, u"current-user-principal"_s);
-    xml.writeEmptyElement(carddav, u"addressbook-home-set"_s);
-    xml.writeEmptyElement(carddav, u"supported-address-data"_s);
-    xml.writeEndDocument();
-    return out;
+    return propfind({{dav, u"resourcetype"_s},
+                     {dav, u"displayname"_s},
+                     {dav, u"current-user-principal"_s},
+                     {carddav, u"addressbook-home-set"_s},
+                     {carddav, u"supported-address-data"_s}});
 }
 
 QByteArray etagProperties()
 {
-    QByteArray out;
-    QXmlStreamWriter xml(&out);
-    startDocument(xml);
-    xml.writeStartElement(dav, u"propfind"_s);
-    xml.writeStartElement(dav, u"prop"_s);
-    xml.writeEmptyElement(dav, u"resourcetype"_s);
-    xml.writeEmptyElement(dav, u"getetag"_s);
-    xml.writeEndDocument();
-    return out;
+    return propfind({{dav, u"resourcetype"_s}, {dav, u"getetag"_s}});
 }
 
 QByteArray syncCollection(const QString &token)

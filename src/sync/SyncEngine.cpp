@@ -7,7 +7,9 @@
 #include <QDateTime>
 #include <QDir>
 #include <QFileInfo>
+#include <QFuture>
 #include <QSet>
+#include <QtConcurrent/QtConcurrentRun>
 #include <algorithm>
 
 using namespace Qt::Literals::StringLiterals;
@@ -61,17 +63,33 @@ QList<Favorite> sameEdits(const QList<Favorite> &before, const QList<Favorite> &
 
 SyncEngine::SyncEngine(SettingsStore &settings, QString statePath, SyncAccount account,
                        QObject *parent)
-    : QObject(parent), m_favorites(settings), m_statePath(std::move(statePath)),
-      m_account(std::move(account)),
+    : QObject(parent), m_settings(settings), m_favorites(settings),
+      m_statePath(std::move(statePath)), m_account(std::move(account)),
       m_client(new DavClient(m_account.user, m_account.password, this)),
       m_today(QDate::currentDate())
 {
     QString path = m_account.addressBook.path();
     if (!path.endsWith(u'/'))
         m_account.addressBook.setPath(path + u'/');
+    m_stateWrites.setMaxThreadCount(1);
 }
 
+// The pool waits for a state write under way before it goes.
 SyncEngine::~SyncEngine() = default;
+
+template <typename Work, typename Then>
+void SyncEngine::offThread(Work work, Then then)
+{
+    QtConcurrent::run(std::move(work)).then(this, std::move(then));
+}
+
+void SyncEngine::readAnswer(const QByteArray &body,
+                            std::function<void(const std::optional<DavMultistatus> &)> then)
+{
+    offThread(
+        [body] { return DavXml::readMultistatus(body); },
+        [then = std::move(then)](const std::optional<DavMultistatus> &answer) { then(answer); });
+}
 
 QString SyncEngine::summary(const SyncCounts &counts)
 {
@@ -118,16 +136,20 @@ void SyncEngine::start(Done done)
                   : u"cannot lock %1.lock"_s.arg(m_statePath));
         return;
     }
-    QString problem;
-    m_state = SyncState::read(m_statePath, &problem);
-    const QString book = m_account.addressBook.toString();
-    if (m_state.addressBook != book) {
-        // Another address book, or none yet: what is known of cards starts
-        // afresh; favorites and cards are paired again by UID and content.
-        m_state = SyncState();
-        m_state.addressBook = book;
-    }
-    listChanges();
+    offThread([path = m_statePath] { return SyncState::read(path); },
+              [this](const SyncState &state) {
+                  m_state = state;
+                  m_saved = state;
+                  const QString book = m_account.addressBook.toString();
+                  if (m_state.addressBook != book) {
+                      // Another address book, or none yet: what is known of
+                      // cards starts afresh; favorites and cards are paired
+                      // again by UID and content.
+                      m_state = SyncState();
+                      m_state.addressBook = book;
+                  }
+                  listChanges();
+              });
 }
 
 void SyncEngine::listChanges()
@@ -135,29 +157,29 @@ void SyncEngine::listChanges()
     m_client->report(m_account.addressBook, 0, DavXml::syncCollection(m_state.syncToken),
                      [this](const DavResponse &response) {
                          if (response.status == 207) {
-                             const std::optional<DavMultistatus> listing =
-                                 DavXml::readMultistatus(response.body);
-                             if (!listing)
-                                 return fail(u"the server's answer could not be read"_s);
-                             const bool removals =
-                                 std::any_of(listing->responses.cbegin(), listing->responses.cend(),
-                                             [](const DavResource &r) { return r.status == 404; });
-                             m_state.removalsReported |= removals;
-                             // Something changed that the answer does not
-                             // name, on a server that may leave removals out
-                             // (or has not been listed whole for a day): the
-                             // full listing finds them.
-                             const QDateTime listed =
-                                 QDateTime::fromString(m_state.fullyListed, Qt::ISODate);
-                             const bool due =
-                                 !listed.isValid() ||
-                                 listed.secsTo(QDateTime::currentDateTimeUtc()) > 24 * 60 * 60;
-                             if (!m_state.removalsReported && !m_state.syncToken.isEmpty() &&
-                                 listing->syncToken != m_state.syncToken &&
-                                 (listing->responses.isEmpty() || due))
-                                 return listAll(listing->syncToken);
-                             return takeListing(listing->responses, m_state.syncToken.isEmpty(),
-                                                listing->syncToken);
+                             return readAnswer(response.body, [this](const auto &listing) {
+                                 if (!listing)
+                                     return fail(u"the server's answer could not be read"_s);
+                                 const bool removals = std::any_of(
+                                     listing->responses.cbegin(), listing->responses.cend(),
+                                     [](const DavResource &r) { return r.status == 404; });
+                                 m_state.removalsReported |= removals;
+                                 // Something changed that the answer does not
+                                 // name, on a server that may leave removals out
+                                 // (or has not been listed whole for a day): the
+                                 // full listing finds them.
+                                 const QDateTime listed =
+                                     QDateTime::fromString(m_state.fullyListed, Qt::ISODate);
+                                 const bool due =
+                                     !listed.isValid() ||
+                                     listed.secsTo(QDateTime::currentDateTimeUtc()) > 24 * 60 * 60;
+                                 if (!m_state.removalsReported && !m_state.syncToken.isEmpty() &&
+                                     listing->syncToken != m_state.syncToken &&
+                                     (listing->responses.isEmpty() || due))
+                                     return listAll(listing->syncToken);
+                                 takeListing(listing->responses, m_state.syncToken.isEmpty(),
+                                             listing->syncToken);
+                             });
                          }
                          if (response.status == 0 || response.status == 401)
                              return fail(problemOf(response, u"listing the changes"_s));
@@ -173,11 +195,11 @@ void SyncEngine::listAll(const QString &token)
                        [this, token](const DavResponse &response) {
                            if (response.status != 207)
                                return fail(problemOf(response, u"listing the cards"_s));
-                           const std::optional<DavMultistatus> listing =
-                               DavXml::readMultistatus(response.body);
-                           if (!listing)
-                               return fail(u"the server's answer could not be read"_s);
-                           takeListing(listing->responses, true, token);
+                           readAnswer(response.body, [this, token](const auto &listing) {
+                               if (!listing)
+                                   return fail(u"the server's answer could not be read"_s);
+                               takeListing(listing->responses, true, token);
+                           });
                        });
 }
 
@@ -227,65 +249,100 @@ void SyncEngine::fetchNext()
                      [this, batch](const DavResponse &response) {
                          if (response.status != 207)
                              return fail(problemOf(response, u"fetching cards"_s));
-                         const std::optional<DavMultistatus> cards =
-                             DavXml::readMultistatus(response.body);
-                         if (!cards)
-                             return fail(u"the server's answer could not be read"_s);
-                         QSet<QString> answered;
-                         for (const DavResource &resource : cards->responses) {
-                             const QString href = hrefOf(resource.href);
-                             if (resource.hasAddressData) {
-                                 m_fetched.append({href, resource.etag, resource.addressData});
-                                 answered.insert(href);
+                         readAnswer(response.body, [this, batch](const auto &cards) {
+                             if (!cards)
+                                 return fail(u"the server's answer could not be read"_s);
+                             QSet<QString> answered;
+                             for (const DavResource &resource : cards->responses) {
+                                 const QString href = hrefOf(resource.href);
+                                 if (resource.hasAddressData) {
+                                     m_fetched.append({href, resource.etag, resource.addressData});
+                                     answered.insert(href);
+                                 }
                              }
-                         }
-                         // Gone between the listing and now.
-                         for (const QString &href : batch) {
-                             if (!answered.contains(href))
-                                 m_removed.append(href);
-                         }
-                         fetchNext();
+                             // Gone between the listing and now.
+                             for (const QString &href : batch) {
+                                 if (!answered.contains(href))
+                                     m_removed.append(href);
+                             }
+                             fetchNext();
+                         });
                      });
 }
 
 WriteResult SyncEngine::storeFavorites(const QList<Favorite> &before, const QList<Favorite> &after)
 {
     m_favorites.load();
-    return m_favorites.replaceAll(sameEdits(before, after, m_favorites.all()));
+    m_storing = true;
+    const WriteResult stored = m_favorites.replaceAll(sameEdits(before, after, m_favorites.all()));
+    m_storing = false;
+    if (stored)
+        emit favoritesStored();
+    return stored;
 }
 
-WriteResult SyncEngine::saveState()
+void SyncEngine::saveState(std::function<void(const WriteResult &)> then)
 {
     m_sinceSaved = 0;
-    return m_state.write(m_statePath, m_writer);
+    m_saved = m_state;
+    // Asked here, so that it waits for the favorites stored until now.
+    SettingsStore::WrittenCheck favoritesWritten = m_settings.untilWritten();
+    QtConcurrent::run(&m_stateWrites, [favoritesWritten = std::move(favoritesWritten),
+                                       state = m_state, path = m_statePath, writer = m_writer] {
+        // Never a state that names favorites not stored.
+        if (const WriteResult favorites = favoritesWritten(); !favorites)
+            return favorites;
+        return state.write(path, writer);
+    }).then(this, [this, then = std::move(then)](const WriteResult &stored) {
+        // The next write, whatever it holds, is needed again.
+        if (!stored)
+            m_saved = SyncState();
+        then(stored);
+    });
+}
+
+void SyncEngine::saveChangedState(std::function<void(const WriteResult &)> then)
+{
+    if (m_state == m_saved)
+        return then(WriteResult());
+    saveState(std::move(then));
 }
 
 void SyncEngine::applyServerChanges()
 {
-    if (!m_fetched.isEmpty() || !m_removed.isEmpty()) {
-        m_favorites.load();
-        const QList<Favorite> before = m_favorites.all();
-        SyncMerge::Result merged =
-            SyncMerge::fromServer(before, m_state, m_fetched, m_removed, m_today, m_conflictName);
-        if (merged.favorites != before) {
-            if (const WriteResult stored = storeFavorites(before, merged.favorites); !stored)
+    if (m_fetched.isEmpty() && m_removed.isEmpty())
+        return applyMerged(std::nullopt, {});
+    m_favorites.load();
+    const QList<Favorite> before = m_favorites.all();
+    offThread(
+        [before, state = m_state, fetched = std::exchange(m_fetched, {}), removed = m_removed,
+         today = m_today, conflictName = m_conflictName] {
+            return SyncMerge::fromServer(before, state, fetched, removed, today, conflictName);
+        },
+        [this, before](const SyncMerge::Result &merged) { applyMerged(merged, before); });
+}
+
+void SyncEngine::applyMerged(std::optional<SyncMerge::Result> merged, const QList<Favorite> &before)
+{
+    if (merged) {
+        if (merged->favorites != before) {
+            if (const WriteResult stored = storeFavorites(before, merged->favorites); !stored)
                 return fail(stored.message());
         }
-        m_state = std::move(merged.state);
-        m_outcome.counts.received += merged.counts.received;
-        m_outcome.counts.deleted += merged.counts.deleted;
-        m_outcome.counts.conflicts += merged.counts.conflicts;
+        m_state = std::move(merged->state);
+        m_outcome.counts.received += merged->counts.received;
+        m_outcome.counts.deleted += merged->counts.deleted;
+        m_outcome.counts.conflicts += merged->counts.conflicts;
     }
-    if (m_state.syncToken != m_newToken || !m_fetched.isEmpty() || !m_removed.isEmpty()) {
-        m_state.syncToken = m_newToken;
-        if (const WriteResult stored = saveState(); !stored)
-            return fail(stored.message());
-    }
-    m_fetched.clear();
     m_removed.clear();
-    if (m_stepHook)
-        m_stepHook(Step::Applied);
-    send();
+    m_state.syncToken = m_newToken;
+    saveChangedState([this](const WriteResult &stored) {
+        if (!stored)
+            return fail(stored.message());
+        if (m_stepHook)
+            m_stepHook(Step::Applied);
+        send();
+    });
 }
 
 void SyncEngine::send()
@@ -303,11 +360,9 @@ void SyncEngine::send()
     }
     // Deleted here: pending until the server confirms. A pending delete whose
     // favorite is back (undone) is no delete.
-    bool moved = false;
     for (qsizetype i = m_state.pendingDeletes.size() - 1; i >= 0; --i) {
         if (position.contains(m_state.pendingDeletes.at(i).id)) {
             m_state.entries.append(m_state.pendingDeletes.takeAt(i));
-            moved = true;
         }
     }
     QSet<QString> linked;
@@ -317,7 +372,6 @@ void SyncEngine::send()
             continue;
         if (!position.contains(entry.id)) {
             m_state.pendingDeletes.append(m_state.entries.takeAt(i));
-            moved = true;
         } else {
             linked.insert(entry.id);
         }
@@ -358,11 +412,11 @@ void SyncEngine::send()
     }
     // Pending deletes and the cards about to go are on the disk before
     // anything is sent.
-    if (moved || !m_state.sending.isEmpty()) {
-        if (const WriteResult stored = saveState(); !stored)
+    saveChangedState([this](const WriteResult &stored) {
+        if (!stored)
             return fail(stored.message());
-    }
-    sendNext();
+        sendNext();
+    });
 }
 
 void SyncEngine::queueChange(const QString &href, const Favorite &favorite, int attempt)
@@ -393,8 +447,12 @@ void SyncEngine::confirmed()
     // Not while a 412 has changed favorites not yet stored: the state must
     // never say more than the favorites hold.
     if (++m_sinceSaved >= saveEvery && m_local == m_localBefore) {
-        if (const WriteResult stored = saveState(); !stored)
-            m_failed = true, m_outcome.problem = stored.message();
+        // Sending goes on meanwhile; a failure stops what has not gone yet,
+        // and the end of the round, written after this, hears of it.
+        saveState([this](const WriteResult &stored) {
+            if (!stored)
+                failSending(stored.message());
+        });
     }
     sendNext();
 }
@@ -518,20 +576,23 @@ void SyncEngine::finishSending()
             return finish();
         }
     }
-    if (const WriteResult stored = saveState(); !stored)
-        failSending(stored.message());
-    if (m_failed)
-        return finish();
-    // Once more from the listing: what was sent moved the collection on, and
-    // a token from before it could name a later state too (a server whose
-    // token is a hash of the contents gives the same token again once a card
-    // made here is deleted elsewhere). Conflict copies made just now go then.
-    if ((localChanged || m_written > 0) && ++m_round < maxAttempts) {
-        m_written = 0;
-        return listChanges();
-    }
-    m_outcome.ok = true;
-    finish();
+    saveChangedState([this, localChanged](const WriteResult &stored) {
+        if (!stored)
+            failSending(stored.message());
+        if (m_failed)
+            return finish();
+        // Once more from the listing: what was sent moved the collection on,
+        // and a token from before it could name a later state too (a server
+        // whose token is a hash of the contents gives the same token again
+        // once a card made here is deleted elsewhere). Conflict copies made
+        // just now go then.
+        if ((localChanged || m_written > 0) && ++m_round < maxAttempts) {
+            m_written = 0;
+            return listChanges();
+        }
+        m_outcome.ok = true;
+        finish();
+    });
 }
 
 void SyncEngine::fail(const QString &problem)
@@ -543,7 +604,13 @@ void SyncEngine::fail(const QString &problem)
 
 void SyncEngine::finish()
 {
-    m_lock.reset();
-    if (m_done)
-        std::exchange(m_done, {})(m_outcome);
+    // A state write still under way ends before the lock is let go, and
+    // one that failed makes the sync fail.
+    QtConcurrent::run(&m_stateWrites, [] {}).then(this, [this] {
+        if (m_failed)
+            m_outcome.ok = false;
+        m_lock.reset();
+        if (m_done)
+            std::exchange(m_done, {})(m_outcome);
+    });
 }

@@ -12,6 +12,7 @@
 #include <QHash>
 #include <QLockFile>
 #include <QObject>
+#include <QThreadPool>
 #include <QUrl>
 #include <functional>
 #include <memory>
@@ -53,6 +54,12 @@ struct SyncOutcome
 //    and puts the two together again; a change refused only because the
 //    ETag moved on goes again.
 //
+// Reading and writing the state and reading large answers run on other
+// threads, so that 5,000 cards never hold up a frame; their results come
+// back to the engine's thread in order. The state is written only once the
+// favorites it speaks of are on the disk (the app's settings store writes
+// in the background), and not at all when nothing in it changed.
+//
 // Any other answer (401, 5xx, no answer, garbage) ends the sync at once:
 // what was confirmed is kept in the state, nothing else changes, and the
 // next sync goes on from there. One sync at a time per state file (a lock
@@ -92,7 +99,21 @@ public:
     // A plain line for an answer that ended a sync.
     static QString problemOf(const DavResponse &response, const QString &what);
 
+    // Whether the engine is storing favorites just now: a change of the
+    // favorites heard meanwhile is the server's, not the person's.
+    bool storing() const { return m_storing; }
+
+signals:
+    // Favorites were changed from the server and stored.
+    void favoritesStored();
+
 private:
+    // Runs `work` on another thread and `then` with its result back here;
+    // nothing once the engine is gone.
+    template <typename Work, typename Then>
+    void offThread(Work work, Then then);
+    void readAnswer(const QByteArray &body,
+                    std::function<void(const std::optional<DavMultistatus> &)> then);
     void listChanges();
     // Every card's ETag; `token` is the one to keep after (none after a
     // token the server refused).
@@ -100,6 +121,7 @@ private:
     void takeListing(const QList<DavResource> &resources, bool complete, const QString &token);
     void fetchNext();
     void applyServerChanges();
+    void applyMerged(std::optional<SyncMerge::Result> merged, const QList<Favorite> &before);
     void send();
     void queueChange(const QString &href, const Favorite &favorite, int attempt);
     void sendNext();
@@ -113,7 +135,11 @@ private:
     void finishSending();
     void fail(const QString &problem);
     void finish();
-    WriteResult saveState();
+    // Writes the state as it is now, after every write before it, and
+    // goes on with `then` and how the write went.
+    void saveState(std::function<void(const WriteResult &)> then);
+    // Writes only a state that changed since it was read or last written.
+    void saveChangedState(std::function<void(const WriteResult &)> then);
     // Stores `after`, made of `before`, as the same edits on the favorites
     // as they are stored now.
     WriteResult storeFavorites(const QList<Favorite> &before, const QList<Favorite> &after);
@@ -121,6 +147,7 @@ private:
     QString hrefOf(const QString &serverHref) const;
     QUrl urlOf(const QString &href) const;
 
+    SettingsStore &m_settings;
     FavoritesStore m_favorites;
     QString m_statePath;
     SyncAccount m_account;
@@ -133,6 +160,11 @@ private:
     Done m_done;
 
     SyncState m_state;
+    // The state as last read or written.
+    SyncState m_saved;
+    // One thread, so that writes of the state reach the disk in order.
+    QThreadPool m_stateWrites;
+    bool m_storing = false;
     SyncOutcome m_outcome;
     QString m_newToken;
     QStringList m_toFetch;

@@ -261,6 +261,35 @@ constexpr std::array<Entry, UiTextCount> entries{{
     {QT_TRANSLATE_NOOP3("UiStrings", "Up one folder", ""), false},              // FileDialogUp
     //: %1 the name; the local version kept beside the server's
     {QT_TRANSLATE_NOOP3("UiStrings", "%1 (conflict copy)", ""), false}, // SyncConflictCopy
+    //: The settings row that opens the sync account
+    {QT_TRANSLATE_NOOP3("UiStrings", "Sync with CardDAV", ""), false}, // SyncRow
+    {QT_TRANSLATE_NOOP3("UiStrings", "Server address", ""), false},    // SyncServer
+    {QT_TRANSLATE_NOOP3("UiStrings", "User name", ""), false},         // SyncUser
+    {QT_TRANSLATE_NOOP3("UiStrings", "Password", ""), false},          // SyncPassword
+    //: The button that sets up the sync account
+    {QT_TRANSLATE_NOOP3("UiStrings", "Set up", ""), false},         // SyncSetUp
+    {QT_TRANSLATE_NOOP3("UiStrings", "Sync now", ""), false},       // SyncNow
+    {QT_TRANSLATE_NOOP3("UiStrings", "Remove account", ""), false}, // SyncRemove
+    //: The sync row's status without an account
+    {QT_TRANSLATE_NOOP3("UiStrings", "Not set up", ""), false},     // SyncNotSetUp
+    {QT_TRANSLATE_NOOP3("UiStrings", "Syncing…", ""), false},       // SyncRunning
+    {QT_TRANSLATE_NOOP3("UiStrings", "Not synced yet", ""), false}, // SyncNever
+    //: %1 the date and time the last sync ended
+    {QT_TRANSLATE_NOOP3("UiStrings", "Last sync: %1", ""), false}, // SyncLastDone
+    {QT_TRANSLATE_NOOP3("UiStrings", "The server could not be reached", ""),
+     false}, // SyncUnreachable
+    {QT_TRANSLATE_NOOP3("UiStrings", "The server refused the user name or password", ""),
+     false}, // SyncLoginRefused
+    {QT_TRANSLATE_NOOP3("UiStrings", "No password store (Secret Service) is running", ""),
+     false}, // SyncNoPasswordStore
+    {QT_TRANSLATE_NOOP3("UiStrings", "No CardDAV address book was found at this address", ""),
+     false}, // SyncNoAddressBook
+    {QT_TRANSLATE_NOOP3("UiStrings", "The favorites could not be saved on this device", ""),
+     false}, // SyncNotSaved
+    //: %1 the problem in the system's words, in English
+    {QT_TRANSLATE_NOOP3("UiStrings", "The sync did not finish: %1", ""), false}, // SyncFailed
+    {QT_TRANSLATE_NOOP3("UiStrings", "No password is kept for this account: set it up again", ""),
+     false}, // SyncNoPassword
 }};
 
 } // namespace

@@ -172,13 +172,31 @@ public:
         FileDialogName,          // 151
         FileDialogUp,            // 152
         SyncConflictCopy,        // 153: %1 the name; the local version kept beside the server's
+        SyncRow,                 // 154
+        SyncServer,              // 155
+        SyncUser,                // 156
+        SyncPassword,            // 157
+        SyncSetUp,               // 158
+        SyncNow,                 // 159
+        SyncRemove,              // 160
+        SyncNotSetUp,            // 161
+        SyncRunning,             // 162
+        SyncNever,               // 163
+        SyncLastDone,            // 164: %1 the date and time
+        SyncUnreachable,         // 165
+        SyncLoginRefused,        // 166
+        SyncNoPasswordStore,     // 167
+        SyncNoAddressBook,       // 168
+        SyncNotSaved,            // 169
+        SyncFailed,              // 170: %1 the problem in the system's words
+        SyncNoPassword,          // 171
     };
     Q_ENUM(UiText)
 };
 
 using UiText = UiTexts::UiText;
 
-inline constexpr int UiTextCount = 153;
+inline constexpr int UiTextCount = 171;
 
 // The process-wide table of interface texts. It starts out English; applying
 // another language overwrites every entry from that language's translation.

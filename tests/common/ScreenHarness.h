@@ -39,6 +39,8 @@ public:
     std::unique_ptr<Session> session;
     QQuickWindow *window = nullptr;
     QQuickItem *screen = nullptr;
+    // Fills in the session before the screens are made (a sync service).
+    std::function<void(Session &)> prepare;
 
     ~ScreenHarness()
     {
@@ -59,6 +61,8 @@ public:
     {
         BundledFonts::install();
         session = std::make_unique<Session>(settings, clock, preferred, appearance);
+        if (prepare)
+            prepare(*session);
         if constexpr (!std::is_same_v<Controller, ViewController>) {
             session->formatLocale = QLocale(u"en_US"_qs);
             session->decideLanguage();

@@ -128,7 +128,7 @@ edit_ok_y=549
 details_x=45
 details_y=80
 theme6_x=249
-theme_y=353
+theme_y=430
 # The wheels, month-day-year in English: centres of the month, day and year wheels.
 wheels_y=681
 year_x=302

@@ -76,7 +76,8 @@ inline QMap<QString, QByteArray> outputs()
             UiText::FollowContactsCount,  UiText::ExportSaved,
             UiText::ExportLeftOut,        UiText::AppColors};
         QByteArray &table = out[u"table"_s + tag];
-        for (int i = 0; i < UiTextCount; ++i) {
+        // The entries there were before the texts moved to translation files.
+        for (int i = 0; i <= int(UiText::SyncConflictCopy); ++i) {
             if (!filledElsewhere.contains(UiText(i)))
                 table += line(QString::fromLatin1(entries.key(i)) + u'=' + strings.text(UiText(i)));
         }
