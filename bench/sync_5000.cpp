@@ -166,7 +166,8 @@ void appSyncing(QTextStream &out, const QString &tavlo, const QString &folder,
     setup.write(account.password.toUtf8() + '\n');
     setup.closeWriteChannel();
     // The proxy in this process forwards its requests meanwhile.
-    QTest::qWaitFor([&setup] { return setup.state() == QProcess::NotRunning; }, 120000);
+    if (!QTest::qWaitFor([&setup] { return setup.state() == QProcess::NotRunning; }, 120000))
+        out << "app: set up did not end in two minutes\n";
     out << "app: set up: " << setup.readAllStandardOutput().trimmed()
         << setup.readAllStandardError().trimmed() << '\n';
     out.flush();
@@ -197,7 +198,8 @@ void appSyncing(QTextStream &out, const QString &tavlo, const QString &folder,
         const qint64 syncedMs = timer.elapsed();
         QTest::qWait(1000);
         app.terminate();
-        QTest::qWaitFor([&app] { return app.state() == QProcess::NotRunning; }, 20000);
+        if (!QTest::qWaitFor([&app] { return app.state() == QProcess::NotRunning; }, 20000))
+            out << "app, " << what << ": did not end after SIGTERM\n";
         out << "app, " << what << ": ended " << syncedMs << " ms after start (" << lastDone()
             << ")\n";
         out.flush();
