@@ -6,13 +6,12 @@
 
 Session::Session(SettingsStore &settings, const Clock &clock, QStringList preferredLanguages,
                  Appearance appearance)
-    : settings(settings), clock(clock),
-      favorites(settings,
-                [this](const QList<Favorite> &list) {
-                    updateCalendar(list);
-                    if (favoritesStored)
-                        favoritesStored();
-                }),
+    : settings(settings), clock(clock), favorites(settings,
+                                                  [this](const QList<Favorite> &list) {
+                                                      updateCalendar(list);
+                                                      if (favoritesStored)
+                                                          favoritesStored();
+                                                  }),
       themes(appearance), preferredLanguages(std::move(preferredLanguages)), appearance(appearance),
       calendar(settings, this->preferredLanguages, clock)
 {
