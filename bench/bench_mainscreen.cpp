@@ -5,7 +5,7 @@
 
 #include "core/Clock.h"
 #include "core/DebugLog.h"
-#include "mainScreen/ViewController.h"
+#include "mainScreen/MainScreenController.h"
 #include "session/Session.h"
 #include "settings/FileSettingsStore.h"
 
@@ -24,7 +24,7 @@ void BM_WheelChange(benchmark::State &state)
     FileSettingsStore settings(dir.filePath(QStringLiteral("tavlo.conf")));
     FixedClock clock(QDateTime(QDate(2026, 11, 22), QTime(12, 0)));
     Session session(settings, clock, {QStringLiteral("en-US")}, Appearance::Dark);
-    ViewController controller(session);
+    MainScreenController controller(session);
     controller.viewDidLoad();
     int day = 1;
     for (auto _ : state) {

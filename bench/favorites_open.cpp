@@ -12,8 +12,8 @@
 #include "core/Clock.h"
 #include "core/DebugLog.h"
 #include "favorites/FavoritesSorting.h"
-#include "favoritesScreen/FavViewController.h"
-#include "mainScreen/ViewController.h"
+#include "favoritesScreen/FavoritesScreenController.h"
+#include "mainScreen/MainScreenController.h"
 #include "session/Session.h"
 #include "settings/FileSettingsStore.h"
 
@@ -115,7 +115,7 @@ double openOnce(Stage &stage, const QString &settingsFile, qint64 sort)
     SystemClock clock;
     Session session(settings, clock, {QStringLiteral("en-US")}, Appearance::Dark);
     session.favorites.load();
-    return firstFrameMs<FavViewController>(stage, session,
+    return firstFrameMs<FavoritesScreenController>(stage, session,
                                            "qrc:/qt/qml/Tavlo/favoritesScreen/FavoritesScreen.qml");
 }
 
@@ -130,7 +130,7 @@ struct Run
     }
     double mainScreenOnce(Stage &stage)
     {
-        return firstFrameMs<ViewController>(stage, session,
+        return firstFrameMs<MainScreenController>(stage, session,
                                             "qrc:/qt/qml/Tavlo/mainScreen/MainScreen.qml");
     }
     FileSettingsStore settings;
@@ -186,7 +186,7 @@ int main(int argc, char *argv[])
         Session session(settings, clock, {QStringLiteral("en-US")}, Appearance::Dark);
         session.favorites.load();
         settings.writeInBackground();
-        FavViewController controller(session);
+        FavoritesScreenController controller(session);
         controller.viewDidLoad();
         for (const int order : {0, 1, 2}) {
             QList<double> times;

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "CommandLineProcess.h"
-#include "app/AppDelegate.h"
+#include "app/AppStartup.h"
 #include "app/EventLoopStalls.h"
 #include "platform/linux/ReminderCommands.h"
 #include "platform/linux/TerminationSignals.h"
@@ -67,7 +67,7 @@ int main(int argc, char *argv[])
     QGuiApplication::setApplicationDisplayName(QStringLiteral("Tavlo"));
     // Wayland shells match the window to its menu entry by this name.
     QGuiApplication::setDesktopFileName(QStringLiteral("io.github.tavlo.Tavlo"));
-    AppDelegate::Options options;
+    AppStartup::Options options;
     if (screenshot)
         options.screenshotPath = QString::fromLocal8Bit(argv[2]);
     options.traceStartup = qEnvironmentVariableIsSet("TAVLO_STARTUP_TRACE");
@@ -75,5 +75,5 @@ int main(int argc, char *argv[])
     std::optional<EventLoopStalls> stalls;
     if (qEnvironmentVariableIsSet("TAVLO_STALL_TRACE"))
         stalls.emplace();
-    return AppDelegate().run(app, options);
+    return AppStartup().run(app, options);
 }

@@ -2,23 +2,23 @@
 #include "app/ScreenFactory.h"
 
 #include "favorites/FavoriteHandOver.h"
-#include "resources/ScreenTheme.h"
+#include "screenBase/ScreenTheme.h"
 #include "session/Session.h"
 #include "themes/Themes.h"
 
-ViewController *ScreenFactory::makeMainController(QObject *owner) const
+MainScreenController *ScreenFactory::makeMainController(QObject *owner) const
 {
-    return new ViewController(m_session, owner);
+    return new MainScreenController(m_session, owner);
 }
 
-FavViewController *ScreenFactory::makeFavController(QObject *owner) const
+FavoritesScreenController *ScreenFactory::makeFavController(QObject *owner) const
 {
-    return new FavViewController(m_session, owner);
+    return new FavoritesScreenController(m_session, owner);
 }
 
-SetViewController *ScreenFactory::makeSetController(QObject *owner) const
+SettingsScreenController *ScreenFactory::makeSetController(QObject *owner) const
 {
-    return new SetViewController(m_session, owner);
+    return new SettingsScreenController(m_session, owner);
 }
 
 ScreenFactory::ScreenFactory(Session &session, QObject *parent)
@@ -32,7 +32,7 @@ void ScreenFactory::showFavorite(const QString &favoriteId)
     // A hand-over that could not be saved is told by the store's notice; the
     // main screen then opens as it would.
     (void)FavoriteHandOver::handById(m_session.settings, m_session.favorites.all(), favoriteId);
-    emit screenWanted(QStringLiteral("Main"));
+    emit screenWanted(Screen::Main);
 }
 
 QString ScreenFactory::saveNoticeText() const

@@ -1,16 +1,18 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "themes/Screens.h"
+
 #include <QColor>
 #include <QObject>
 #include <QtQml/qqmlregistration.h>
 
 class Session;
 // Whole types: the meta-object code of the factory's methods needs them.
-#include "favoritesScreen/FavViewController.h"
-#include "mainScreen/ViewController.h"
+#include "favoritesScreen/FavoritesScreenController.h"
+#include "mainScreen/MainScreenController.h"
 #include "session/SaveNotice.h"
-#include "settingsScreen/SetViewController.h"
+#include "settingsScreen/SettingsScreenController.h"
 
 // Makes the controllers of the screens the screen host presents, each
 // wired to the run's shared session. The app makes the one factory and hands
@@ -31,9 +33,9 @@ public:
 
     // A new main screen controller owned by `owner`, which the host destroys
     // together with the screen.
-    Q_INVOKABLE ViewController *makeMainController(QObject *owner) const;
-    Q_INVOKABLE FavViewController *makeFavController(QObject *owner) const;
-    Q_INVOKABLE SetViewController *makeSetController(QObject *owner) const;
+    Q_INVOKABLE MainScreenController *makeMainController(QObject *owner) const;
+    Q_INVOKABLE FavoritesScreenController *makeFavController(QObject *owner) const;
+    Q_INVOKABLE SettingsScreenController *makeSetController(QObject *owner) const;
 
     // A tapped reminder: a new main screen opens on the favorite with this
     // id, as when it is chosen in the favorites list; on the last picked
@@ -47,7 +49,7 @@ public:
 signals:
     void saveNoticeChanged();
     // The screen host presents a new screen with this identifier.
-    void screenWanted(const QString &identifier);
+    void screenWanted(Screens::Screen screen);
 
 private:
     Session &m_session;

@@ -2,10 +2,10 @@
 import QtQuick
 import Tavlo
 
-// Makes screens by their identifiers ("Main", "Fav", "Set") and presents
+// Makes screens (Screens.Main, .Favorites, .Settings) and presents
 // each full screen, fading it in over the one before, which then goes. In
 // a wide window the favorites list and the main screen are presented side
-// by side (ScreenLayout says which screens stand for an identifier), and a
+// by side (ScreenLayout says which screens are shown for the one asked for), and a
 // favorite chosen in the list is shown in the other pane.
 Item {
     id: host
@@ -23,8 +23,8 @@ Item {
 
         property ScreenLayer previous: null
         // What was asked for, and the screens shown for it, left to right.
-        property string identifier
-        property var paneNames: []
+        property int asked: Screens.Main
+        property var paneScreens: []
         property var panes: []
         property real sideWidth: 0
         readonly property Item side: sidePane
@@ -116,12 +116,12 @@ Item {
     // The screen asked for last, whichever kind: each says where its
     // keyboard starts.
     property var shownScreen: null
-    property string pendingIdentifier: ""
+    property int pendingScreen: Screens.Main
 
     // A new controller, loaded, and its screen in `pane`; the controller
     // loads first, so the view opens on its state.
     function make(identifier, owner, pane, beside) {
-        if (identifier === "Main") {
+        if (identifier === Screens.Main) {
             const controller = host.screens.makeMainController(owner)
             controller.viewDidLoad()
             // Made at its size: the background picture is then decoded once,
@@ -133,7 +133,7 @@ Item {
                 height: pane.height
             })
         }
-        if (identifier === "Fav") {
+        if (identifier === Screens.Favorites) {
             const controller = host.screens.makeFavController(owner)
             controller.besideMain = beside
             controller.viewDidLoad()
@@ -175,23 +175,23 @@ Item {
         const together = panes.length > 1
         const layer = layerComponent.createObject(host, {
             opacity: currentLayer ? 0 : 1,
-            identifier: identifier,
-            paneNames: panes
+            asked: identifier,
+            paneScreens: panes
         })
         if (together)
             layer.sideWidth = Qt.binding(() => host.shape.sidePaneWidth)
         // The main screen loads first, as it does before the favorites on a
         // phone: it decides the language the list is shown in.
         const made = {}
-        for (const name of ["Main", "Fav", "Set"]) {
+        for (const name of [Screens.Main, Screens.Favorites, Screens.Settings]) {
             const at = panes.indexOf(name)
             if (at >= 0)
                 made[name] = make(name, layer, at < panes.length - 1 ? layer.side : layer.wide, together)
         }
         const shown = panes.map(name => made[name])
         if (together) {
-            const list = made["Fav"].controller
-            const main = made["Main"].controller
+            const list = made[Screens.Favorites].controller
+            const main = made[Screens.Main].controller
             list.favoriteHandedOver.connect(main.takeHandOver)
             main.favoriteAdded.connect(list.favoritesChangedElsewhere)
         }
@@ -213,11 +213,11 @@ Item {
 
     // Another screen is shown a moment later, after the dim has been drawn.
     function request(identifier) {
-        pendingIdentifier = identifier
+        pendingScreen = identifier
         hop.restart()
     }
 
-    Component.onCompleted: show("Main")
+    Component.onCompleted: show(Screens.Main)
 
     Connections {
         target: host.screens
@@ -234,8 +234,8 @@ Item {
 
         function onChanged() {
             const layer = host.currentLayer
-            if (layer && String(host.shape.panes(layer.identifier)) !== String(layer.paneNames))
-                host.show(layer.identifier)
+            if (layer && String(host.shape.panes(layer.asked)) !== String(layer.paneScreens))
+                host.show(layer.asked)
         }
     }
 
@@ -252,7 +252,7 @@ Item {
         id: hop
 
         interval: 1
-        onTriggered: host.show(host.pendingIdentifier)
+        onTriggered: host.show(host.pendingScreen)
     }
 
     Component {

@@ -25,7 +25,8 @@ struct SignSpan
     int lastDay;
 };
 
-// The cell's own table of sign boundaries.
+// The cell's own table of sign boundaries. "sagittauris" is the picture's
+// name as the list asks for it, misspelt and kept so.
 constexpr std::array<SignSpan, 12> signSpans = {{
     {u"aquarius", 1, 21, 2, 19},
     {u"pisces", 2, 20, 3, 20},

@@ -28,7 +28,7 @@ Rectangle {
         sourceComponent: IconImage {
             sourceSize.width: 52
             sourceSize.height: 52
-            source: "qrc:/qt/qml/Tavlo/resources/icons/delete.svg"
+            source: "qrc:/qt/qml/Tavlo/screenBase/icons/delete.svg"
             color: "white"
         }
     }

@@ -8,7 +8,7 @@ import Tavlo
 Alert {
     id: dialog
 
-    required property FavViewController controller
+    required property FavoritesScreenController controller
     // The day the user chose; a shorter month shows the nearest day it has.
     property int day: 1
 

@@ -63,7 +63,7 @@ QVariant FavoritesModel::data(const QModelIndex &index, int role) const
     case SignImageRole:
         if (!card.readable)
             return QUrl();
-        return QUrl(QStringLiteral("qrc:/qt/qml/Tavlo/resources/images/") + card.signKey +
+        return QUrl(QStringLiteral("qrc:/qt/qml/Tavlo/screenBase/images/") + card.signKey +
                     QStringLiteral(".svg"));
     case StarRole:
         return card.star;

@@ -9,14 +9,14 @@ import Tavlo
 Item {
     id: root
 
-    required property FavViewController controller
+    required property FavoritesScreenController controller
 
     // An open menu or dialog covers the screen: the host shows a still
     // picture of it, so that only the dialog can be reached.
     readonly property bool covered: sortMenu.visible || rowMenu.visible
                                     || (editDialog.item as EditFavoriteDialog)?.visible === true
 
-    signal screenRequested(string identifier)
+    signal screenRequested(int screen)
 
     // Where the keyboard lands when the screen appears: with a screen
     // reader the first card, else (or with no card) the back button. Not as
@@ -35,7 +35,7 @@ Item {
 
     Connections {
         target: root.controller
-        function onScreenRequested(identifier) { root.screenRequested(identifier) }
+        function onScreenRequested(screen) { root.screenRequested(screen) }
         function onSortMenuRequested() { sortMenu.open() }
         function onEditDialogRequested() {
             if (!editDialog.item)
@@ -94,7 +94,7 @@ Item {
         boundsBehavior: Flickable.StopAtBounds
         ScrollBar.vertical: null
 
-        delegate: CustomCell {}
+        delegate: FavoriteRow {}
         onRowMenuRequested: (row, name) => rowMenu.openFor(row, name, root.Window.activeFocusItem
                                                           === tableView.itemAtIndex(row))
 
@@ -219,7 +219,7 @@ Item {
         y: -4
         width: 42
         height: 42
-        iconSource: "qrc:/qt/qml/Tavlo/resources/icons/chevron_left.svg"
+        iconSource: "qrc:/qt/qml/Tavlo/screenBase/icons/chevron_left.svg"
         iconColor: root.controller.theme.labelColor
         Accessible.name: root.controller.accessibleName("back")
         onClicked: root.controller.backPressed()
@@ -272,7 +272,7 @@ Item {
         y: -4
         width: 42
         height: 42
-        iconSource: "qrc:/qt/qml/Tavlo/resources/icons/add.svg"
+        iconSource: "qrc:/qt/qml/Tavlo/screenBase/icons/add.svg"
         iconColor: root.controller.theme.labelColor
         Accessible.name: root.controller.texts.ImportVCardFile
         onClicked: importMenu.open()

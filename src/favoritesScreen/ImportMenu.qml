@@ -8,7 +8,7 @@ import Tavlo
 Alert {
     id: menu
 
-    required property FavViewController controller
+    required property FavoritesScreenController controller
 
     objectName: "importMenu"
     theme: controller.theme
@@ -31,7 +31,7 @@ Alert {
             tint: menu.theme.labelColor
             onClicked: {
                 menu.close()
-                menu.controller.chooseFile(FavViewController.ImportVCards)
+                menu.controller.chooseFile(FavoritesScreenController.ImportVCards)
             }
         }
         AlertButton {
@@ -51,7 +51,7 @@ Alert {
             tint: menu.theme.labelColor
             onClicked: {
                 menu.close()
-                menu.controller.chooseFile(FavViewController.ExportVCards)
+                menu.controller.chooseFile(FavoritesScreenController.ExportVCards)
             }
         }
         AlertButton {
@@ -61,7 +61,7 @@ Alert {
             tint: menu.theme.labelColor
             onClicked: {
                 menu.close()
-                menu.controller.chooseFile(FavViewController.ExportCalendar)
+                menu.controller.chooseFile(FavoritesScreenController.ExportCalendar)
             }
         }
         AlertButton {

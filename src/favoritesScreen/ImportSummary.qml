@@ -7,7 +7,7 @@ import Tavlo
 Alert {
     id: summary
 
-    required property FavViewController controller
+    required property FavoritesScreenController controller
 
     objectName: "importSummary"
     theme: controller.theme

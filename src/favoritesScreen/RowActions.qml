@@ -7,7 +7,7 @@ import Tavlo
 Rectangle {
     id: actions
 
-    required property CustomCell cell
+    required property FavoriteRow cell
 
     objectName: "rowActions"
     width: rowButtons.width + 8

@@ -8,7 +8,7 @@ import Tavlo
 Alert {
     id: menu
 
-    required property FavViewController controller
+    required property FavoritesScreenController controller
     property int row: -1
     // Opened from the keyboard: the delete then hands the keyboard on.
     property bool byKeyboard: false

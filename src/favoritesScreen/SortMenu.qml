@@ -8,7 +8,7 @@ import Tavlo
 Alert {
     id: menu
 
-    required property FavViewController controller
+    required property FavoritesScreenController controller
 
     function choose(order) {
         close()

@@ -8,7 +8,7 @@ import Tavlo
 Alert {
     id: dialog
 
-    required property ViewController controller
+    required property MainScreenController controller
 
     objectName: "addDialog"
     theme: controller.theme

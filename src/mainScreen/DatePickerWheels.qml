@@ -8,7 +8,7 @@ import Tavlo
 Item {
     id: wheels
 
-    required property ViewController controller
+    required property MainScreenController controller
     // The weekday line sits in the strip below the wheels.
     readonly property real weekdayStrip: 30
     // Where the wheels pass the keys they do not use.

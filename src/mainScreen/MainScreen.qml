@@ -8,7 +8,7 @@ import Tavlo
 Item {
     id: root
 
-    required property ViewController controller
+    required property MainScreenController controller
     // The favorites list stands beside this screen (a wide window): the
     // button that would open it is not needed.
     property bool favoritesBeside: false
@@ -21,7 +21,7 @@ Item {
     // that it has the keyboard.
     property bool keyboardUsed: false
 
-    signal screenRequested(string identifier)
+    signal screenRequested(int screen)
 
     // Where the keyboard lands when the screen appears: the report.
     function focusFirst() {
@@ -34,7 +34,7 @@ Item {
 
     Connections {
         target: root.controller
-        function onScreenRequested(identifier) { root.screenRequested(identifier) }
+        function onScreenRequested(screen) { root.screenRequested(screen) }
         function onAddFavoriteDialogRequested() {
             if (!addDialog.item)
                 addDialog.setSource("AddFavoriteDialog.qml", {controller: root.controller})
@@ -137,8 +137,8 @@ Item {
         Accessible.role: Accessible.StaticText
         Accessible.name: root.controller.spokenReport
         // What a swipe across the report does, for a screen reader.
-        Accessible.onPreviousPageAction: root.controller.handleGesture(ViewController.Right)
-        Accessible.onNextPageAction: root.controller.handleGesture(ViewController.Left)
+        Accessible.onPreviousPageAction: root.controller.handleGesture(MainScreenController.Right)
+        Accessible.onNextPageAction: root.controller.handleGesture(MainScreenController.Left)
         Keys.forwardTo: [root]
 
         FocusRing {
@@ -182,7 +182,7 @@ Item {
             objectName: "btnReset"
             width: bottomBar.buttonWidth
             height: bottomBar.height
-            iconSource: "qrc:/qt/qml/Tavlo/resources/icons/restart_alt.svg"
+            iconSource: "qrc:/qt/qml/Tavlo/screenBase/icons/restart_alt.svg"
             iconColor: root.controller.theme.labelColor
             Accessible.name: root.controller.accessibleName("today")
             Keys.forwardTo: [root]
@@ -193,7 +193,7 @@ Item {
             width: bottomBar.buttonWidth
             height: bottomBar.height
             enabled: root.controller.plusEnabled
-            iconSource: "qrc:/qt/qml/Tavlo/resources/icons/add.svg"
+            iconSource: "qrc:/qt/qml/Tavlo/screenBase/icons/add.svg"
             iconColor: root.controller.theme.labelColor
             Accessible.name: root.controller.accessibleName("add")
             Keys.forwardTo: [root]
@@ -204,7 +204,7 @@ Item {
             visible: !root.favoritesBeside
             width: bottomBar.buttonWidth
             height: bottomBar.height
-            iconSource: "qrc:/qt/qml/Tavlo/resources/icons/star.svg"
+            iconSource: "qrc:/qt/qml/Tavlo/screenBase/icons/star.svg"
             iconColor: root.controller.theme.labelColor
             Accessible.name: root.controller.accessibleName("favorites")
             Keys.forwardTo: [root]
@@ -214,7 +214,7 @@ Item {
             objectName: "btnSet"
             width: bottomBar.buttonWidth
             height: bottomBar.height
-            iconSource: "qrc:/qt/qml/Tavlo/resources/icons/settings.svg"
+            iconSource: "qrc:/qt/qml/Tavlo/screenBase/icons/settings.svg"
             iconColor: root.controller.theme.labelColor
             Accessible.name: root.controller.accessibleName("settings")
             Keys.forwardTo: [root]
@@ -261,9 +261,9 @@ Item {
                 return
             }
             if (lastDx > 50)
-                root.controller.handleGesture(ViewController.Right)
+                root.controller.handleGesture(MainScreenController.Right)
             else if (lastDx < -50)
-                root.controller.handleGesture(ViewController.Left)
+                root.controller.handleGesture(MainScreenController.Left)
         }
     }
 
@@ -273,8 +273,8 @@ Item {
     // forwards them here first.
     Keys.onPressed: event => {
         if (event.key === Qt.Key_PageUp || event.key === Qt.Key_PageDown) {
-            root.controller.handleGesture(event.key === Qt.Key_PageUp ? ViewController.Right
-                                                                        : ViewController.Left)
+            root.controller.handleGesture(event.key === Qt.Key_PageUp ? MainScreenController.Right
+                                                                        : MainScreenController.Left)
             event.accepted = true
         }
         // Tab and the arrows pass on: they move the keyboard or a wheel.

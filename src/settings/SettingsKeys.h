@@ -7,7 +7,8 @@
 // was never written, or holds a value of another type, reads as its type's
 // default: integer 0, boolean false, string absent, list absent (= empty).
 // Keys are case-sensitive; the misspellings ("selectetDate", "dataSave") are
-// the keys' real names.
+// the keys' real names, kept as they are so that stored settings stay
+// readable.
 
 struct IntegerKey
 {

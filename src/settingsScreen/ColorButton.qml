@@ -33,7 +33,7 @@ RadioButton {
             height: 22
             sourceSize.width: 44
             sourceSize.height: 44
-            source: "qrc:/qt/qml/Tavlo/resources/icons/deployed_code-fill.svg"
+            source: "qrc:/qt/qml/Tavlo/screenBase/icons/deployed_code-fill.svg"
             color: button.chosen ? button.chosenSymbolColor : button.themeColor
         }
     }

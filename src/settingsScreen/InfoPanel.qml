@@ -7,7 +7,7 @@ import Tavlo
 Item {
     id: panel
 
-    required property SetViewController controller
+    required property SettingsScreenController controller
 
     visible: controller.infoVisible
     // Opened, the panel takes the keyboard on its close button: a screen
@@ -72,7 +72,7 @@ Item {
                 height: 96
                 sourceSize.width: 192
                 sourceSize.height: 192
-                source: "qrc:/qt/qml/Tavlo/resources/images/space0.svg"
+                source: "qrc:/qt/qml/Tavlo/screenBase/images/space0.svg"
                 fillMode: Image.PreserveAspectCrop
                 layer.enabled: false
 
@@ -81,7 +81,7 @@ Item {
                     anchors.margins: 18
                     sourceSize.width: 120
                     sourceSize.height: 120
-                    source: "qrc:/qt/qml/Tavlo/resources/images/aquarius.svg"
+                    source: "qrc:/qt/qml/Tavlo/screenBase/images/aquarius.svg"
                 }
             }
 
@@ -114,7 +114,7 @@ Item {
         y: 2
         width: 42
         height: 42
-        iconSource: "qrc:/qt/qml/Tavlo/resources/icons/close.svg"
+        iconSource: "qrc:/qt/qml/Tavlo/screenBase/icons/close.svg"
         iconColor: panel.controller.theme.labelColor
         Accessible.name: panel.controller.accessibleName("close")
         onClicked: panel.controller.scrollViewHide()

@@ -8,14 +8,14 @@ import Tavlo
 Item {
     id: root
 
-    required property SetViewController controller
+    required property SettingsScreenController controller
     readonly property color labelColor: controller.theme.labelColor
 
     // Only the sync dialog covers this screen; its info panel hides what
     // lies under it.
     readonly property bool covered: syncDialog.visible
 
-    signal screenRequested(string identifier)
+    signal screenRequested(int screen)
 
     // Where the keyboard lands when the screen appears: the first switch.
     function focusFirst() {
@@ -26,7 +26,7 @@ Item {
 
     Connections {
         target: root.controller
-        function onScreenRequested(identifier) { root.screenRequested(identifier) }
+        function onScreenRequested(screen) { root.screenRequested(screen) }
         // Back from the info panel, the keyboard goes on where it left.
         function onInfoVisibleChanged() {
             if (!root.controller.infoVisible)
@@ -394,7 +394,7 @@ Item {
         y: -4
         width: 42
         height: 42
-        iconSource: "qrc:/qt/qml/Tavlo/resources/icons/chevron_left.svg"
+        iconSource: "qrc:/qt/qml/Tavlo/screenBase/icons/chevron_left.svg"
         visible: !root.controller.infoVisible
         iconColor: root.labelColor
         Accessible.name: root.controller.accessibleName("back")
@@ -416,7 +416,7 @@ Item {
         y: -4
         width: 42
         height: 42
-        iconSource: "qrc:/qt/qml/Tavlo/resources/icons/info.svg"
+        iconSource: "qrc:/qt/qml/Tavlo/screenBase/icons/info.svg"
         iconColor: root.labelColor
         Accessible.name: root.controller.accessibleName("info")
         onClicked: root.controller.infoPressed()

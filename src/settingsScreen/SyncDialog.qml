@@ -9,7 +9,7 @@ import Tavlo
 Alert {
     id: dialog
 
-    required property SetViewController controller
+    required property SettingsScreenController controller
 
     objectName: "syncDialog"
     theme: controller.theme

@@ -24,13 +24,11 @@ double WindowLayout::sidePaneWidth(double windowWidth)
     return std::min(sidePane, windowWidth / 2);
 }
 
-QStringList WindowLayout::panes(const QString &identifier, double windowWidth)
+QList<Screen> WindowLayout::panes(Screen asked, double windowWidth)
 {
-    const QString main = QStringLiteral("Main");
-    const QString favorites = QStringLiteral("Fav");
-    if (wide(windowWidth) && (identifier == main || identifier == favorites))
-        return {favorites, main};
-    return {identifier};
+    if (wide(windowWidth) && (asked == Screen::Main || asked == Screen::Favorites))
+        return {Screen::Favorites, Screen::Main};
+    return {asked};
 }
 
 double WindowLayout::readableWidth(double available, double averageCharacterWidth)

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QStringList>
+#include "themes/Screens.h"
+
+#include <QList>
 
 // How the screens use the room a window gives them: a phone's single column
 // up to a width, and wider the favorites beside the main screen, text in
@@ -19,11 +21,10 @@ bool wide(double windowWidth);
 // never more than half the window.
 double sidePaneWidth(double windowWidth);
 
-// The screens shown for the screen identifier asked for ("Main", "Fav",
-// "Set"), side by side from the left: in a wide window the favorites list
-// stands beside the main screen, whichever of the two was asked for; the
-// last is the wide pane.
-QStringList panes(const QString &identifier, double windowWidth);
+// The screens shown for the screen asked for, side by side from the left:
+// in a wide window the favorites list stands beside the main screen,
+// whichever of the two was asked for; the last is the wide pane.
+QList<Screen> panes(Screen asked, double windowWidth);
 
 // A column of running text: the room there is, but no wider than about 80
 // characters of the font in use.

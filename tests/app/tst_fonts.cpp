@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "ScreenTour.h"
-#include "resources/BundledFonts.h"
+#include "screenBase/BundledFonts.h"
 
 #include <QDir>
 #include <QFontDatabase>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "ScreenTour.h"
-#include "resources/ScreenTheme.h"
+#include "screenBase/ScreenTheme.h"
 #include "themes/Contrast.h"
 
 #include <QDir>
@@ -335,7 +335,7 @@ class TestScreenHost : public QObject
 private slots:
     // The window and its screen host: screens by identifier, each asked for
     // under a dim and presented over the one before, and a new main screen
-    // every time "Main" is shown.
+    // every time the main screen is shown.
     void presentsScreensAndComesBackToANewMain_data()
     {
         QTest::addColumn<QString>("button");
@@ -458,8 +458,8 @@ private slots:
         QVERIFY(!h.settings.value(SettingsKeys::handOverPending));
         QCOMPARE(h.settings.value(SettingsKeys::handOverIndex), 0);
         // Swipes go on from the chosen one.
-        auto *mainController = main->property("controller").value<ViewController *>();
-        mainController->handleGesture(ViewController::Swipe::Left);
+        auto *mainController = main->property("controller").value<MainScreenController *>();
+        mainController->handleGesture(MainScreenController::Swipe::Left);
         QTRY_VERIFY(h.text(u"lblDisplay"_qs).startsWith(u"Bob's age is:"_qs));
         // Escape on the list does not leave it.
         anna->forceActiveFocus(Qt::TabFocusReason);
@@ -528,7 +528,7 @@ private slots:
     void bundledBackgroundsAreKnown_data()
     {
         QTest::addColumn<QString>("name");
-        const QDir images(u":/qt/qml/Tavlo/resources/images"_qs);
+        const QDir images(u":/qt/qml/Tavlo/screenBase/images"_qs);
         const QStringList files = images.entryList({u"space*.svg"_qs});
         QVERIFY(!files.isEmpty());
         for (const QString &file : files)

@@ -5,8 +5,8 @@
 #include "TimeZoneScope.h"
 #include "app/ScreenFactory.h"
 #include "core/DebugLog.h"
-#include "resources/BundledFonts.h"
-#include "resources/FallbackFileDialog.h"
+#include "screenBase/BundledFonts.h"
+#include "screenBase/FallbackFileDialog.h"
 #include "session/Session.h"
 #include "settings/MemorySettingsStore.h"
 
@@ -63,7 +63,7 @@ public:
         session = std::make_unique<Session>(settings, clock, preferred, appearance);
         if (prepare)
             prepare(*session);
-        if constexpr (!std::is_same_v<Controller, ViewController>) {
+        if constexpr (!std::is_same_v<Controller, MainScreenController>) {
             session->formatLocale = QLocale(u"en_US"_qs);
             session->decideLanguage();
             session->favorites.load();

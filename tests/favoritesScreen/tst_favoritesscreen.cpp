@@ -2,7 +2,7 @@
 #include "DiskFaults.h"
 #include "PortalStandIn.h"
 #include "ScreenHarness.h"
-#include "favoritesScreen/FavViewController.h"
+#include "favoritesScreen/FavoritesScreenController.h"
 #include "platform/linux/PortalFileChooser.h"
 #include "settings/FileSettingsStore.h"
 
@@ -38,11 +38,11 @@ class TestFavoritesScreen : public QObject
     Q_OBJECT
 
     std::optional<ScreenHarness> h;
-    FavViewController *c = nullptr;
+    FavoritesScreenController *c = nullptr;
 
     void start(const QStringList &preferred = {"en-US"}, bool settle = true)
     {
-        c = h->show<FavViewController>("favoritesScreen/FavoritesScreen.qml", preferred);
+        c = h->show<FavoritesScreenController>("favoritesScreen/FavoritesScreen.qml", preferred);
         QTRY_COMPARE(count(), h->session->favorites.count());
         if (settle)
             waitForRowsInPlace();
@@ -161,10 +161,10 @@ private slots:
     {
         h->settings.set(favorites, people());
         start();
-        QSignalSpy requested(c, &FavViewController::screenRequested);
+        QSignalSpy requested(c, &FavoritesScreenController::screenRequested);
         h->tap(cell(1));
         QTRY_COMPARE(requested.count(), 1);
-        QCOMPARE(requested.at(0).at(0).toString(), "Main");
+        QCOMPARE(requested.at(0).at(0).value<Screen>(), Screen::Main);
         QCOMPARE(h->settings.value(handOverIndex), 1);
         QCOMPARE(h->settings.value(handOverName), stored().at(1).at(0));
     }
@@ -240,7 +240,7 @@ private slots:
         h->settings.set(sort, 0);
         start();
         const Rows before = stored();
-        QSignalSpy requested(c, &FavViewController::screenRequested);
+        QSignalSpy requested(c, &FavoritesScreenController::screenRequested);
         if (way == "right click") {
             QTest::mouseClick(h->window, Qt::RightButton, {}, h->centre(cell(1)));
         } else {
@@ -351,7 +351,7 @@ private slots:
         h->settings.set(favorites, people());
         start();
         const Rows before = stored();
-        QSignalSpy requested(c, &FavViewController::screenRequested);
+        QSignalSpy requested(c, &FavoritesScreenController::screenRequested);
         swipeLeft(1, 60, 6, 30);
         QTest::qWait(1000);
         QVERIFY(deleteShown(1));
@@ -412,7 +412,7 @@ private slots:
         h->settings.set(favorites, people());
         start();
         const Rows before = stored();
-        QSignalSpy requested(c, &FavViewController::screenRequested);
+        QSignalSpy requested(c, &FavoritesScreenController::screenRequested);
         const auto openFirst = [&] {
             swipeLeft(0, 60, 6, 30);
             QTRY_COMPARE(h->find("deleteAction", cell(0))->width(), 80.0);
@@ -473,7 +473,7 @@ private slots:
         Session session(settings, h->clock, {"en-US"}, Appearance::Dark);
         session.decideLanguage();
         session.favorites.load();
-        FavViewController screen(session);
+        FavoritesScreenController screen(session);
         screen.viewDidLoad();
         const auto onDisk = [&] { return FileSettingsStore(path).value(favorites); };
         const Rows before = onDisk().value_or(Rows{});
@@ -503,8 +503,8 @@ private slots:
     // soon after, and an undo then changes nothing.
     void undoGoesAfterFiveSeconds()
     {
-        QCOMPARE(FavViewController::undoMillisecondsFor(true), 12'000);
-        QCOMPARE(FavViewController::undoMillisecondsFor(false), 5'000);
+        QCOMPARE(FavoritesScreenController::undoMillisecondsFor(true), 12'000);
+        QCOMPARE(FavoritesScreenController::undoMillisecondsFor(false), 5'000);
         h->settings.set(favorites, people());
         start();
         c->deleteRow(0);

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "RecordingNotificationCenter.h"
 #include "ScreenHarness.h"
-#include "mainScreen/ViewController.h"
+#include "mainScreen/MainScreenController.h"
 #include "reminders/ReminderScheduler.h"
 
 #include <QSignalSpy>
@@ -15,11 +15,11 @@ class TestMainScreen : public QObject
     Q_OBJECT
 
     std::optional<ScreenHarness> h;
-    ViewController *c = nullptr;
+    MainScreenController *c = nullptr;
 
     void start(const QStringList &preferred = {"en-US"}, Appearance appearance = Appearance::Dark)
     {
-        c = h->show<ViewController>("mainScreen/MainScreen.qml", preferred, appearance);
+        c = h->show<MainScreenController>("mainScreen/MainScreen.qml", preferred, appearance);
     }
 
     QString display() const { return h->text("lblDisplay"); }
@@ -386,7 +386,7 @@ private slots:
         // Another process reorders the list while another screen is shown:
         // the way back reads it as it is now.
         h->settings.set(favorites, {{"Kim", birth.toString("d M yyyy")}, {"Ann", "2 1 1990"}});
-        ViewController back(*h->session);
+        MainScreenController back(*h->session);
         back.viewDidLoad();
         QCOMPARE(back.displayText(), greeting);
         QCOMPARE(QDate(h->settings.value(year), h->settings.value(month), h->settings.value(day)),
@@ -451,7 +451,7 @@ private slots:
         QFETCH(QList<QStringList>, stored);
         h->settings.set(color, 7);
         start();
-        QSignalSpy reminders(c, &ViewController::notificationPermissionCheckRequested);
+        QSignalSpy reminders(c, &MainScreenController::notificationPermissionCheckRequested);
         openAddDialog();
         auto *dialog = h->window->findChild<QObject *>("addDialog");
         QCOMPARE(dialog->property("title").toString(), "Enter a Name");
@@ -517,7 +517,7 @@ private slots:
         ReminderScheduler scheduler(center, h->settings, h->clock, session.favorites,
                                     session.strings);
         session.reminders = &scheduler;
-        auto first = std::make_unique<ViewController>(session);
+        auto first = std::make_unique<MainScreenController>(session);
         first->viewDidLoad();
         QCOMPARE(center.added.size(), 1);
         QCOMPARE(center.added[0].body, "Anna has a birthday today!");
@@ -531,7 +531,7 @@ private slots:
         QCOMPARE(center.added[2].body, "Bo has a birthday today!");
 
         h->settings.set(handOverPending, true);
-        auto second = std::make_unique<ViewController>(session);
+        auto second = std::make_unique<MainScreenController>(session);
         second->viewDidLoad();
         QCOMPARE(center.statusQueries, 2);
         // The new screen took over; the old one going leaves it in place.

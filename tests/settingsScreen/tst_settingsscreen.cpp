@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "ScreenHarness.h"
-#include "settingsScreen/SetViewController.h"
+#include "settingsScreen/SettingsScreenController.h"
 
 #include <QDesktopServices>
 #include <optional>
@@ -23,11 +23,11 @@ class TestSettingsScreen : public QObject
     Q_OBJECT
 
     std::optional<ScreenHarness> h;
-    SetViewController *c = nullptr;
+    SettingsScreenController *c = nullptr;
 
     void start(const QString &language = u"en-US"_qs)
     {
-        c = h->show<SetViewController>("settingsScreen/SettingsScreen.qml", {language});
+        c = h->show<SettingsScreenController>("settingsScreen/SettingsScreen.qml", {language});
     }
 
     bool checked(const QString &name) const { return h->find(name)->property("checked").toBool(); }

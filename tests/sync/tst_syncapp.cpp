@@ -7,8 +7,8 @@
 #include "ScreenHarness.h"
 #include "SyncHarness.h"
 
-#include "favoritesScreen/FavViewController.h"
-#include "settingsScreen/SetViewController.h"
+#include "favoritesScreen/FavoritesScreenController.h"
+#include "settingsScreen/SettingsScreenController.h"
 #include "sync/PasswordVault.h"
 #include "sync/SyncService.h"
 #include "sync/SyncState.h"
@@ -88,7 +88,7 @@ private slots:
             session.sync = &sync;
             session.favoritesStored = [&sync] { sync.favoritesChanged(); };
         };
-        auto *list = h.show<FavViewController>("favoritesScreen/FavoritesScreen.qml");
+        auto *list = h.show<FavoritesScreenController>("favoritesScreen/FavoritesScreen.qml");
         sync.start();
         QTRY_VERIFY(!sync.busy());
         AddressBookView server(account.addressBook, account.user, account.password);
@@ -143,7 +143,7 @@ private slots:
         SyncService sync(h.settings, vaultThere ? &vault : nullptr,
                          scratch->filePath(u"setup-state%1.json"_s.arg(++m_books)));
         h.prepare = [&sync](Session &session) { session.sync = &sync; };
-        h.show<SetViewController>("settingsScreen/SettingsScreen.qml");
+        h.show<SettingsScreenController>("settingsScreen/SettingsScreen.qml");
         QCOMPARE(h.text("lblSyncStatus"), u"Not set up"_s);
         h.tap("btnSync");
         QTRY_VERIFY(h.opened("syncDialog"));

@@ -14,27 +14,27 @@ class TestWindowLayout : public QObject
 private slots:
     void panes_data()
     {
-        QTest::addColumn<QString>("identifier");
+        QTest::addColumn<Screen>("asked");
         QTest::addColumn<double>("width");
-        QTest::addColumn<QStringList>("panes");
+        QTest::addColumn<QList<Screen>>("panes");
         QTest::addColumn<double>("side");
-        const QStringList both{"Fav", "Main"};
-        QTest::newRow("phone, main") << "Main" << 390.0 << QStringList{"Main"} << 195.0;
-        QTest::newRow("phone, favorites") << "Fav" << 360.0 << QStringList{"Fav"} << 180.0;
-        QTest::newRow("just under the breakpoint")
-            << "Main" << 599.0 << QStringList{"Main"} << 299.5;
-        QTest::newRow("at the breakpoint: half each") << "Main" << 600.0 << both << 300.0;
-        QTest::newRow("tablet, favorites asked for") << "Fav" << 720.0 << both << 360.0;
-        QTest::newRow("desktop: the list as on a phone") << "Main" << 1400.0 << both << 400.0;
-        QTest::newRow("settings stay alone") << "Set" << 1400.0 << QStringList{"Set"} << 400.0;
+        using enum Screen;
+        const QList<Screen> both{Favorites, Main};
+        QTest::newRow("phone, main") << Main << 390.0 << QList{Main} << 195.0;
+        QTest::newRow("phone, favorites") << Favorites << 360.0 << QList{Favorites} << 180.0;
+        QTest::newRow("just under the breakpoint") << Main << 599.0 << QList{Main} << 299.5;
+        QTest::newRow("at the breakpoint: half each") << Main << 600.0 << both << 300.0;
+        QTest::newRow("tablet, favorites asked for") << Favorites << 720.0 << both << 360.0;
+        QTest::newRow("desktop: the list as on a phone") << Main << 1400.0 << both << 400.0;
+        QTest::newRow("settings stay alone") << Settings << 1400.0 << QList{Settings} << 400.0;
     }
     void panes()
     {
-        QFETCH(QString, identifier);
+        QFETCH(Screen, asked);
         QFETCH(double, width);
-        QFETCH(QStringList, panes);
+        QFETCH(QList<Screen>, panes);
         QFETCH(double, side);
-        QCOMPARE(WindowLayout::panes(identifier, width), panes);
+        QCOMPARE(WindowLayout::panes(asked, width), panes);
         QCOMPARE(WindowLayout::sidePaneWidth(width), side);
     }
 

@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: MIT
-"""Generate Tavlo's artwork as SVG files in src/resources/images/.
+"""Generate Tavlo's artwork as SVG files in src/screenBase/images/.
 
 Everything here is deterministic (fixed seeds, fixed number formatting), so
 running the script again gives byte-identical files and diffs stay readable.
@@ -15,7 +15,7 @@ import os
 import random
 
 HERE = os.path.dirname(os.path.abspath(__file__))
-OUT_DIR = os.path.normpath(os.path.join(HERE, "..", "..", "src", "resources", "images"))
+OUT_DIR = os.path.normpath(os.path.join(HERE, "..", "..", "src", "screenBase", "images"))
 
 
 # --------------------------------------------------------------------------

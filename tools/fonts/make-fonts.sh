@@ -1,18 +1,18 @@
 #!/bin/sh
 # SPDX-License-Identifier: MIT
-# Rebuilds the fonts bundled in src/resources/fonts/ from Debian packages.
+# Rebuilds the fonts bundled in src/screenBase/fonts/ from Debian packages.
 #
 # Run by hand only; the output is committed and the build never calls this.
 # Needs (Debian bookworm):
 #   apt-get install -y --no-install-recommends \
 #       fonts-inter fonts-dejavu-core fonts-droid-fallback python3-fonttools
 #
-# Usage: tools/fonts/make-fonts.sh [OUTDIR]   (default: src/resources/fonts)
+# Usage: tools/fonts/make-fonts.sh [OUTDIR]   (default: src/screenBase/fonts)
 set -eu
 
 here=$(cd "$(dirname "$0")" && pwd)
 root=$(cd "$here/../.." && pwd)
-out=${1:-"$root/src/resources/fonts"}
+out=${1:-"$root/src/screenBase/fonts"}
 mkdir -p "$out"
 
 # Debian's own interpreter: fontTools comes from python3-fonttools, and a

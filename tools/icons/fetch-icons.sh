@@ -1,11 +1,11 @@
 #!/bin/sh
 # SPDX-License-Identifier: MIT
-# Copies the Material Symbols icons the app uses into src/resources/icons/.
+# Copies the Material Symbols icons the app uses into src/screenBase/icons/.
 #
 # Run by hand only; the SVGs are committed byte for byte as the package has
 # them and the build never calls this. Needs npm (Debian: apt-get install npm).
 #
-# Usage: tools/icons/fetch-icons.sh [OUTDIR]   (default: src/resources/icons)
+# Usage: tools/icons/fetch-icons.sh [OUTDIR]   (default: src/screenBase/icons)
 set -eu
 
 PKG=@material-symbols/svg-300
@@ -19,7 +19,7 @@ ICONS="restart_alt add star star-fill settings chevron_left delete sort info clo
 
 here=$(cd "$(dirname "$0")" && pwd)
 root=$(cd "$here/../.." && pwd)
-out=${1:-"$root/src/resources/icons"}
+out=${1:-"$root/src/screenBase/icons"}
 mkdir -p "$out"
 
 work=$(mktemp -d)

@@ -23,7 +23,7 @@ ItemDelegate {
     required property url signImage
     required property string star
     required property string spoken
-    readonly property FavViewController controller: (ListView.view as FavoritesList).controller
+    readonly property FavoritesScreenController controller: (ListView.view as FavoritesList).controller
 
     readonly property real ageLeft: width - 8 - 56
     // The loader of the card's buttons is a focus scope: it has the
@@ -90,9 +90,9 @@ ItemDelegate {
             }
             const outcome = cell.controller.swipeOutcome(cell.travel, cell.width, cell.buttonWidth,
                                                          Screen.pixelDensity)
-            if (outcome === FavViewController.SwipeDelete)
+            if (outcome === FavoritesScreenController.SwipeDelete)
                 cell.controller.deleteRow(cell.index)
-            else if (outcome === FavViewController.SwipeOpen)
+            else if (outcome === FavoritesScreenController.SwipeOpen)
                 cell.controller.openRow = cell.index
             else if (cell.controller.openRow === cell.index)
                 cell.controller.openRow = -1

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "resources/ScreenController.h"
+#include "screenBase/ScreenController.h"
 
 #include "session/Session.h"
 #include "texts/AccessibleNames.h"
@@ -36,11 +36,11 @@ bool ScreenController::screenReaderOn() const
     return QAccessible::isActive();
 }
 
-void ScreenController::showScreen(const QString &identifier)
+void ScreenController::showScreen(Screens::Screen screen)
 {
     if (!m_dimmed) {
         m_dimmed = true;
         emit dimmedChanged();
     }
-    emit screenRequested(identifier);
+    emit screenRequested(screen);
 }

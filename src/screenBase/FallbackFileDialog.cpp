@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "resources/FallbackFileDialog.h"
+#include "screenBase/FallbackFileDialog.h"
 
 #include <QJSEngine>
 #include <QQmlAbstractUrlInterceptor>
@@ -10,7 +10,7 @@ namespace {
 // Where Qt Quick Dialogs (6.4) takes its file dialog from, and ours.
 const QUrl qtFileDialog(
     QStringLiteral("qrc:/qt-project.org/imports/QtQuick/Dialogs/quickimpl/qml/FileDialog.qml"));
-const QUrl themedFileDialog(QStringLiteral("qrc:/qt/qml/Tavlo/resources/ThemedFileDialog.qml"));
+const QUrl themedFileDialog(QStringLiteral("qrc:/qt/qml/Tavlo/screenBase/ThemedFileDialog.qml"));
 
 class DialogInterceptor final : public QQmlAbstractUrlInterceptor
 {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "mainScreen/ViewController.h"
+#include "mainScreen/MainScreenController.h"
 
 #include "core/DatePattern.h"
 #include "core/DateWheels.h"
@@ -48,18 +48,18 @@ private:
 
 } // namespace
 
-ViewController::ViewController(Session &session, QObject *parent)
+MainScreenController::MainScreenController(Session &session, QObject *parent)
     : ScreenController(session, parent), m_picker(session.launchDate())
 {}
 
-ViewController::~ViewController() = default;
+MainScreenController::~MainScreenController() = default;
 
-QStringList ViewController::dayLabels() const
+QStringList MainScreenController::dayLabels() const
 {
     return m_wheels->dayLabels(m_picker.date().month(), m_picker.date().year());
 }
 
-void ViewController::viewDidLoad()
+void MainScreenController::viewDidLoad()
 {
     SettingsStore &settings = m_session.settings;
     if (m_session.reminders)
@@ -131,17 +131,17 @@ void ViewController::viewDidLoad()
         requestRating();
 }
 
-void ViewController::viewDidLayoutSubviews()
+void MainScreenController::viewDidLayoutSubviews()
 {
     applyTheme();
 }
 
-void ViewController::applyTheme()
+void MainScreenController::applyTheme()
 {
     m_theme->apply(m_session.themes.look(m_session.settings.value(SettingsKeys::color)));
 }
 
-void ViewController::pickDate(int day, int month, int year)
+void MainScreenController::pickDate(int day, int month, int year)
 {
     const bool yearKnown = year != 0;
     const std::optional<QDate> picked = DateWheels::date(day, month, year);
@@ -154,7 +154,7 @@ void ViewController::pickDate(int day, int month, int year)
         dpChanged();
 }
 
-void ViewController::dpChanged()
+void MainScreenController::dpChanged()
 {
     m_personName = m_session.strings[UiText::ReportYour];
     if (!m_yearKnown || m_picker < m_session.launchDate()) {
@@ -166,7 +166,7 @@ void ViewController::dpChanged()
     setPlusEnabled(false);
 }
 
-void ViewController::resetPressed()
+void MainScreenController::resetPressed()
 {
     setPicker(m_session.launchDate());
     storePickedDate();
@@ -174,7 +174,7 @@ void ViewController::resetPressed()
     emit announcement(spokenReport());
 }
 
-void ViewController::composeReport()
+void MainScreenController::composeReport()
 {
     setPlusEnabled(false);
     ReportComposer composer(m_session.strings, m_session.results);
@@ -197,7 +197,7 @@ void ViewController::composeReport()
     setPlusEnabled(true);
 }
 
-void ViewController::storePickedDate()
+void MainScreenController::storePickedDate()
 {
     // The stored date is always a whole one: a start with no year shown
     // opens on the last date that had one.
@@ -210,7 +210,7 @@ void ViewController::storePickedDate()
     m_session.settings.set(SettingsKeys::year, date.year());
 }
 
-QString ViewController::todaysBirthdaysText()
+QString MainScreenController::todaysBirthdaysText()
 {
     const FavoritesStore &favorites = m_session.favorites;
     const BirthdayList list{favorites.count(),
@@ -229,7 +229,7 @@ QString ViewController::todaysBirthdaysText()
     return found.greeting;
 }
 
-void ViewController::plusPressed()
+void MainScreenController::plusPressed()
 {
     const QString date =
         DatePattern(m_yearKnown ? u"dd.MM.yyyy" : u"dd.MM.").format(m_picker.date());
@@ -238,7 +238,7 @@ void ViewController::plusPressed()
     emit addFavoriteDialogRequested();
 }
 
-void ViewController::addFavorite(const QString &fieldText)
+void MainScreenController::addFavorite(const QString &fieldText)
 {
     const SettingsStore &settings = m_session.settings;
     if (const std::optional<DayOfBirth> day = pickedWithoutYear())
@@ -251,17 +251,17 @@ void ViewController::addFavorite(const QString &fieldText)
     emit favoriteAdded();
 }
 
-void ViewController::favPressed()
+void MainScreenController::favPressed()
 {
-    showScreen(u"Fav"_s);
+    showScreen(Screen::Favorites);
 }
 
-void ViewController::setPressed()
+void MainScreenController::setPressed()
 {
-    showScreen(u"Set"_s);
+    showScreen(Screen::Settings);
 }
 
-void ViewController::handleGesture(Swipe swipe)
+void MainScreenController::handleGesture(Swipe swipe)
 {
     const FavoritesStore &favorites = m_session.favorites;
     const auto direction =
@@ -285,7 +285,7 @@ void ViewController::handleGesture(Swipe swipe)
     emit announcement(spokenReport());
 }
 
-void ViewController::showFavorite(qint64 index)
+void MainScreenController::showFavorite(qint64 index)
 {
     SettingsStore &settings = m_session.settings;
     m_session.prepareMainScreen();
@@ -305,7 +305,7 @@ void ViewController::showFavorite(qint64 index)
     composeReport();
 }
 
-void ViewController::showHanded(const Favorite &handed)
+void MainScreenController::showHanded(const Favorite &handed)
 {
     m_personName = personNameFromFavorite(handed.name, m_session.language());
     const DayOfBirth day = *DayOfBirth::fromStored(handed.birthday);
@@ -315,7 +315,7 @@ void ViewController::showHanded(const Favorite &handed)
         setPickerWithoutYear(day);
 }
 
-void ViewController::takeHandOver()
+void MainScreenController::takeHandOver()
 {
     SettingsStore &settings = m_session.settings;
     const FavoriteHandOver::Waiting handOver = FavoriteHandOver::waiting(settings);
@@ -334,32 +334,32 @@ void ViewController::takeHandOver()
     emit announcement(spokenReport());
 }
 
-void ViewController::checkNotificationPermission()
+void MainScreenController::checkNotificationPermission()
 {
     emit notificationPermissionCheckRequested();
     if (m_session.reminders)
         m_session.reminders->checkNotificationPermission();
 }
 
-void ViewController::requestRating()
+void MainScreenController::requestRating()
 {
     // Linux has no rating prompt of its own; the request is logged.
     DebugLog::line(u"CANCEL"_s);
 }
 
-void ViewController::setPickerWithoutYear(const DayOfBirth &day)
+void MainScreenController::setPickerWithoutYear(const DayOfBirth &day)
 {
     setPicker(day.inLeapYear().startOfDay(), false);
 }
 
-std::optional<DayOfBirth> ViewController::pickedWithoutYear() const
+std::optional<DayOfBirth> MainScreenController::pickedWithoutYear() const
 {
     if (m_yearKnown)
         return std::nullopt;
     return DayOfBirth::withoutYear(m_picker.date().day(), m_picker.date().month());
 }
 
-void ViewController::setPicker(const QDateTime &date, bool yearKnown)
+void MainScreenController::setPicker(const QDateTime &date, bool yearKnown)
 {
     if (date == m_picker && yearKnown == m_yearKnown)
         return;
@@ -372,7 +372,7 @@ void ViewController::setPicker(const QDateTime &date, bool yearKnown)
     emit pickerChanged();
 }
 
-void ViewController::setPlusEnabled(bool enabled)
+void MainScreenController::setPlusEnabled(bool enabled)
 {
     if (enabled == m_plusEnabled)
         return;
@@ -380,14 +380,14 @@ void ViewController::setPlusEnabled(bool enabled)
     emit plusEnabledChanged();
 }
 
-void ViewController::setReport(const QString &display, const QString &weekday)
+void MainScreenController::setReport(const QString &display, const QString &weekday)
 {
     m_display = display;
     m_weekday = weekday;
     emit reportChanged();
 }
 
-std::optional<QDateTime> ViewController::parseRecordDate(const QString &text)
+std::optional<QDateTime> MainScreenController::parseRecordDate(const QString &text)
 {
     const std::optional<QDate> date = DatePattern::stored().parse(text);
     if (!date)

@@ -4,7 +4,7 @@
 #include "contacts/FileChooser.h"
 #include "contacts/VCardReader.h"
 #include "favoritesScreen/FavoritesModel.h"
-#include "resources/ScreenController.h"
+#include "screenBase/ScreenController.h"
 
 #include <QObject>
 #include <QStringList>
@@ -18,7 +18,7 @@ class Session;
 // The favorites screen: the saved birthdays as cards, sorted by the chosen
 // order, with the sort menu, renaming by long press and deleting by swipe.
 // Choosing a favorite hands it to a new main screen.
-class FavViewController : public ScreenController
+class FavoritesScreenController : public ScreenController
 {
     Q_OBJECT
     QML_ELEMENT
@@ -78,7 +78,7 @@ public:
         return screenReaderOn ? 12'000 : 5'000;
     }
 
-    explicit FavViewController(Session &session, QObject *parent = nullptr);
+    explicit FavoritesScreenController(Session &session, QObject *parent = nullptr);
 
     FavoritesModel *model() const { return m_model; }
     QStringList sortChoices() const;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "resources/ScreenLayout.h"
+#include "screenBase/ScreenLayout.h"
 
 #include "themes/WindowLayout.h"
 
@@ -47,7 +47,10 @@ qreal ScreenLayout::readableWidth(qreal available, const QFont &font) const
     return WindowLayout::readableWidth(available, average);
 }
 
-QStringList ScreenLayout::panes(const QString &identifier) const
+QVariantList ScreenLayout::panes(int asked) const
 {
-    return WindowLayout::panes(identifier, m_width);
+    QVariantList shown;
+    for (const Screen screen : WindowLayout::panes(Screen(asked), m_width))
+        shown.append(int(screen));
+    return shown;
 }

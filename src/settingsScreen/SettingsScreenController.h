@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "resources/ScreenController.h"
+#include "screenBase/ScreenController.h"
 #include "settings/HiddenLanguageSwitch.h"
-#include "settings/StoreLinks.h"
+#include "settingsScreen/StoreLinks.h"
 
 #include <QColor>
 #include <QList>
@@ -18,7 +18,7 @@ class Session;
 // The settings screen: the details, weekday and star switches, the ten
 // colour themes, rating and more apps, the info panel, and the version
 // button with the hidden language switch.
-class SetViewController : public ScreenController
+class SettingsScreenController : public ScreenController
 {
     Q_OBJECT
     QML_ELEMENT
@@ -55,7 +55,7 @@ class SetViewController : public ScreenController
     Q_PROPERTY(QString syncStatus READ syncStatus NOTIFY syncChanged)
 
 public:
-    explicit SetViewController(Session &session, QObject *parent = nullptr);
+    explicit SettingsScreenController(Session &session, QObject *parent = nullptr);
 
     bool detailsOn() const;
     bool weekdayOn() const;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "settingsScreen/SetViewController.h"
+#include "settingsScreen/SettingsScreenController.h"
 
 #include "contacts/ContactsFollower.h"
 #include "core/DebugLog.h"
@@ -16,42 +16,42 @@
 
 using namespace Qt::Literals::StringLiterals;
 
-SetViewController::SetViewController(Session &session, QObject *parent)
+SettingsScreenController::SettingsScreenController(Session &session, QObject *parent)
     : ScreenController(session, parent),
       m_openUrl(session.openLink ? session.openLink
                                  : [](const QUrl &url) { return QDesktopServices::openUrl(url); })
 {
     if (m_session.contacts) {
         connect(m_session.contacts, &ContactsFollower::statusChanged, this,
-                &SetViewController::followStatusChanged);
+                &SettingsScreenController::followStatusChanged);
     }
     if (m_session.sync) {
-        connect(m_session.sync, &SyncService::statusChanged, this, &SetViewController::syncChanged);
-        connect(m_session.sync, &SyncService::busyChanged, this, &SetViewController::syncChanged);
+        connect(m_session.sync, &SyncService::statusChanged, this, &SettingsScreenController::syncChanged);
+        connect(m_session.sync, &SyncService::busyChanged, this, &SettingsScreenController::syncChanged);
     }
 }
 
-bool SetViewController::detailsOn() const
+bool SettingsScreenController::detailsOn() const
 {
     return m_session.settings.value(SettingsKeys::moreDetails);
 }
 
-bool SetViewController::weekdayOn() const
+bool SettingsScreenController::weekdayOn() const
 {
     return m_session.settings.value(SettingsKeys::weekday);
 }
 
-bool SetViewController::starOn() const
+bool SettingsScreenController::starOn() const
 {
     return m_session.settings.value(SettingsKeys::star);
 }
 
-int SetViewController::selectedColor() const
+int SettingsScreenController::selectedColor() const
 {
     return ThemeTable::stored(m_session.settings.value(SettingsKeys::color));
 }
 
-QVariantList SetViewController::colorButtons() const
+QVariantList SettingsScreenController::colorButtons() const
 {
     const QColor frame = m_theme->labelColor();
     const Rgb symbol = m_session.appearance == Appearance::Dark ? Rgb{1, 1, 1} : Rgb{0, 0, 0};
@@ -75,57 +75,57 @@ QVariantList SetViewController::colorButtons() const
     return buttons;
 }
 
-QString SetViewController::versionText() const
+QString SettingsScreenController::versionText() const
 {
     return u"v"_s + QStringLiteral(TAVLO_VERSION);
 }
 
-QString SetViewController::versionSpoken() const
+QString SettingsScreenController::versionSpoken() const
 {
     return m_session.strings[UiText::VersionSpoken].arg(QStringLiteral(TAVLO_VERSION));
 }
 
-QString SetViewController::infoText() const
+QString SettingsScreenController::infoText() const
 {
     return infoPanelText(m_session.language(), QStringLiteral(TAVLO_VERSION));
 }
 
-void SetViewController::viewDidLoad()
+void SettingsScreenController::viewDidLoad()
 {
     applyTheme();
 }
 
-void SetViewController::applyTheme()
+void SettingsScreenController::applyTheme()
 {
     // Every rebuild starts from a fresh screen, so a picture theme gets its blur back.
     m_theme->reset();
     m_theme->apply(m_session.themes.look(m_session.settings.value(SettingsKeys::color)));
 }
 
-void SetViewController::backPressed()
+void SettingsScreenController::backPressed()
 {
-    showScreen(u"Main"_s);
+    showScreen(Screen::Main);
 }
 
-void SetViewController::switchDetailsValue(bool on)
+void SettingsScreenController::switchDetailsValue(bool on)
 {
     m_session.settings.set(SettingsKeys::moreDetails, on);
     emit changed();
 }
 
-void SetViewController::switchWeekdayValue(bool on)
+void SettingsScreenController::switchWeekdayValue(bool on)
 {
     m_session.settings.set(SettingsKeys::weekday, on);
     emit changed();
 }
 
-void SetViewController::switchStarValue(bool on)
+void SettingsScreenController::switchStarValue(bool on)
 {
     m_session.settings.set(SettingsKeys::star, on);
     emit changed();
 }
 
-void SetViewController::setColor(int tag)
+void SettingsScreenController::setColor(int tag)
 {
     DebugLog::line(u"color = "_s + QString::number(tag));
     m_session.settings.set(SettingsKeys::color, tag - 1);
@@ -133,7 +133,7 @@ void SetViewController::setColor(int tag)
     emit changed();
 }
 
-void SetViewController::versionTaped()
+void SettingsScreenController::versionTaped()
 {
     const HiddenLanguageSwitch::Answer answer =
         m_secret.tap(m_session.settings.value(SettingsKeys::color), detailsOn(),
@@ -144,7 +144,7 @@ void SetViewController::versionTaped()
     emit secretChanged();
 }
 
-void SetViewController::ratePressed()
+void SettingsScreenController::ratePressed()
 {
     // The request is logged; where there is a software centre,
     // Tavlo's page there is where it can be rated.
@@ -155,7 +155,7 @@ void SetViewController::ratePressed()
                                   u"no handler for "_s + page.toString());
 }
 
-void SetViewController::moreAppsPressed()
+void SettingsScreenController::moreAppsPressed()
 {
     const QUrl url = StoreLinks::moreAppsPage(m_platform);
     const bool opened = url.isValid() && m_openUrl(url);
@@ -164,20 +164,20 @@ void SetViewController::moreAppsPressed()
     DebugLog::line(u"RateApp "_s + (opened ? u"true"_s : u"false"_s));
 }
 
-void SetViewController::infoPressed()
+void SettingsScreenController::infoPressed()
 {
     DebugLog::line(u" Gestures "_s);
     m_infoVisible = true;
     emit infoVisibleChanged();
 }
 
-void SetViewController::scrollViewHide()
+void SettingsScreenController::scrollViewHide()
 {
     m_infoVisible = false;
     emit infoVisibleChanged();
 }
 
-QString SetViewController::reminderTimeText() const
+QString SettingsScreenController::reminderTimeText() const
 {
     // In the device's own clock format, as the favorites show dates; hours
     // and minutes only (the C locale's short format has seconds).
@@ -186,14 +186,14 @@ QString SetViewController::reminderTimeText() const
     return locale.toString(ReminderTiming::from(m_session.settings).timeOfDay, format);
 }
 
-QString SetViewController::reminderLeadText() const
+QString SettingsScreenController::reminderLeadText() const
 {
     const int days = ReminderTiming::from(m_session.settings).daysBefore;
     return ReminderTiming::leadChoiceTexts(m_session.strings)
         .value(ReminderTiming::leadDayChoices.indexOf(days));
 }
 
-void SetViewController::stepReminderTime(int steps)
+void SettingsScreenController::stepReminderTime(int steps)
 {
     ReminderTiming::setTimeOfDay(m_session.settings,
                                  ReminderTiming::from(m_session.settings).steppedTime(steps));
@@ -201,7 +201,7 @@ void SetViewController::stepReminderTime(int steps)
     emit announcement(m_session.strings[UiText::ReminderTime] + u": "_s + reminderTimeText());
 }
 
-void SetViewController::nextReminderLead()
+void SettingsScreenController::nextReminderLead()
 {
     const QList<int> &choices = ReminderTiming::leadDayChoices;
     const int now = int(choices.indexOf(ReminderTiming::from(m_session.settings).daysBefore));
@@ -210,7 +210,7 @@ void SetViewController::nextReminderLead()
     emit announcement(m_session.strings[UiText::HowEarly] + u": "_s + reminderLeadText());
 }
 
-QString SetViewController::secondReminderText() const
+QString SettingsScreenController::secondReminderText() const
 {
     const ReminderTiming timing = ReminderTiming::from(m_session.settings);
     if (timing.leads().size() < 2)
@@ -219,7 +219,7 @@ QString SetViewController::secondReminderText() const
         .value(ReminderTiming::leadDayChoices.indexOf(*timing.secondDaysBefore));
 }
 
-void SetViewController::nextSecondReminder()
+void SettingsScreenController::nextSecondReminder()
 {
     ReminderTiming::setSecondDaysBefore(
         m_session.settings, ReminderTiming::from(m_session.settings).nextSecondChoice());
@@ -227,29 +227,29 @@ void SetViewController::nextSecondReminder()
     emit announcement(m_session.strings[UiText::SecondReminder] + u": "_s + secondReminderText());
 }
 
-bool SetViewController::calendarOn() const
+bool SettingsScreenController::calendarOn() const
 {
     return m_session.calendar.enabled();
 }
 
-void SetViewController::switchCalendarValue(bool on)
+void SettingsScreenController::switchCalendarValue(bool on)
 {
     if (const QString problem = m_session.calendar.setEnabled(on); !problem.isEmpty())
         DebugLog::line(problem);
     emit changed();
 }
 
-bool SetViewController::followContactsOn() const
+bool SettingsScreenController::followContactsOn() const
 {
     return m_session.settings.value(SettingsKeys::followContacts);
 }
 
-QString SetViewController::followContactsStatus() const
+QString SettingsScreenController::followContactsStatus() const
 {
     return m_session.contacts ? m_session.contacts->status() : QString();
 }
 
-void SetViewController::switchFollowContactsValue(bool on)
+void SettingsScreenController::switchFollowContactsValue(bool on)
 {
     // A write that fails is told by the save notice, as every change's is.
     if (m_session.contacts)
@@ -260,32 +260,32 @@ void SetViewController::switchFollowContactsValue(bool on)
     emit followStatusChanged();
 }
 
-bool SetViewController::syncAvailable() const
+bool SettingsScreenController::syncAvailable() const
 {
     return m_session.sync != nullptr;
 }
 
-bool SetViewController::syncAccount() const
+bool SettingsScreenController::syncAccount() const
 {
     return m_session.sync && m_session.sync->hasAccount();
 }
 
-bool SetViewController::syncBusy() const
+bool SettingsScreenController::syncBusy() const
 {
     return m_session.sync && m_session.sync->busy();
 }
 
-QString SetViewController::syncServer() const
+QString SettingsScreenController::syncServer() const
 {
     return m_session.sync ? m_session.sync->server() : QString();
 }
 
-QString SetViewController::syncUser() const
+QString SettingsScreenController::syncUser() const
 {
     return m_session.sync ? m_session.sync->user() : QString();
 }
 
-QString SetViewController::syncStatus() const
+QString SettingsScreenController::syncStatus() const
 {
     if (!m_session.sync)
         return {};
@@ -294,13 +294,13 @@ QString SetViewController::syncStatus() const
     return m_session.sync->status(m_session.strings, m_session.formatLocale);
 }
 
-void SetViewController::syncSetUp(const QString &server, const QString &user,
+void SettingsScreenController::syncSetUp(const QString &server, const QString &user,
                                   const QString &password)
 {
     if (!m_session.sync)
         return;
     m_syncProblem.clear();
-    const QPointer<SetViewController> self = this;
+    const QPointer<SettingsScreenController> self = this;
     m_session.sync->setUp(QUrl::fromUserInput(server.trimmed()), user.trimmed(), password,
                           [self](const QString &problem) {
                               if (!self)
@@ -313,7 +313,7 @@ void SetViewController::syncSetUp(const QString &server, const QString &user,
     emit syncChanged();
 }
 
-void SetViewController::syncNow()
+void SettingsScreenController::syncNow()
 {
     m_syncProblem.clear();
     if (m_session.sync)
@@ -321,12 +321,12 @@ void SetViewController::syncNow()
     emit syncChanged();
 }
 
-void SetViewController::syncRemove()
+void SettingsScreenController::syncRemove()
 {
     if (!m_session.sync)
         return;
     m_syncProblem.clear();
-    const QPointer<SetViewController> self = this;
+    const QPointer<SettingsScreenController> self = this;
     m_session.sync->remove([self](const QString &problem) {
         if (!self)
             return;

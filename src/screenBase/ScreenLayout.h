@@ -33,8 +33,9 @@ public:
     qreal sidePaneWidth() const;
     qreal barWidth() const;
 
-    // The screens that stand for `identifier` at this width, left to right.
-    Q_INVOKABLE QStringList panes(const QString &identifier) const;
+    // The screens (Screens.Main, ...) shown for `asked` at this width, left
+    // to right.
+    Q_INVOKABLE QVariantList panes(int asked) const;
 
     // A column of running text in `available` pixels, in `font`.
     Q_INVOKABLE qreal readableWidth(qreal available, const QFont &font) const;

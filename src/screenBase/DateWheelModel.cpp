@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "resources/DateWheelModel.h"
+#include "screenBase/DateWheelModel.h"
 
 #include "core/DateWheels.h"
 #include "core/DayOfBirth.h"

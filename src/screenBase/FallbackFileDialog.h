@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "resources/ScreenTheme.h"
+#include "screenBase/ScreenTheme.h"
 #include "texts/UiStrings.h"
 
 #include <QObject>

@@ -5,7 +5,7 @@
 #include "favorites/FavoriteBrowsing.h"
 #include "favorites/FavoritesStore.h"
 #include "report/ReportComposer.h"
-#include "resources/ScreenController.h"
+#include "screenBase/ScreenController.h"
 
 #include <QDateTime>
 #include <QObject>
@@ -21,7 +21,7 @@ class Session;
 // the buttons to reset, add a favorite, and open the favorites and settings.
 // It runs the screen's rules in their fixed order and shows the results as
 // properties; the view (MainScreen.qml) only lays them out.
-class ViewController : public ScreenController
+class MainScreenController : public ScreenController
 {
     Q_OBJECT
     QML_ELEMENT
@@ -48,8 +48,8 @@ public:
     enum class Swipe { Left, Right };
     Q_ENUM(Swipe)
 
-    explicit ViewController(Session &session, QObject *parent = nullptr);
-    ~ViewController() override;
+    explicit MainScreenController(Session &session, QObject *parent = nullptr);
+    ~MainScreenController() override;
 
     QString displayText() const { return m_display; }
     QString weekdayText() const { return m_weekday; }

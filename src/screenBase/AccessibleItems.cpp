@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "resources/AccessibleItems.h"
+#include "screenBase/AccessibleItems.h"
 
 #include <QAccessible>
 #include <QPointer>

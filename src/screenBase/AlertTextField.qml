@@ -65,7 +65,7 @@ TextField {
                 height: 18
                 sourceSize.width: 36
                 sourceSize.height: 36
-                source: "qrc:/qt/qml/Tavlo/resources/icons/cancel-fill.svg"
+                source: "qrc:/qt/qml/Tavlo/screenBase/icons/cancel-fill.svg"
                 color: field.theme.placeholderColor
             }
         }

@@ -9,7 +9,7 @@ class QGuiApplication;
 
 // Starts the app: the settings file, the clock, the shared session, the
 // bundled fonts, and the QML engine with its window.
-class AppDelegate
+class AppStartup
 {
 public:
     struct Options

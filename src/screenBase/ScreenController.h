@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "resources/DateWheelModel.h"
-#include "resources/ScreenTheme.h"
+#include "screenBase/DateWheelModel.h"
+#include "screenBase/ScreenTheme.h"
+#include "themes/Screens.h"
 #include "texts/UiStrings.h"
 
 #include <QObject>
@@ -51,13 +52,13 @@ signals:
     void announcement(const QString &words);
     void dimmedChanged();
     // The screen host is to present the screen registered under `identifier`.
-    void screenRequested(const QString &identifier);
+    void screenRequested(Screens::Screen screen);
 
 protected:
     ScreenController(Session &session, QObject *parent);
 
     // Leaves this screen for the one registered under `identifier`.
-    void showScreen(const QString &identifier);
+    void showScreen(Screens::Screen screen);
 
     Session &m_session;
     ScreenTheme *const m_theme;

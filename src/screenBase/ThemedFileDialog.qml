@@ -152,7 +152,7 @@ FileDialogImpl {
                 x: 0
                 width: 44
                 height: 44
-                iconSource: "qrc:/qt/qml/Tavlo/resources/icons/chevron_left.svg"
+                iconSource: "qrc:/qt/qml/Tavlo/screenBase/icons/chevron_left.svg"
                 iconColor: FallbackFileDialog.textColor
                 rotation: 90
                 focusPolicy: Qt.TabFocus

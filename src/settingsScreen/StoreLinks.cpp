@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "settings/StoreLinks.h"
+#include "settingsScreen/StoreLinks.h"
 
 using namespace Qt::Literals::StringLiterals;
 

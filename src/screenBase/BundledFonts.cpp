@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "resources/BundledFonts.h"
+#include "screenBase/BundledFonts.h"
 
 #include <QDir>
 #include <QFontDatabase>
@@ -28,7 +28,7 @@ void install()
     if (installed)
         return;
     installed = true;
-    const QDir folder(QStringLiteral(":/qt/qml/Tavlo/resources/fonts"));
+    const QDir folder(QStringLiteral(":/qt/qml/Tavlo/screenBase/fonts"));
     for (const QString &file :
          folder.entryList({QStringLiteral("*.otf"), QStringLiteral("*.ttf")}, QDir::Files)) {
         // Read in place where the resource is stored as is: the faces then

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "resources/ScreenTheme.h"
+#include "screenBase/ScreenTheme.h"
 
 #include "themes/Contrast.h"
 
@@ -33,7 +33,7 @@ QColor ScreenTheme::toColor(Translucent color)
 
 QUrl ScreenTheme::imageUrl(const QString &name)
 {
-    return QUrl(QStringLiteral("qrc:/qt/qml/Tavlo/resources/images/") + name +
+    return QUrl(QStringLiteral("qrc:/qt/qml/Tavlo/screenBase/images/") + name +
                 QStringLiteral(".svg"));
 }
 

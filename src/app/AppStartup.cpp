@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "app/AppDelegate.h"
+#include "app/AppStartup.h"
 
 #include "app/ScreenFactory.h"
 #include "app/Screenshot.h"
@@ -15,9 +15,9 @@
 #include "platform/linux/PowerWakeups.h"
 #include "platform/linux/SecretServiceVault.h"
 #include "reminders/ReminderScheduler.h"
-#include "resources/AccessibleItems.h"
-#include "resources/BundledFonts.h"
-#include "resources/FallbackFileDialog.h"
+#include "screenBase/AccessibleItems.h"
+#include "screenBase/BundledFonts.h"
+#include "screenBase/FallbackFileDialog.h"
 #include "session/Session.h"
 #include "settings/FileSettingsStore.h"
 #include "sync/SyncService.h"
@@ -31,7 +31,7 @@
 #include <QQuickStyle>
 #include <QQuickWindow>
 
-Appearance AppDelegate::appearance()
+Appearance AppStartup::appearance()
 {
     const QByteArray forced = qgetenv("TAVLO_APPEARANCE");
     if (forced == "dark")
@@ -42,7 +42,7 @@ Appearance AppDelegate::appearance()
                                                                                 : Appearance::Light;
 }
 
-int AppDelegate::run(QGuiApplication &app, const Options &options)
+int AppStartup::run(QGuiApplication &app, const Options &options)
 {
     QQuickStyle::setStyle(QStringLiteral("Basic"));
     AccessibleItems::install();

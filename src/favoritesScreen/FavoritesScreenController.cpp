@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "favoritesScreen/FavViewController.h"
+#include "favoritesScreen/FavoritesScreenController.h"
 
 #include "contacts/BirthdayExport.h"
 #include "contacts/BirthdayImport.h"
@@ -15,7 +15,7 @@
 #include "core/OneLine.h"
 #include "favorites/FavoritesSorting.h"
 #include "favorites/RowSwipe.h"
-#include "resources/FallbackFileDialog.h"
+#include "screenBase/FallbackFileDialog.h"
 #include "session/Session.h"
 #include "settings/SettingsStore.h"
 #include "sync/SyncService.h"
@@ -30,7 +30,7 @@
 
 using namespace Qt::Literals::StringLiterals;
 
-FavViewController::FavViewController(Session &session, QObject *parent)
+FavoritesScreenController::FavoritesScreenController(Session &session, QObject *parent)
     : ScreenController(session, parent), m_model(new FavoritesModel(this))
 {
     m_undoTimer.setSingleShot(true);
@@ -56,40 +56,40 @@ FavViewController::FavViewController(Session &session, QObject *parent)
     }
 }
 
-QStringList FavViewController::sortChoices() const
+QStringList FavoritesScreenController::sortChoices() const
 {
     const UiStrings &s = m_session.strings;
     return {s[UiText::SortByName], s[UiText::SortByAge], s[UiText::SortByBirthday]};
 }
 
-int FavViewController::count() const
+int FavoritesScreenController::count() const
 {
     return int(m_session.favorites.count());
 }
 
-QString FavViewController::entriesText() const
+QString FavoritesScreenController::entriesText() const
 {
     return m_session.strings[UiText::Entries] + u' ' + QString::number(count());
 }
 
-QString FavViewController::emptyHint() const
+QString FavoritesScreenController::emptyHint() const
 {
     return count() == 0 ? m_session.strings[UiText::NoFavoritesYet] : QString();
 }
 
-QColor FavViewController::cardColor() const
+QColor FavoritesScreenController::cardColor() const
 {
     QColor color = ScreenTheme::toColor(SystemColors::of(m_session.appearance).background);
     color.setAlphaF(0.2f);
     return color;
 }
 
-QColor FavViewController::cardBorderColor() const
+QColor FavoritesScreenController::cardBorderColor() const
 {
     return ScreenTheme::toColor(SystemColors::of(m_session.appearance).background);
 }
 
-void FavViewController::viewDidLoad()
+void FavoritesScreenController::viewDidLoad()
 {
     FavoritesStore &favorites = m_session.favorites;
     SettingsStore &settings = m_session.settings;
@@ -133,19 +133,19 @@ void FavViewController::viewDidLoad()
     reloadRows();
 }
 
-void FavViewController::viewWillAppear()
+void FavoritesScreenController::viewWillAppear()
 {
     reloadRows();
 }
 
-void FavViewController::applyOrder()
+void FavoritesScreenController::applyOrder()
 {
     FavoritesStore &favorites = m_session.favorites;
     favorites.reorder(
         FavoritesSorting::ordering(favorites.all(), FavoritesSorting::orderFor(m_sort)));
 }
 
-void FavViewController::setOpenRow(int row)
+void FavoritesScreenController::setOpenRow(int row)
 {
     if (row == m_openRow)
         return;
@@ -153,7 +153,7 @@ void FavViewController::setOpenRow(int row)
     emit openRowChanged();
 }
 
-void FavViewController::reloadRows()
+void FavoritesScreenController::reloadRows()
 {
     // Rows move or change under it: no row stays open.
     setOpenRow(-1);
@@ -180,17 +180,17 @@ void FavViewController::reloadRows()
     emit countChanged();
 }
 
-void FavViewController::backPressed()
+void FavoritesScreenController::backPressed()
 {
-    showScreen(u"Main"_s);
+    showScreen(Screen::Main);
 }
 
-void FavViewController::sortPressed()
+void FavoritesScreenController::sortPressed()
 {
     emit sortMenuRequested();
 }
 
-void FavViewController::chooseSort(int order)
+void FavoritesScreenController::chooseSort(int order)
 {
     m_sort = order;
     m_session.settings.set(SettingsKeys::sort, m_sort);
@@ -199,7 +199,7 @@ void FavViewController::chooseSort(int order)
     emit announcement(sortChoices().value(order));
 }
 
-void FavViewController::selectRow(int row)
+void FavoritesScreenController::selectRow(int row)
 {
     // One that cannot be shown opens to be fixed instead.
     if (!m_session.favorites.dayOfBirth(row)) {
@@ -212,10 +212,10 @@ void FavViewController::selectRow(int row)
     if (m_besideMain)
         emit favoriteHandedOver();
     else
-        showScreen(u"Main"_s);
+        showScreen(Screen::Main);
 }
 
-void FavViewController::setBesideMain(bool beside)
+void FavoritesScreenController::setBesideMain(bool beside)
 {
     if (beside == m_besideMain)
         return;
@@ -223,13 +223,13 @@ void FavViewController::setBesideMain(bool beside)
     emit besideMainChanged();
 }
 
-void FavViewController::favoritesChangedElsewhere()
+void FavoritesScreenController::favoritesChangedElsewhere()
 {
     applyOrder();
     reloadRows();
 }
 
-void FavViewController::longPressed(int row)
+void FavoritesScreenController::longPressed(int row)
 {
     const Favorite favorite = m_session.favorites.at(row);
     // A birthday that cannot be read is what the dialog is there to fix:
@@ -243,7 +243,7 @@ void FavViewController::longPressed(int row)
     emit editDialogRequested();
 }
 
-void FavViewController::confirmEdit(const QString &name, int day, int month, int year)
+void FavoritesScreenController::confirmEdit(const QString &name, int day, int month, int year)
 {
     const std::optional<QDate> picked = DateWheels::date(day, month, year);
     if (!picked)
@@ -257,7 +257,7 @@ void FavViewController::confirmEdit(const QString &name, int day, int month, int
     m_model->updateRow(m_editRow, m_session.favorites.at(m_editRow));
 }
 
-void FavViewController::deleteRow(int row, bool byKeyboard)
+void FavoritesScreenController::deleteRow(int row, bool byKeyboard)
 {
     // The rows below move up: one left open would come to rest under the
     // finger with its delete button out.
@@ -277,7 +277,7 @@ void FavViewController::deleteRow(int row, bool byKeyboard)
         FavoriteCards::displayName(shownOnOneLine(favorite.name))));
 }
 
-bool FavViewController::undoDelete(bool byKeyboard)
+bool FavoritesScreenController::undoDelete(bool byKeyboard)
 {
     if (m_deleted.isEmpty())
         return false;
@@ -302,12 +302,12 @@ bool FavViewController::undoDelete(bool byKeyboard)
     return stored;
 }
 
-QString FavViewController::positionText(int row, int count) const
+QString FavoritesScreenController::positionText(int row, int count) const
 {
     return m_session.strings[UiText::PositionInList].arg(row + 1).arg(count);
 }
 
-QString FavViewController::undoText() const
+QString FavoritesScreenController::undoText() const
 {
     QStringList names;
     for (const Deleted &deleted : m_deleted)
@@ -316,7 +316,7 @@ QString FavViewController::undoText() const
                            : m_session.strings[UiText::Deleted] + u' ' + names.join(u", "_s);
 }
 
-FavViewController::SwipeOutcome FavViewController::swipeOutcome(qreal travel, qreal rowWidth,
+FavoritesScreenController::SwipeOutcome FavoritesScreenController::swipeOutcome(qreal travel, qreal rowWidth,
                                                                 qreal buttonWidth,
                                                                 qreal pixelsPerMillimetre) const
 {
@@ -362,7 +362,7 @@ QString asTitle(const QString &choice)
 
 } // namespace
 
-FileChooser::Request FavViewController::fileRequest(FileTask task) const
+FileChooser::Request FavoritesScreenController::fileRequest(FileTask task) const
 {
     const UiStrings &s = m_session.strings;
     switch (task) {
@@ -388,12 +388,12 @@ FileChooser::Request FavViewController::fileRequest(FileTask task) const
             u"birthdays.ics"_s};
 }
 
-QString FavViewController::fileDialogTitle() const
+QString FavoritesScreenController::fileDialogTitle() const
 {
     return fileRequest(m_fileTask).title;
 }
 
-QStringList FavViewController::fileDialogFilters() const
+QStringList FavoritesScreenController::fileDialogFilters() const
 {
     QStringList filters;
     for (const FileChooser::Filter &filter : fileRequest(m_fileTask).filters)
@@ -401,18 +401,18 @@ QStringList FavViewController::fileDialogFilters() const
     return filters;
 }
 
-QString FavViewController::fileDialogAcceptText() const
+QString FavoritesScreenController::fileDialogAcceptText() const
 {
     return m_session.strings[fileDialogSaves() ? UiText::FileDialogSave : UiText::FileDialogOpen];
 }
 
-QUrl FavViewController::fileDialogFolder() const
+QUrl FavoritesScreenController::fileDialogFolder() const
 {
     const QString folder = fileRequest(m_fileTask).folder;
     return folder.isEmpty() ? QUrl() : QUrl::fromLocalFile(folder);
 }
 
-void FavViewController::listenToChooser(FileChooser *chooser)
+void FavoritesScreenController::listenToChooser(FileChooser *chooser)
 {
     // Only the screen that asked acts on the answer.
     connect(chooser, &FileChooser::chosen, this, [this](const QUrl &file) {
@@ -437,7 +437,7 @@ void FavViewController::listenToChooser(FileChooser *chooser)
     });
 }
 
-void FavViewController::chooseFile(FileTask task)
+void FavoritesScreenController::chooseFile(FileTask task)
 {
     m_fileTask = task;
     FileChooser *chooser = m_session.fileChooser;
@@ -453,14 +453,14 @@ void FavViewController::chooseFile(FileTask task)
     chooser->choose(fileRequest(task));
 }
 
-void FavViewController::askWithFileDialog()
+void FavoritesScreenController::askWithFileDialog()
 {
     FallbackFileDialog::instance().prepare(m_theme, m_session.strings,
                                            fileRequest(m_fileTask).suggestedName);
     emit fileDialogRequested();
 }
 
-void FavViewController::fileDialogAccepted(const QUrl &file)
+void FavoritesScreenController::fileDialogAccepted(const QUrl &file)
 {
     if (m_fileTask == ImportVCards) {
         importFile(file);
@@ -474,7 +474,7 @@ void FavViewController::fileDialogAccepted(const QUrl &file)
     exportFile(m_fileTask, path.isEmpty() ? file : QUrl::fromLocalFile(path));
 }
 
-void FavViewController::exportFile(FileTask task, const QUrl &file)
+void FavoritesScreenController::exportFile(FileTask task, const QUrl &file)
 {
     const QString path = localPath(file);
     const QList<Favorite> favorites = m_session.favorites.all();
@@ -500,7 +500,7 @@ void FavViewController::exportFile(FileTask task, const QUrl &file)
     emit importFinished();
 }
 
-void FavViewController::importFile(const QUrl &url)
+void FavoritesScreenController::importFile(const QUrl &url)
 {
     const VCardFile read = VCardFile::read(localPath(url));
     if (!read.ok()) {
@@ -519,7 +519,7 @@ void FavViewController::importFile(const QUrl &url)
     finishImport(read.cards.contacts);
 }
 
-void FavViewController::importContacts()
+void FavoritesScreenController::importContacts()
 {
     const PhoneContactsRead read = PhoneContacts::readForImport(m_session.phoneContacts);
     DebugLog::lines(read.sources);
@@ -533,7 +533,7 @@ void FavViewController::importContacts()
     finishImport(read.contacts);
 }
 
-void FavViewController::finishImport(const QList<VCardContact> &contacts)
+void FavoritesScreenController::finishImport(const QList<VCardContact> &contacts)
 {
     // A write that fails is told by the save notice, as every change's is.
     const ImportSummary summary =
