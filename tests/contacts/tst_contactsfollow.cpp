@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "TestFiles.h"
 #include "contacts/ContactsFolder.h"
 #include "contacts/ContactsFollow.h"
 #include "contacts/ContactsFollower.h"
@@ -68,13 +69,6 @@ QStringList states(const QList<FollowedContact> &followed)
         result.append(contact.uid + u':' + QLatin1String(names[int(contact.state)]) + u'@' +
                       contact.source);
     return result;
-}
-
-void writeFile(const QString &path, const QByteArray &text)
-{
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write(text);
 }
 
 } // namespace
