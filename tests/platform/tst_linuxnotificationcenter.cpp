@@ -694,34 +694,25 @@ private slots:
         QTest::addColumn<QByteArray>("text");
         QTest::addColumn<bool>("found");
         const QByteArray entry = "[Desktop Entry]\nType=Application\nName=Store\nExec=store %U\n";
-        QTest::newRow("nothing installed") << QString() << QByteArray() << false;
-        QTest::newRow("a software centre")
-            << "data/applications/store.desktop"
-            << entry + "MimeType=text/plain;x-scheme-handler/appstream;\n"
-            << true;
-        QTest::newRow("one folder down") << "data/applications/kde/store.desktop"
-                                         << entry + "MimeType=x-scheme-handler/appstream\n"
-                                         << true;
-        QTest::newRow("another scheme only")
-            << "data/applications/store.desktop"
-            << entry + "MimeType=x-scheme-handler/appstreamer;x-scheme-handler/apt;\n"
-            << false;
-        QTest::newRow("hidden entry")
-            << "data/applications/store.desktop"
-            << entry + "MimeType=x-scheme-handler/appstream;\nHidden=true\n"
-            << false;
-        QTest::newRow("in another group")
-            << "data/applications/store.desktop"
-            << entry + "[Desktop Action x]\nMimeType=x-scheme-handler/appstream;\n"
-            << false;
-        QTest::newRow("associated by the user")
-            << "config/mimeapps.list"
-            << QByteArray("[Default Applications]\nx-scheme-handler/appstream=store.desktop;\n")
-            << true;
-        QTest::newRow("association removed")
-            << "config/mimeapps.list"
-            << QByteArray("[Removed Associations]\nx-scheme-handler/appstream=store.desktop;\n")
-            << false;
+        const auto row = [](const char *tag, const char *file, const QByteArray &text, bool found) {
+            QTest::newRow(tag) << file << text << found;
+        };
+        const QByteArray scheme = "MimeType=x-scheme-handler/appstream;\n";
+        row("nothing installed", "", {}, false);
+        row("a software centre", "data/applications/store.desktop",
+            entry + "MimeType=text/plain;x-scheme-handler/appstream;\n", true);
+        row("one folder down", "data/applications/kde/store.desktop",
+            entry + "MimeType=x-scheme-handler/appstream\n", true);
+        row("another scheme only", "data/applications/store.desktop",
+            entry + "MimeType=x-scheme-handler/appstreamer;x-scheme-handler/apt;\n", false);
+        row("hidden entry", "data/applications/store.desktop", entry + scheme + "Hidden=true\n",
+            false);
+        row("in another group", "data/applications/store.desktop",
+            entry + "[Desktop Action x]\n" + scheme, false);
+        row("associated by the user", "config/mimeapps.list",
+            "[Default Applications]\nx-scheme-handler/appstream=store.desktop;\n", true);
+        row("association removed", "config/mimeapps.list",
+            "[Removed Associations]\nx-scheme-handler/appstream=store.desktop;\n", false);
     }
     void linkHandlersAreFound()
     {
