@@ -609,61 +609,43 @@ private slots:
     {
         QTest::addColumn<QString>("button");
         QTest::addColumn<uint>("response");
-        QTest::addColumn<QString>("chosen"); // under the home folder
-        QTest::addColumn<QString>("method");
-        QTest::addColumn<QString>("filter");
-        QTest::addColumn<QString>("folder");
+        QTest::addColumn<QString>("chosen");  // under the home folder
         QTest::addColumn<QString>("summary"); // %1 the chosen file
         QTest::addColumn<int>("rows");
         QTest::addColumn<QByteArray>("written");
-        QTest::newRow("import") << "btnImportFile" << 0u << "Downloads/Neue Karten #1.vcf"
-                                << "OpenFile"
-                                << "vCard files"
-                                << "Downloads"
-                                << "1 added, 0 already there, 0 skipped" << 2 << QByteArray();
-        QTest::newRow("import cancelled") << "btnImportFile" << 1u << QString() << "OpenFile"
-                                          << "vCard files"
-                                          << "Downloads" << QString() << 1 << QByteArray();
-        QTest::newRow("import, the chooser ends on its own")
-            << "btnImportFile" << 2u << QString() << "OpenFile"
-            << "vCard files"
-            << "Downloads"
-            << "The file chooser closed without a file. Nothing was changed." << 1 << QByteArray();
-        QTest::newRow("export cards")
-            << "btnExportVCards" << 0u << "Documents/Für Oma.vcf"
-            << "SaveFile"
-            << "vCard files"
-            << "Documents"
-            << "Birthdays saved: 1, in %1" << 1 << QByteArray("BEGIN:VCARD\r\nVERSION:4.0\r\n");
-        QTest::newRow("export calendar")
-            << "btnExportCalendar" << 0u << "Documents/birthdays.ics"
-            << "SaveFile"
-            << "iCalendar files"
-            << "Documents"
-            << "Birthdays saved: 1, in %1" << 1 << QByteArray("BEGIN:VCALENDAR\r\n");
-        QTest::newRow("export cancelled") << "btnExportVCards" << 1u << QString() << "SaveFile"
-                                          << "vCard files"
-                                          << "Documents" << QString() << 1 << QByteArray();
-        QTest::newRow("export where no file can be")
-            << "btnExportVCards" << 0u << "Documents/cards.vcf/inside.vcf"
-            << "SaveFile"
-            << "vCard files"
-            << "Documents"
-            << "%1 could not be saved. A file already "
-               "there is as it was."
-            << 1 << QByteArray();
+        const auto row = [](const char *tag, const char *button, uint response, const char *chosen,
+                            const char *summary, int rows = 1, const QByteArray &written = {}) {
+            QTest::newRow(tag) << button << response << chosen << summary << rows << written;
+        };
+        row("import", "btnImportFile", 0, "Downloads/Neue Karten #1.vcf",
+            "1 added, 0 already there, 0 skipped", 2);
+        row("import cancelled", "btnImportFile", 1, "", "");
+        row("import, the chooser ends on its own", "btnImportFile", 2, "",
+            "The file chooser closed without a file. Nothing was changed.");
+        row("export cards", "btnExportVCards", 0, "Documents/Für Oma.vcf",
+            "Birthdays saved: 1, in %1", 1, "BEGIN:VCARD\r\nVERSION:4.0\r\n");
+        row("export calendar", "btnExportCalendar", 0, "Documents/birthdays.ics",
+            "Birthdays saved: 1, in %1", 1, "BEGIN:VCALENDAR\r\n");
+        row("export cancelled", "btnExportVCards", 1, "", "");
+        row("export where no file can be", "btnExportVCards", 0, "Documents/cards.vcf/inside.vcf",
+            "%1 could not be saved. A file already there is as it was.");
     }
     void filesThroughTheSystemChooser()
     {
         QFETCH(QString, button);
         QFETCH(uint, response);
         QFETCH(QString, chosen);
-        QFETCH(QString, method);
-        QFETCH(QString, filter);
-        QFETCH(QString, folder);
         QFETCH(QString, summary);
         QFETCH(int, rows);
         QFETCH(QByteArray, written);
+        // What each button asks the portal for: its method, filter and
+        // starting folder.
+        static const QHash<QString, QStringList> asksFor{
+            {u"btnImportFile"_qs, {"OpenFile", "vCard files", "Downloads"}},
+            {u"btnExportVCards"_qs, {"SaveFile", "vCard files", "Documents"}},
+            {u"btnExportCalendar"_qs, {"SaveFile", "iCalendar files", "Documents"}},
+        };
+        const QStringList asks = asksFor.value(button);
         const TemporaryHome home;
         QVERIFY(QDir().mkpath(home.filePath("Downloads")));
         // A file where an export would make a folder.
@@ -688,10 +670,10 @@ private slots:
         h->tap(button);
         QTRY_COMPARE_WITH_TIMEOUT(portal.asked().size(), 1, 20000);
         const QJsonObject asked = portal.asked().first().toObject();
-        QCOMPARE(asked["method"].toString(), method);
-        QCOMPARE(asked["filters"].toArray().first().toArray().first().toString(), filter);
+        QCOMPARE(asked["method"].toString(), asks.value(0));
+        QCOMPARE(asked["filters"].toArray().first().toArray().first().toString(), asks.value(1));
         QCOMPARE(asked["folder"].toString(),
-                 (QFile::encodeName(home.filePath(folder)) + '\0').toHex());
+                 (QFile::encodeName(home.filePath(asks.value(2))) + '\0').toHex());
         QVERIFY(!asked["title"].toString().isEmpty());
         QVERIFY(!asked["title"].toString().endsWith(u'…'));
 
