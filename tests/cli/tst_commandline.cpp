@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "LocalTime.h"
 #include "RecordingNotificationCenter.h"
+#include "TestFiles.h"
 #include "TimeZoneScope.h"
+#include "WithoutIds.h"
 #include "cli/CommandLine.h"
 #include "core/Clock.h"
 #include "favorites/FavoritesStore.h"
@@ -68,21 +70,9 @@ class TestCommandLine : public QObject
     }
     QString file(const QString &name, const QByteArray &contents)
     {
-        const QString path = m_files.filePath(name);
-        QDir().mkpath(QFileInfo(path).absolutePath());
-        QFile out(path);
-        if (!out.open(QIODevice::WriteOnly) || out.write(contents) != contents.size())
-            qFatal("cannot write %s", qPrintable(path));
-        return path;
+        return writeFile(m_files.filePath(name), contents);
     }
-    // The stored names and birthdays, without the identities.
-    Rows stored() const
-    {
-        Rows rows = m_settings.value(SettingsKeys::favorites).value_or(Rows{});
-        for (QStringList &row : rows)
-            row = row.mid(0, 2);
-        return rows;
-    }
+    Rows stored() const { return namesAndBirthdays(m_settings.value(SettingsKeys::favorites)); }
     QStringList storedIds() const
     {
         QStringList ids;
@@ -460,9 +450,8 @@ private slots:
         QVERIFY(run.out.startsWith("BEGIN:VCALENDAR\r\n"));
         QVERIFY(run.out.contains("SUMMARY:Geburtstag von Bob\r\nDESCRIPTION:geboren 2000\r\n"));
         QCOMPARE(tavlo({"calendar", "export", m_files.filePath("birthdays.ics")}).status, 0);
-        QFile written(m_files.filePath("birthdays.ics"));
-        QVERIFY(written.open(QIODevice::ReadOnly));
-        QVERIFY(written.readAll().contains("SUMMARY:Bob's birthday\r\n"));
+        QVERIFY(
+            contentsOf(m_files.filePath("birthdays.ics")).contains("SUMMARY:Bob's birthday\r\n"));
     }
 
     // An export replaces only a regular file, or makes a new one: whatever
@@ -498,9 +487,7 @@ private slots:
         QTemporaryDir dir;
         const QString victim = dir.filePath("victim.txt");
         const QByteArray kept = "kept as it was\n";
-        QFile victimFile(victim);
-        QVERIFY(victimFile.open(QIODevice::WriteOnly) && victimFile.write(kept) == kept.size());
-        victimFile.close();
+        writeFile(victim, kept);
         const QString shared = dir.filePath("shared");
         QVERIFY(QDir().mkpath(shared) && ::chmod(QFile::encodeName(shared), 01777) == 0);
         const bool isLink = target.contains(u"link");
@@ -527,8 +514,7 @@ private slots:
         QCOMPARE(::lstat(native, &after), 0);
         QCOMPARE(after.st_mode & S_IFMT, before.st_mode & S_IFMT);
         QCOMPARE(after.st_ino, before.st_ino);
-        QVERIFY(victimFile.open(QIODevice::ReadOnly));
-        const QByteArray victimNow = victimFile.readAll();
+        const QByteArray victimNow = contentsOf(victim);
         if (written) {
             QCOMPARE(run.status, 0);
             QCOMPARE(run.err, QString());

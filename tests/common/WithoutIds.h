@@ -11,3 +11,12 @@ inline QList<Favorite> withoutIds(QList<Favorite> favorites)
         favorite.id.clear();
     return favorites;
 }
+
+// Stored favorite rows the same way: a row's third text is its identity.
+inline QList<QStringList> namesAndBirthdays(const std::optional<QList<QStringList>> &stored)
+{
+    QList<QStringList> rows = stored.value_or(QList<QStringList>{});
+    for (QStringList &row : rows)
+        row = row.mid(0, 2);
+    return rows;
+}

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "TestFiles.h"
 #include "WithoutIds.h"
 #include "contacts/BirthdayCalendar.h"
 #include "contacts/BirthdayExport.h"
@@ -41,10 +42,7 @@ struct Event
 QList<Event> readCalendar(const QByteArray &ics, const QList<QDate> &after)
 {
     QTemporaryDir dir;
-    QFile file(dir.filePath("birthdays.ics"));
-    if (!file.open(QIODevice::WriteOnly) || file.write(ics) != ics.size() || !file.flush())
-        qFatal("cannot write the calendar");
-    QStringList arguments{READ_CALENDAR, file.fileName()};
+    QStringList arguments{READ_CALENDAR, writeFile(dir.filePath("birthdays.ics"), ics)};
     for (QDate date : after)
         arguments.append(date.toString(Qt::ISODate));
     QProcess python;
@@ -62,11 +60,6 @@ QList<Event> readCalendar(const QByteArray &ics, const QList<QDate> &after)
     return events;
 }
 
-QByteArray contents(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
 } // namespace
 
 class TestBirthdayExport : public QObject
@@ -240,16 +233,16 @@ private slots:
 
         QCOMPARE(calendar.setEnabled(true), QString());
         QVERIFY(calendar.enabled());
-        QVERIFY(contents(paths.calendarFile).contains("SUMMARY:Geburtstag von Bob\r\n"));
-        const QByteArray source = contents(paths.sourceFile);
+        QVERIFY(contentsOf(paths.calendarFile).contains("SUMMARY:Geburtstag von Bob\r\n"));
+        const QByteArray source = contentsOf(paths.sourceFile);
         QVERIFY(source.contains("[Calendar]\nBackendName=local\n"));
         QVERIFY(source.contains("Parent=local-stub\n"));
         QVERIFY(source.contains("CustomFile=file://" + paths.calendarFile.toUtf8() + "\n"));
 
         favorites.append("Cleo", 29, 2, 1984);
-        QCOMPARE(contents(paths.calendarFile).count("BEGIN:VEVENT"), 3);
-        QVERIFY(contents(paths.calendarFile).contains("RRULE:FREQ=YEARLY;BYYEARDAY=60\r\n"));
-        QCOMPARE(contents(paths.sourceFile), source);
+        QCOMPARE(contentsOf(paths.calendarFile).count("BEGIN:VEVENT"), 3);
+        QVERIFY(contentsOf(paths.calendarFile).contains("RRULE:FREQ=YEARLY;BYYEARDAY=60\r\n"));
+        QCOMPARE(contentsOf(paths.sourceFile), source);
 
         QCOMPARE(calendar.setEnabled(false), QString());
         QVERIFY(!QFile::exists(paths.calendarFile));
@@ -278,7 +271,7 @@ private slots:
         QCOMPARE(calendar.update({{"Bob", "1 1 2000"}}), QString());
         QCOMPARE(calendar.update({{"Bob", "1 1 2000"}, {"Cy", "2 2 2002"}}), QString());
         calendar.waitForWrites();
-        QCOMPARE(contents(file).count("BEGIN:VEVENT"), 2);
+        QCOMPARE(contentsOf(file).count("BEGIN:VEVENT"), 2);
 
         BirthdayCalendar broken(settings, {"en-US"}, clock,
                                 {"/dev/null/birthdays.ics", dir.filePath("x.source")});

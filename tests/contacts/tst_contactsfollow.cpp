@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "TestFiles.h"
 #include "contacts/ContactsFolder.h"
 #include "contacts/ContactsFollow.h"
 #include "contacts/ContactsFollower.h"
@@ -70,13 +71,6 @@ QStringList states(const QList<FollowedContact> &followed)
     return result;
 }
 
-void writeFile(const QString &path, const QByteArray &text)
-{
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write(text);
-}
-
 } // namespace
 
 class TestContactsFollow : public QObject
@@ -99,104 +93,77 @@ void TestContactsFollow::follow_data()
     QTest::addColumn<QStringList>("expectedStates");
 
     const QList<FollowedContact> following{followingJane};
+    // Favorites, what was followed and the books read; the favorites and
+    // the followed contacts after.
+    const auto row = [](const char *tag, const QList<Favorite> &favorites,
+                        const QList<FollowedContact> &followed, const QList<ContactBook> &books,
+                        const QStringList &expected, const QStringList &states) {
+        QTest::newRow(tag) << favorites << followed << books << expected << states;
+    };
 
-    QTest::newRow("a new contact comes at the end")
-        << QList<Favorite>{own} << QList<FollowedContact>{}
-        << QList<ContactBook>{book(u"eds:a"_s, {card(u"jane"_s, u"Jane"_s, u"1985-03-12"_s)})}
-        << QStringList{u"Own=1 1 2000"_s, u"Jane=12 3 1985"_s}
-        << QStringList{u"jane:follow@eds:a"_s};
-    QTest::newRow("without a year")
-        << QList<Favorite>{} << QList<FollowedContact>{}
-        << QList<ContactBook>{book(u"folder:a.vcf"_s, {card(u"y"_s, u"Yara"_s, u"--0415"_s)})}
-        << QStringList{u"Yara=15 4"_s} << QStringList{u"y:follow@folder:a.vcf"_s};
-    QTest::newRow("no birthday, nothing to follow")
-        << QList<Favorite>{own} << QList<FollowedContact>{}
-        << QList<ContactBook>{book(u"eds:a"_s, {card(u"n"_s, u"Nobody"_s)})}
-        << QStringList{u"Own=1 1 2000"_s} << QStringList{};
-    QTest::newRow("renamed contact")
-        << QList<Favorite>{own, jane} << following
-        << QList<ContactBook>{book(u"eds:a"_s, {card(u"jane"_s, u"Jane Smith"_s, u"1985-03-12"_s)})}
-        << QStringList{u"Own=1 1 2000"_s, u"Jane Smith=12 3 1985"_s}
-        << QStringList{u"jane:follow@eds:a"_s};
-    QTest::newRow("new birthday, now without a year")
-        << QList<Favorite>{jane} << following
-        << QList<ContactBook>{book(u"eds:a"_s, {card(u"jane"_s, u"Jane"_s, u"--0401"_s)})}
-        << QStringList{u"Jane=1 4"_s} << QStringList{u"jane:follow@eds:a"_s};
-    QTest::newRow("birthday removed")
-        << QList<Favorite>{own, jane} << following
-        << QList<ContactBook>{book(u"eds:a"_s, {card(u"jane"_s, u"Jane"_s)})}
-        << QStringList{u"Own=1 1 2000"_s} << QStringList{};
-    QTest::newRow("contact removed")
-        << QList<Favorite>{jane, own} << following << QList<ContactBook>{book(u"eds:a"_s, {})}
-        << QStringList{u"Own=1 1 2000"_s} << QStringList{};
-    QTest::newRow("book disabled or removed")
-        << QList<Favorite>{jane} << following << QList<ContactBook>{book(u"eds:b"_s, {})}
-        << QStringList{} << QStringList{};
-    QTest::newRow("renamed here, then the contact changes")
-        << QList<Favorite>{{u"Janey"_s, u"12 3 1985"_s, u"f1"_s}} << following
-        << QList<ContactBook>{book(u"eds:a"_s, {card(u"jane"_s, u"Jane Smith"_s, u"1985-03-13"_s)})}
-        << QStringList{u"Janey=12 3 1985"_s} << QStringList{u"jane:kept@eds:a"_s};
-    QTest::newRow("redated here, then the contact is removed")
-        << QList<Favorite>{{u"Jane"_s, u"13 3 1985"_s, u"f1"_s}} << following
-        << QList<ContactBook>{book(u"eds:a"_s, {})} << QStringList{u"Jane=13 3 1985"_s}
-        << QStringList{};
-    QTest::newRow("deleted here, then the contact changes")
-        << QList<Favorite>{own} << following
-        << QList<ContactBook>{book(u"eds:a"_s, {card(u"jane"_s, u"Jane Smith"_s, u"1985-03-12"_s)})}
-        << QStringList{u"Own=1 1 2000"_s} << QStringList{u"jane:deleted@eds:a"_s};
-    QTest::newRow("deleted here, birthday removed and given again")
-        << QList<Favorite>{} << QList<FollowedContact>{with(followingJane, State::Deleted)}
-        << QList<ContactBook>{book(u"eds:a"_s, {card(u"jane"_s, u"Jane"_s)})} << QStringList{}
-        << QStringList{u"jane:deleted@eds:a"_s};
-    QTest::newRow("the person's own favorite of the same name and birthday is not doubled")
-        << QList<Favorite>{{u"Jane"_s, u"12 3 1985"_s, u"own"_s}} << QList<FollowedContact>{}
-        << QList<ContactBook>{book(u"eds:a"_s, {card(u"jane"_s, u"Jane"_s, u"1985-03-12"_s)})}
-        << QStringList{u"Jane=12 3 1985"_s} << QStringList{u"jane:kept@eds:a"_s};
-    QTest::newRow("an earlier import of the card follows it")
-        << QList<Favorite>{{u"Jane"_s, u"12 3 1985"_s, uuid}} << QList<FollowedContact>{}
-        << QList<ContactBook>{book(u"eds:a"_s,
-                                   {card(u"urn:uuid:"_s + uuid, u"Jane"_s, u"1985-03-12"_s)})}
-        << QStringList{u"Jane=12 3 1985"_s}
-        << QStringList{u"urn:uuid:"_s + uuid + u":follow@eds:a"_s};
-    QTest::newRow("book still loading")
-        << QList<Favorite>{jane} << following << QList<ContactBook>{book(u"eds:a"_s, {}, false)}
-        << QStringList{u"Jane=12 3 1985"_s} << QStringList{u"jane:follow@eds:a"_s};
-    QTest::newRow("service missing covers its books")
-        << QList<Favorite>{jane} << following
-        << QList<ContactBook>{book(u"eds:"_s, {}, false), book(u"folder:x.vcf"_s, {})}
-        << QStringList{u"Jane=12 3 1985"_s} << QStringList{u"jane:follow@eds:a"_s};
-    QTest::newRow("unreadable folder covers its files")
-        << QList<Favorite>{jane}
-        << QList<FollowedContact>{{u"jane"_s, u"folder:own/j.vcf"_s, u"f1"_s, State::Following,
-                                   u"Jane"_s, u"12 3 1985"_s}}
-        << QList<ContactBook>{book(u"folder:own/"_s, {}, false)} << QStringList{u"Jane=12 3 1985"_s}
-        << QStringList{u"jane:follow@folder:own/j.vcf"_s};
-    QTest::newRow("impossible date keeps the favorite")
-        << QList<Favorite>{jane} << following
-        << QList<ContactBook>{book(u"eds:a"_s, {card(u"jane"_s, u"Jane"_s, u"1985-02-30"_s)})}
-        << QStringList{u"Jane=12 3 1985"_s} << QStringList{u"jane:follow@eds:a"_s};
+    row("a new contact comes at the end", {own}, {},
+        {book(u"eds:a"_s, {card(u"jane"_s, u"Jane"_s, u"1985-03-12"_s)})},
+        {u"Own=1 1 2000"_s, u"Jane=12 3 1985"_s}, {u"jane:follow@eds:a"_s});
+    row("without a year", {}, {}, {book(u"folder:a.vcf"_s, {card(u"y"_s, u"Yara"_s, u"--0415"_s)})},
+        {u"Yara=15 4"_s}, {u"y:follow@folder:a.vcf"_s});
+    row("no birthday, nothing to follow", {own}, {},
+        {book(u"eds:a"_s, {card(u"n"_s, u"Nobody"_s)})}, {u"Own=1 1 2000"_s}, {});
+    row("renamed contact", {own, jane}, following,
+        {book(u"eds:a"_s, {card(u"jane"_s, u"Jane Smith"_s, u"1985-03-12"_s)})},
+        {u"Own=1 1 2000"_s, u"Jane Smith=12 3 1985"_s}, {u"jane:follow@eds:a"_s});
+    row("new birthday, now without a year", {jane}, following,
+        {book(u"eds:a"_s, {card(u"jane"_s, u"Jane"_s, u"--0401"_s)})}, {u"Jane=1 4"_s},
+        {u"jane:follow@eds:a"_s});
+    row("birthday removed", {own, jane}, following,
+        {book(u"eds:a"_s, {card(u"jane"_s, u"Jane"_s)})}, {u"Own=1 1 2000"_s}, {});
+    row("contact removed", {jane, own}, following, {book(u"eds:a"_s, {})}, {u"Own=1 1 2000"_s}, {});
+    row("book disabled or removed", {jane}, following, {book(u"eds:b"_s, {})}, {}, {});
+    row("renamed here, then the contact changes", {{u"Janey"_s, u"12 3 1985"_s, u"f1"_s}},
+        following, {book(u"eds:a"_s, {card(u"jane"_s, u"Jane Smith"_s, u"1985-03-13"_s)})},
+        {u"Janey=12 3 1985"_s}, {u"jane:kept@eds:a"_s});
+    row("redated here, then the contact is removed", {{u"Jane"_s, u"13 3 1985"_s, u"f1"_s}},
+        following, {book(u"eds:a"_s, {})}, {u"Jane=13 3 1985"_s}, {});
+    row("deleted here, then the contact changes", {own}, following,
+        {book(u"eds:a"_s, {card(u"jane"_s, u"Jane Smith"_s, u"1985-03-12"_s)})},
+        {u"Own=1 1 2000"_s}, {u"jane:deleted@eds:a"_s});
+    row("deleted here, birthday removed and given again", {}, {with(followingJane, State::Deleted)},
+        {book(u"eds:a"_s, {card(u"jane"_s, u"Jane"_s)})}, {}, {u"jane:deleted@eds:a"_s});
+    row("the person's own favorite of the same name and birthday is not doubled",
+        {{u"Jane"_s, u"12 3 1985"_s, u"own"_s}}, {},
+        {book(u"eds:a"_s, {card(u"jane"_s, u"Jane"_s, u"1985-03-12"_s)})}, {u"Jane=12 3 1985"_s},
+        {u"jane:kept@eds:a"_s});
+    row("an earlier import of the card follows it", {{u"Jane"_s, u"12 3 1985"_s, uuid}}, {},
+        {book(u"eds:a"_s, {card(u"urn:uuid:"_s + uuid, u"Jane"_s, u"1985-03-12"_s)})},
+        {u"Jane=12 3 1985"_s}, {u"urn:uuid:"_s + uuid + u":follow@eds:a"_s});
+    row("book still loading", {jane}, following, {book(u"eds:a"_s, {}, false)},
+        {u"Jane=12 3 1985"_s}, {u"jane:follow@eds:a"_s});
+    row("service missing covers its books", {jane}, following,
+        {book(u"eds:"_s, {}, false), book(u"folder:x.vcf"_s, {})}, {u"Jane=12 3 1985"_s},
+        {u"jane:follow@eds:a"_s});
+    row("unreadable folder covers its files", {jane},
+        {{u"jane"_s, u"folder:own/j.vcf"_s, u"f1"_s, State::Following, u"Jane"_s, u"12 3 1985"_s}},
+        {book(u"folder:own/"_s, {}, false)}, {u"Jane=12 3 1985"_s},
+        {u"jane:follow@folder:own/j.vcf"_s});
+    row("impossible date keeps the favorite", {jane}, following,
+        {book(u"eds:a"_s, {card(u"jane"_s, u"Jane"_s, u"1985-02-30"_s)})}, {u"Jane=12 3 1985"_s},
+        {u"jane:follow@eds:a"_s});
     ContactBook malformed = book(u"eds:a"_s, {});
     malformed.unreadableUids = {u"jane"_s};
-    QTest::newRow("card that cannot be read keeps the favorite")
-        << QList<Favorite>{jane} << following << QList<ContactBook>{malformed}
-        << QStringList{u"Jane=12 3 1985"_s} << QStringList{u"jane:follow@eds:a"_s};
-    QTest::newRow("moved to another book")
-        << QList<Favorite>{jane} << following
-        << QList<ContactBook>{book(u"eds:a"_s, {}),
-                              book(u"folder:j.vcf"_s, {card(u"jane"_s, u"Jane"_s, u"19850312"_s)})}
-        << QStringList{u"Jane=12 3 1985"_s} << QStringList{u"jane:follow@folder:j.vcf"_s};
-    QTest::newRow("the first book to name a contact wins")
-        << QList<Favorite>{} << QList<FollowedContact>{}
-        << QList<ContactBook>{book(u"eds:a"_s, {card(u"j"_s, u"Jane"_s, u"1985-03-12"_s)}),
-                              book(u"eds:b"_s, {card(u"j"_s, u"Janet"_s, u"1985-03-12"_s)})}
-        << QStringList{u"Jane=12 3 1985"_s} << QStringList{u"j:follow@eds:a"_s};
-    QTest::newRow("cards without a UID, by file and name")
-        << QList<Favorite>{} << QList<FollowedContact>{}
-        << QList<ContactBook>{book(u"folder:x.vcf"_s, {card({}, u"Ann"_s, u"19700506"_s),
-                                                       card({}, u"Bob"_s, u"19700507"_s)})}
-        << QStringList{u"Ann=6 5 1970"_s, u"Bob=7 5 1970"_s}
-        << QStringList{u"folder:x.vcf#Ann:follow@folder:x.vcf"_s,
-                       u"folder:x.vcf#Bob:follow@folder:x.vcf"_s};
+    row("card that cannot be read keeps the favorite", {jane}, following, {malformed},
+        {u"Jane=12 3 1985"_s}, {u"jane:follow@eds:a"_s});
+    row("moved to another book", {jane}, following,
+        {book(u"eds:a"_s, {}),
+         book(u"folder:j.vcf"_s, {card(u"jane"_s, u"Jane"_s, u"19850312"_s)})},
+        {u"Jane=12 3 1985"_s}, {u"jane:follow@folder:j.vcf"_s});
+    row("the first book to name a contact wins", {}, {},
+        {book(u"eds:a"_s, {card(u"j"_s, u"Jane"_s, u"1985-03-12"_s)}),
+         book(u"eds:b"_s, {card(u"j"_s, u"Janet"_s, u"1985-03-12"_s)})},
+        {u"Jane=12 3 1985"_s}, {u"j:follow@eds:a"_s});
+    row("cards without a UID, by file and name", {}, {},
+        {book(u"folder:x.vcf"_s,
+              {card({}, u"Ann"_s, u"19700506"_s), card({}, u"Bob"_s, u"19700507"_s)})},
+        {u"Ann=6 5 1970"_s, u"Bob=7 5 1970"_s},
+        {u"folder:x.vcf#Ann:follow@folder:x.vcf"_s, u"folder:x.vcf#Bob:follow@folder:x.vcf"_s});
 }
 
 void TestContactsFollow::follow()

@@ -2,6 +2,8 @@
 #include "DiskFaults.h"
 #include "PortalStandIn.h"
 #include "ScreenHarness.h"
+#include "TestFiles.h"
+#include "WithoutIds.h"
 #include "favoritesScreen/FavoritesScreenController.h"
 #include "platform/linux/PortalFileChooser.h"
 #include "settings/FileSettingsStore.h"
@@ -31,6 +33,20 @@ QStringList names(const Rows &rows)
     return result;
 }
 
+// A home folder of the test's own, where the file dialogs start, for as
+// long as it lives.
+class TemporaryHome
+{
+public:
+    TemporaryHome() { qputenv("HOME", m_home.path().toUtf8()); }
+    ~TemporaryHome() { qputenv("HOME", m_old); }
+    QString filePath(const QString &name) const { return m_home.filePath(name); }
+
+private:
+    QByteArray m_old = qgetenv("HOME");
+    QTemporaryDir m_home;
+};
+
 } // namespace
 
 class TestFavoritesScreen : public QObject
@@ -58,14 +74,7 @@ class TestFavoritesScreen : public QObject
     int count() const { return h->find("tableView")->property("count").toInt(); }
     QQuickItem *cell(int row) const { return h->find(u"cell"_qs + QString::number(row)); }
     QString name(int row) const { return h->text("labelName", cell(row)); }
-    // The stored names and birthdays, without the identities.
-    Rows stored() const
-    {
-        Rows rows = h->settings.value(favorites).value_or(Rows{});
-        for (QStringList &row : rows)
-            row = row.mid(0, 2);
-        return rows;
-    }
+    Rows stored() const { return namesAndBirthdays(h->settings.value(favorites)); }
     QString storedId(qsizetype row) const { return h->settings.value(favorites)->at(row).value(2); }
     void openEditDialog(int row)
     {
@@ -584,10 +593,7 @@ private slots:
         h->tap("btnImport");
         QTRY_VERIFY(h->opened("importMenu"));
         QTemporaryDir dir;
-        QFile vcf(dir.filePath("contacts.vcf"));
-        QVERIFY(vcf.open(QIODevice::WriteOnly) && vcf.write(file) == file.size());
-        vcf.close();
-        c->importFile(QUrl::fromLocalFile(vcf.fileName()));
+        c->importFile(QUrl::fromLocalFile(writeFile(dir.filePath("contacts.vcf"), file)));
         QCOMPARE(c->importSummary(), summary);
         QCOMPARE(stored().size(), rows);
         QTRY_COMPARE(count(), rows);
@@ -603,76 +609,50 @@ private slots:
     {
         QTest::addColumn<QString>("button");
         QTest::addColumn<uint>("response");
-        QTest::addColumn<QString>("chosen"); // under the home folder
-        QTest::addColumn<QString>("method");
-        QTest::addColumn<QString>("filter");
-        QTest::addColumn<QString>("folder");
+        QTest::addColumn<QString>("chosen");  // under the home folder
         QTest::addColumn<QString>("summary"); // %1 the chosen file
         QTest::addColumn<int>("rows");
         QTest::addColumn<QByteArray>("written");
-        QTest::newRow("import") << "btnImportFile" << 0u << "Downloads/Neue Karten #1.vcf"
-                                << "OpenFile"
-                                << "vCard files"
-                                << "Downloads"
-                                << "1 added, 0 already there, 0 skipped" << 2 << QByteArray();
-        QTest::newRow("import cancelled") << "btnImportFile" << 1u << QString() << "OpenFile"
-                                          << "vCard files"
-                                          << "Downloads" << QString() << 1 << QByteArray();
-        QTest::newRow("import, the chooser ends on its own")
-            << "btnImportFile" << 2u << QString() << "OpenFile"
-            << "vCard files"
-            << "Downloads"
-            << "The file chooser closed without a file. Nothing was changed." << 1 << QByteArray();
-        QTest::newRow("export cards")
-            << "btnExportVCards" << 0u << "Documents/Für Oma.vcf"
-            << "SaveFile"
-            << "vCard files"
-            << "Documents"
-            << "Birthdays saved: 1, in %1" << 1 << QByteArray("BEGIN:VCARD\r\nVERSION:4.0\r\n");
-        QTest::newRow("export calendar")
-            << "btnExportCalendar" << 0u << "Documents/birthdays.ics"
-            << "SaveFile"
-            << "iCalendar files"
-            << "Documents"
-            << "Birthdays saved: 1, in %1" << 1 << QByteArray("BEGIN:VCALENDAR\r\n");
-        QTest::newRow("export cancelled") << "btnExportVCards" << 1u << QString() << "SaveFile"
-                                          << "vCard files"
-                                          << "Documents" << QString() << 1 << QByteArray();
-        QTest::newRow("export where no file can be")
-            << "btnExportVCards" << 0u << "Documents/cards.vcf/inside.vcf"
-            << "SaveFile"
-            << "vCard files"
-            << "Documents"
-            << "%1 could not be saved. A file already "
-               "there is as it was."
-            << 1 << QByteArray();
+        const auto row = [](const char *tag, const char *button, uint response, const char *chosen,
+                            const char *summary, int rows = 1, const QByteArray &written = {}) {
+            QTest::newRow(tag) << button << response << chosen << summary << rows << written;
+        };
+        row("import", "btnImportFile", 0, "Downloads/Neue Karten #1.vcf",
+            "1 added, 0 already there, 0 skipped", 2);
+        row("import cancelled", "btnImportFile", 1, "", "");
+        row("import, the chooser ends on its own", "btnImportFile", 2, "",
+            "The file chooser closed without a file. Nothing was changed.");
+        row("export cards", "btnExportVCards", 0, "Documents/Für Oma.vcf",
+            "Birthdays saved: 1, in %1", 1, "BEGIN:VCARD\r\nVERSION:4.0\r\n");
+        row("export calendar", "btnExportCalendar", 0, "Documents/birthdays.ics",
+            "Birthdays saved: 1, in %1", 1, "BEGIN:VCALENDAR\r\n");
+        row("export cancelled", "btnExportVCards", 1, "", "");
+        row("export where no file can be", "btnExportVCards", 0, "Documents/cards.vcf/inside.vcf",
+            "%1 could not be saved. A file already there is as it was.");
     }
     void filesThroughTheSystemChooser()
     {
         QFETCH(QString, button);
         QFETCH(uint, response);
         QFETCH(QString, chosen);
-        QFETCH(QString, method);
-        QFETCH(QString, filter);
-        QFETCH(QString, folder);
         QFETCH(QString, summary);
         QFETCH(int, rows);
         QFETCH(QByteArray, written);
-        QTemporaryDir home;
-        const QByteArray oldHome = qgetenv("HOME");
-        qputenv("HOME", home.path().toUtf8());
-        const auto restoreHome = qScopeGuard([&] { qputenv("HOME", oldHome); });
-        QVERIFY(QDir(home.path()).mkpath("Downloads") && QDir(home.path()).mkpath("Documents"));
+        // What each button asks the portal for: its method, filter and
+        // starting folder.
+        static const QHash<QString, QStringList> asksFor{
+            {u"btnImportFile"_qs, {"OpenFile", "vCard files", "Downloads"}},
+            {u"btnExportVCards"_qs, {"SaveFile", "vCard files", "Documents"}},
+            {u"btnExportCalendar"_qs, {"SaveFile", "iCalendar files", "Documents"}},
+        };
+        const QStringList asks = asksFor.value(button);
+        const TemporaryHome home;
+        QVERIFY(QDir().mkpath(home.filePath("Downloads")));
         // A file where an export would make a folder.
-        QFile inTheWay(home.filePath("Documents/cards.vcf"));
-        QVERIFY(inTheWay.open(QIODevice::WriteOnly) && inTheWay.write("keep") == 4);
-        inTheWay.close();
+        const QString inTheWay = writeFile(home.filePath("Documents/cards.vcf"), "keep");
         const QString file = chosen.isEmpty() ? QString() : home.filePath(chosen);
-        if (button == u"btnImportFile" && !file.isEmpty()) {
-            QFile vcf(file);
-            QVERIFY(vcf.open(QIODevice::WriteOnly));
-            vcf.write("BEGIN:VCARD\nFN:Jane\nBDAY:1985-03-12\nEND:VCARD\n");
-        }
+        if (button == u"btnImportFile" && !file.isEmpty())
+            writeFile(file, "BEGIN:VCARD\nFN:Jane\nBDAY:1985-03-12\nEND:VCARD\n");
 
         PortalStandIn portal;
         QVERIFY(portal.startBus("favorites"));
@@ -690,10 +670,10 @@ private slots:
         h->tap(button);
         QTRY_COMPARE_WITH_TIMEOUT(portal.asked().size(), 1, 20000);
         const QJsonObject asked = portal.asked().first().toObject();
-        QCOMPARE(asked["method"].toString(), method);
-        QCOMPARE(asked["filters"].toArray().first().toArray().first().toString(), filter);
+        QCOMPARE(asked["method"].toString(), asks.value(0));
+        QCOMPARE(asked["filters"].toArray().first().toArray().first().toString(), asks.value(1));
         QCOMPARE(asked["folder"].toString(),
-                 (QFile::encodeName(home.filePath(folder)) + '\0').toHex());
+                 (QFile::encodeName(home.filePath(asks.value(2))) + '\0').toHex());
         QVERIFY(!asked["title"].toString().isEmpty());
         QVERIFY(!asked["title"].toString().endsWith(u'…'));
 
@@ -713,15 +693,11 @@ private slots:
         QTRY_COMPARE(count(), rows);
         QVERIFY(!h->window->findChild<QObject *>("fileDialog")->property("visible").toBool());
         // An export is the favorites; nothing else is touched.
-        QFile out(file);
-        if (!written.isEmpty()) {
-            QVERIFY(out.open(QIODevice::ReadOnly));
-            QVERIFY(out.readAll().startsWith(written));
-        } else if (button != u"btnImportFile" && !file.isEmpty()) {
-            QVERIFY(!out.exists());
-        }
-        QVERIFY(inTheWay.open(QIODevice::ReadOnly));
-        QCOMPARE(inTheWay.readAll(), QByteArray("keep"));
+        if (!written.isEmpty())
+            QVERIFY(contentsOf(file).startsWith(written));
+        else if (button != u"btnImportFile" && !file.isEmpty())
+            QVERIFY(!QFile::exists(file));
+        QCOMPARE(contentsOf(inTheWay), QByteArray("keep"));
         // No temporary file is left behind either.
         QStringList files = QDir(home.filePath("Documents")).entryList(QDir::Files);
         QStringList expected{"cards.vcf"};
@@ -745,11 +721,8 @@ private slots:
     void withoutAPortalQtsDialogAsks()
     {
         QFETCH(bool, bus);
-        QTemporaryDir home;
-        const QByteArray oldHome = qgetenv("HOME");
-        qputenv("HOME", home.path().toUtf8());
-        const auto restoreHome = qScopeGuard([&] { qputenv("HOME", oldHome); });
-        QVERIFY(QDir(home.path()).mkpath("Documents"));
+        const TemporaryHome home;
+        QVERIFY(QDir().mkpath(home.filePath("Documents")));
 
         PortalStandIn portal;
         std::optional<PortalFileChooser> chooser;
@@ -832,9 +805,7 @@ private slots:
         QTRY_VERIFY_WITH_TIMEOUT(h->opened("importSummary"), 20000);
         const QString file = home.filePath("Documents/Für Oma.vcf");
         QCOMPARE(c->importSummary(), u"Gespeicherte Geburtstage: 1, in "_qs + file);
-        QFile out(file);
-        QVERIFY(out.open(QIODevice::ReadOnly));
-        QVERIFY(out.readAll().contains("FN:Anna\r\n"));
+        QVERIFY(contentsOf(file).contains("FN:Anna\r\n"));
     }
 
     // "Import from contacts" says so when no address book holds anyone (the

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "NotificationServer.h"
 #include "RecordingRunner.h"
+#include "TestFiles.h"
 #include "TimeZoneScope.h"
 #include "core/Clock.h"
 #include "platform/linux/AutostartEntry.h"
@@ -121,8 +122,9 @@ class TestLinuxNotificationCenter : public QObject
         QCOMPARE(shown.actions.value(0), u"default"_s);
     }
     QString units() const { return m_dir->filePath(u"systemd/user"_s); }
-    // systemd's own reading of unit files finds nothing to complain about.
-    void verifyUnits(const QStringList &files) const
+    // What systemd's own reading of unit files complains about, and its
+    // exit status.
+    std::pair<QByteArray, int> analyze(const QStringList &files) const
     {
         QProcess verify;
         QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
@@ -130,9 +132,22 @@ class TestLinuxNotificationCenter : public QObject
         verify.setProcessEnvironment(env);
         verify.start(u"systemd-analyze"_s,
                      QStringList{u"--user"_s, u"--man=no"_s, u"verify"_s} + files);
-        QVERIFY(verify.waitForFinished(60000));
-        QCOMPARE(verify.readAllStandardError(), QByteArray());
-        QCOMPARE(verify.exitCode(), 0);
+        if (!verify.waitForFinished(60000))
+            qFatal("systemd-analyze did not finish");
+        return {verify.readAllStandardError(), verify.exitCode()};
+    }
+    void verifyUnits(const QStringList &files) const
+    {
+        const auto [complaints, status] = analyze(files);
+        QCOMPARE(complaints, QByteArray());
+        QCOMPARE(status, 0);
+    }
+    static void validateDesktopEntry(const QString &path)
+    {
+        QProcess validate;
+        validate.start(u"desktop-file-validate"_s, {path});
+        QVERIFY(validate.waitForFinished(30000));
+        QCOMPARE(validate.readAllStandardOutput(), QByteArray());
     }
     // No control character but the line ends.
     static bool linesIntact(const QByteArray &text)
@@ -365,15 +380,10 @@ private slots:
     void anUnreadableFileIsKeptAside()
     {
         const QByteArray broken = "{\"reminders\": [{\"identifier\": 1}]}";
-        QDir().mkpath(QFileInfo(m_store->filePath()).absolutePath());
-        QFile file(m_store->filePath());
-        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(broken) == broken.size());
-        file.close();
+        writeFile(m_store->filePath(), broken);
         QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"cannot be read.*kept as"_s));
         QCOMPARE(m_store->pending().size(), 0);
-        QFile kept(m_store->filePath() + u".unreadable"_s);
-        QVERIFY(kept.open(QIODevice::ReadOnly));
-        QCOMPARE(kept.readAll(), broken);
+        QCOMPARE(contentsOf(m_store->filePath() + u".unreadable"_s), broken);
         QVERIFY(!m_store->put(reminder(u"birthdayReminder1"_s, 5)));
         QCOMPARE(m_store->pending().size(), 1);
     }
@@ -429,9 +439,7 @@ private slots:
             }
         } else {
             env.insert(data.section(u'=', 0, 0), data.section(u'=', 1));
-            QDir().mkpath(QFileInfo(entry).absolutePath());
-            QFile file(entry);
-            QVERIFY(file.open(QIODevice::WriteOnly) && file.write("[Desktop Entry]\n") > 0);
+            writeFile(entry, "[Desktop Entry]\n");
         }
         tavlo.setProcessEnvironment(env);
         tavlo.start();
@@ -526,17 +534,8 @@ private slots:
         verifyUnits({timer, QDir(units()).absoluteFilePath(u"tavlo-birthdayReminder1.service"_s)});
         if (!wakes)
             return;
-        QFile misspelt(timer);
-        QVERIFY(misspelt.open(QIODevice::WriteOnly));
-        misspelt.write(QByteArray(text).replace("WakeSystem=", "WakeSistem="));
-        misspelt.close();
-        QProcess verify;
-        QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
-        env.insert(u"XDG_RUNTIME_DIR"_s, m_dir->path());
-        verify.setProcessEnvironment(env);
-        verify.start(u"systemd-analyze"_s, {u"--user"_s, u"--man=no"_s, u"verify"_s, timer});
-        QVERIFY(verify.waitForFinished(60000));
-        QVERIFY(verify.readAllStandardError().contains("Unknown key 'WakeSistem'"));
+        writeFile(timer, QByteArray(text).replace("WakeSystem=", "WakeSistem="));
+        QVERIFY(analyze({timer}).first.contains("Unknown key 'WakeSistem'"));
     }
 
     // A data folder's name with a carriage return, a line break, a tab or an
@@ -571,10 +570,7 @@ private slots:
 
         const QString folder = m_dir->filePath(u"autostart"_s);
         const QString path = QDir(folder).filePath(AutostartEntry::fileName());
-        QVERIFY(QDir().mkpath(folder));
-        QFile before(path);
-        QVERIFY(before.open(QIODevice::WriteOnly) && before.write("[Desktop Entry]\n") > 0);
-        before.close();
+        writeFile(path, "[Desktop Entry]\n");
         const std::optional<QString> refused =
             AutostartEntry(folder, u"/usr/bin/tavlo"_s, environment, m_dir->filePath(u"lock"_s),
                            nullptr)
@@ -591,10 +587,7 @@ private slots:
         QVERIFY2(linesIntact(entry), entry.constData());
         QVERIFY2(entry.contains("\nExec=env \"XDG_DATA_HOME=" + inEntry.toUtf8() + "\" "),
                  entry.constData());
-        QProcess validate;
-        validate.start(u"desktop-file-validate"_s, {path});
-        QVERIFY(validate.waitForFinished(30000));
-        QCOMPARE(validate.readAllStandardOutput(), QByteArray());
+        validateDesktopEntry(path);
     }
 
     void onlyChangesReachTheDiskAndTheManager()
@@ -687,10 +680,7 @@ private slots:
         QVERIFY(!entry.apply({reminder(u"birthdayReminder1"_s, 6)}));
         QCOMPARE(m_runner.detached.size(), 1);
 
-        QProcess validate;
-        validate.start(u"desktop-file-validate"_s, {path});
-        QVERIFY(validate.waitForFinished(30000));
-        QCOMPARE(validate.readAllStandardOutput(), QByteArray());
+        validateDesktopEntry(path);
 
         QVERIFY(!entry.apply({}));
         QVERIFY(!QFile::exists(path));
@@ -704,34 +694,25 @@ private slots:
         QTest::addColumn<QByteArray>("text");
         QTest::addColumn<bool>("found");
         const QByteArray entry = "[Desktop Entry]\nType=Application\nName=Store\nExec=store %U\n";
-        QTest::newRow("nothing installed") << QString() << QByteArray() << false;
-        QTest::newRow("a software centre")
-            << "data/applications/store.desktop"
-            << entry + "MimeType=text/plain;x-scheme-handler/appstream;\n"
-            << true;
-        QTest::newRow("one folder down") << "data/applications/kde/store.desktop"
-                                         << entry + "MimeType=x-scheme-handler/appstream\n"
-                                         << true;
-        QTest::newRow("another scheme only")
-            << "data/applications/store.desktop"
-            << entry + "MimeType=x-scheme-handler/appstreamer;x-scheme-handler/apt;\n"
-            << false;
-        QTest::newRow("hidden entry")
-            << "data/applications/store.desktop"
-            << entry + "MimeType=x-scheme-handler/appstream;\nHidden=true\n"
-            << false;
-        QTest::newRow("in another group")
-            << "data/applications/store.desktop"
-            << entry + "[Desktop Action x]\nMimeType=x-scheme-handler/appstream;\n"
-            << false;
-        QTest::newRow("associated by the user")
-            << "config/mimeapps.list"
-            << QByteArray("[Default Applications]\nx-scheme-handler/appstream=store.desktop;\n")
-            << true;
-        QTest::newRow("association removed")
-            << "config/mimeapps.list"
-            << QByteArray("[Removed Associations]\nx-scheme-handler/appstream=store.desktop;\n")
-            << false;
+        const auto row = [](const char *tag, const char *file, const QByteArray &text, bool found) {
+            QTest::newRow(tag) << file << text << found;
+        };
+        const QByteArray scheme = "MimeType=x-scheme-handler/appstream;\n";
+        row("nothing installed", "", {}, false);
+        row("a software centre", "data/applications/store.desktop",
+            entry + "MimeType=text/plain;x-scheme-handler/appstream;\n", true);
+        row("one folder down", "data/applications/kde/store.desktop",
+            entry + "MimeType=x-scheme-handler/appstream\n", true);
+        row("another scheme only", "data/applications/store.desktop",
+            entry + "MimeType=x-scheme-handler/appstreamer;x-scheme-handler/apt;\n", false);
+        row("hidden entry", "data/applications/store.desktop", entry + scheme + "Hidden=true\n",
+            false);
+        row("in another group", "data/applications/store.desktop",
+            entry + "[Desktop Action x]\n" + scheme, false);
+        row("associated by the user", "config/mimeapps.list",
+            "[Default Applications]\nx-scheme-handler/appstream=store.desktop;\n", true);
+        row("association removed", "config/mimeapps.list",
+            "[Removed Associations]\nx-scheme-handler/appstream=store.desktop;\n", false);
     }
     void linkHandlersAreFound()
     {
@@ -740,12 +721,8 @@ private slots:
         QFETCH(bool, found);
         const QString data = m_dir->filePath(u"data"_s);
         const QString config = m_dir->filePath(u"config"_s);
-        if (!file.isEmpty()) {
-            const QString path = m_dir->filePath(file);
-            QVERIFY(QDir().mkpath(QFileInfo(path).absolutePath()));
-            QFile out(path);
-            QVERIFY(out.open(QIODevice::WriteOnly) && out.write(text) == text.size());
-        }
+        if (!file.isEmpty())
+            writeFile(m_dir->filePath(file), text);
         QCOMPARE(LinkHandlers::installed(u"appstream"_s, {data}, {config}), found);
     }
 };

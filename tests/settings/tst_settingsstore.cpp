@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "DiskFaults.h"
+#include "TestFiles.h"
 #include "core/DebugLog.h"
 #include "settings/FileSettingsStore.h"
 #include "settings/HiddenLanguageSwitch.h"
@@ -68,12 +69,6 @@ struct TestDisk
     }
 };
 
-QByteArray contentsOf(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
 QString reasonFor(int error)
 {
     return QString::fromLocal8Bit(std::strerror(error));
@@ -111,14 +106,7 @@ class TestSettingsStore : public QObject
 
     // A new file name each time: QSettings keeps what it read of a file for
     // the rest of the process.
-    QString fileWith(const QByteArray &text)
-    {
-        const QString path = freshIniPath();
-        QFile file(path);
-        if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size())
-            qFatal("cannot write %s", qPrintable(path));
-        return path;
-    }
+    QString fileWith(const QByteArray &text) { return writeFile(freshIniPath(), text); }
 
     static HiddenLanguageSwitch::Answer tapTimes(HiddenLanguageSwitch &secret, int taps,
                                                  SettingsStore &settings)
@@ -227,9 +215,7 @@ private slots:
                 const SettingsBatch inner(writer);
                 writer.set(year, 1985);
             }
-            QFile file(path);
-            QVERIFY(file.open(QIODevice::ReadOnly));
-            const QByteArray onDisk = file.readAll();
+            const QByteArray onDisk = contentsOf(path);
             QVERIFY2(onDisk.contains("day=1\n") && !onDisk.contains("year="), onDisk.constData());
             QCOMPARE(writer.value(day), 12);
         }
@@ -418,38 +404,27 @@ private slots:
     }
 
     // Changes that come while a write runs are written together after it:
-    // the newest state is what the file ends with.
+    // the newest state is what the file ends with, also when the store goes
+    // away with a write running and another waiting.
     void aBurstEndsWithTheNewestStateOnDisk()
     {
         const QString path = freshIniPath();
         TestDisk disk;
         disk.syncMilliseconds = 20;
-        FileSettingsStore store(path, disk.writer());
-        store.writeInBackground();
-        for (int i = 1; i <= 50; ++i) {
-            SettingsBatch batch(store);
-            store.set(day, i % 28 + 1);
-            store.set(year, 1900 + i);
-            QVERIFY(batch.finish().ok());
+        {
+            FileSettingsStore store(path, disk.writer());
+            store.writeInBackground();
+            for (int i = 1; i <= 50; ++i) {
+                SettingsBatch batch(store);
+                store.set(day, i % 28 + 1);
+                store.set(year, 1900 + i);
+                QVERIFY(batch.finish().ok());
+            }
         }
-        store.waitForWrites();
         QVERIFY2(disk.renames < 50, qPrintable(QString::number(disk.renames)));
         FileSettingsStore reader(copyOf(path));
         QCOMPARE(reader.value(day), 50 % 28 + 1);
         QCOMPARE(reader.value(year), 1950);
-    }
-
-    void destructionWaitsForThePendingWrite()
-    {
-        const QString path = freshIniPath();
-        TestDisk disk;
-        disk.syncMilliseconds = 300;
-        {
-            FileSettingsStore store(path, disk.writer());
-            store.writeInBackground();
-            store.set(color, 6);
-        }
-        QCOMPARE(FileSettingsStore(copyOf(path)).value(color), 6);
     }
 
     // The update lock stays ours until the background write is done, so
@@ -511,6 +486,7 @@ private slots:
         row("beyond 64 bits", "99999999999999999999", 0, false, true, false);
         row("boolean", true, 0, true, false, false);
         row("boolean as text", "true", 0, true, true, false);
+        row("another word for true", "yes", 0, false, true, false);
         row("double", 2.5, 0, false, false, false);
         row("string list", QVariantList{"a"}, 0, false, false, true);
         row("list with a number", QVariantList{"a", 5}, 0, false, false, false);
@@ -529,34 +505,6 @@ private slots:
         QTEST(store.value(backgroundImage).has_value(), "asStringPresent");
         QTEST(store.value(olderFavoriteNames).has_value(), "asListPresent");
         QTEST(store.value(favorites).has_value(), "asTablePresent");
-    }
-
-    void malformedFileContents_data()
-    {
-        QTest::addColumn<QByteArray>("contents");
-        QTest::addColumn<qint64>("color");
-        QTest::addColumn<bool>("details");
-        QTest::addColumn<bool>("favoritesPresent");
-        const auto row = [](const char *tag, const char *text, qint64 color, bool details,
-                            bool favorites) {
-            QTest::newRow(tag) << QByteArray(text) << color << details << favorites;
-        };
-        row("well formed",
-            "[General]\ncolor=3\nmoreDetails=true\n[person]\nsize=1\n1\\size=2\n1\\1=A\n1\\2=B\n",
-            3, true, true);
-        row("garbage", "\x01\x02garbage\n=\n[[[\n", 0, false, false);
-        row("wrong types", "[General]\ncolor=blue\nmoreDetails=yes\nperson=Anna\n", 0, false,
-            false);
-        row("huge number", "[General]\ncolor=123456789012345678901234\n", 0, false, false);
-        row("truncated", "[General]\ncolor=5\nmoreDet", 5, false, false);
-    }
-    void malformedFileContents()
-    {
-        QFETCH(QByteArray, contents);
-        const auto store = std::make_unique<FileSettingsStore>(fileWith(contents));
-        QTEST(store->value(color), "color");
-        QTEST(store->value(moreDetails), "details");
-        QTEST(store->value(favorites).has_value(), "favoritesPresent");
     }
 
     // Earlier versions' spelling, kept so that their files still read.
@@ -762,6 +710,8 @@ private slots:
             << QByteArray("a=  x  \nb=\"  x  \"\nc=x\\t  \n");
         QTest::newRow("section without end") << QByteArray("[person\nsize=1\n");
         QTest::newRow("line without equals") << QByteArray("garbage\ncolor=2\n");
+        QTest::newRow("garbage") << QByteArray("\x01\x02garbage\n=\n[[[\n");
+        QTest::newRow("cut off in a key") << QByteArray("[General]\ncolor=5\nmoreDet");
         QTest::newRow("key repeated") << QByteArray("color=1\ncolor=2\n");
     }
     void handWrittenFiles()
@@ -771,6 +721,8 @@ private slots:
         QSettings theirs(fileWith(text), QSettings::IniFormat);
         QCOMPARE(QStringList(ours.keys()), theirs.allKeys());
         for (const QString &key : theirs.allKeys()) {
+            if (key.isEmpty())
+                continue; // QSettings gives no value for an empty key
             const QVariant expected = theirs.value(key);
             const QVariant actual = ours.value(key);
             const bool isText = expected.typeId() == QMetaType::QString ||
