@@ -384,7 +384,6 @@ IniFormat::Values FileSettingsStore::mergedWithDisk(const Write &write)
         m_diskVersion = version;
     }
     IniFormat::Values values = m_disk;
-    bool merged = false;
     for (auto it = m_unsaved.cbegin(); it != m_unsaved.cend(); ++it) {
         if (it->change > write.change)
             continue;
@@ -396,13 +395,13 @@ IniFormat::Values FileSettingsStore::mergedWithDisk(const Write &write)
         const Merge merge = m_merges.value(it.key());
         if (merge && theirs.isValid() && theirs != it->base) {
             values.insert(it.key(), merge(it->base, ours, theirs));
-            merged = true;
         } else {
             values.insert(it.key(), ours);
         }
     }
-    // Our own list no longer holds everything there is: read it again.
-    m_memoryStale = m_memoryStale || merged;
+    // What another process wrote since we read goes to disk with ours, but
+    // our own values lack it: read them again at the next look.
+    m_memoryStale = true;
     return values;
 }
 
