@@ -49,7 +49,7 @@ public:
 signals:
     void saveNoticeChanged();
     // The screen host presents a new screen with this identifier.
-    void screenWanted(Screens::Screen screen);
+    void screenWanted(Screens::Id screen);
 
 private:
     Session &m_session;

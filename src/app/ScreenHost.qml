@@ -2,10 +2,10 @@
 import QtQuick
 import Tavlo
 
-// Makes screens (Screens.Main, .Favorites, .Settings) and presents
-// each full screen, fading it in over the one before, which then goes. In
-// a wide window the favorites list and the main screen are presented side
-// by side (ScreenLayout says which screens are shown for the one asked for), and a
+// Makes screens (Screens.Id.Main, .Favorites, .Settings) and presents each
+// full screen, fading it in over the one before, which then goes. In a wide
+// window the favorites list and the main screen are presented side by side
+// (ScreenLayout says which screens are shown for the one asked for), and a
 // favorite chosen in the list is shown in the other pane.
 Item {
     id: host
@@ -23,7 +23,7 @@ Item {
 
         property ScreenLayer previous: null
         // What was asked for, and the screens shown for it, left to right.
-        property int asked: Screens.Main
+        property int asked: Screens.Id.Main
         property var paneScreens: []
         property var panes: []
         property real sideWidth: 0
@@ -116,12 +116,12 @@ Item {
     // The screen asked for last, whichever kind: each says where its
     // keyboard starts.
     property var shownScreen: null
-    property int pendingScreen: Screens.Main
+    property int pendingScreen: Screens.Id.Main
 
     // A new controller, loaded, and its screen in `pane`; the controller
     // loads first, so the view opens on its state.
     function make(identifier, owner, pane, beside) {
-        if (identifier === Screens.Main) {
+        if (identifier === Screens.Id.Main) {
             const controller = host.screens.makeMainController(owner)
             controller.viewDidLoad()
             // Made at its size: the background picture is then decoded once,
@@ -133,7 +133,7 @@ Item {
                 height: pane.height
             })
         }
-        if (identifier === Screens.Favorites) {
+        if (identifier === Screens.Id.Favorites) {
             const controller = host.screens.makeFavController(owner)
             controller.besideMain = beside
             controller.viewDidLoad()
@@ -183,15 +183,15 @@ Item {
         // The main screen loads first, as it does before the favorites on a
         // phone: it decides the language the list is shown in.
         const made = {}
-        for (const name of [Screens.Main, Screens.Favorites, Screens.Settings]) {
+        for (const name of [Screens.Id.Main, Screens.Id.Favorites, Screens.Id.Settings]) {
             const at = panes.indexOf(name)
             if (at >= 0)
                 made[name] = make(name, layer, at < panes.length - 1 ? layer.side : layer.wide, together)
         }
         const shown = panes.map(name => made[name])
         if (together) {
-            const list = made[Screens.Favorites].controller
-            const main = made[Screens.Main].controller
+            const list = made[Screens.Id.Favorites].controller
+            const main = made[Screens.Id.Main].controller
             list.favoriteHandedOver.connect(main.takeHandOver)
             main.favoriteAdded.connect(list.favoritesChangedElsewhere)
         }
@@ -217,7 +217,7 @@ Item {
         hop.restart()
     }
 
-    Component.onCompleted: show(Screens.Main)
+    Component.onCompleted: show(Screens.Id.Main)
 
     Connections {
         target: host.screens

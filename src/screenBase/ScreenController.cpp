@@ -36,7 +36,7 @@ bool ScreenController::screenReaderOn() const
     return QAccessible::isActive();
 }
 
-void ScreenController::showScreen(Screens::Screen screen)
+void ScreenController::showScreen(Screens::Id screen)
 {
     if (!m_dimmed) {
         m_dimmed = true;

@@ -3,8 +3,8 @@
 
 #include "screenBase/DateWheelModel.h"
 #include "screenBase/ScreenTheme.h"
-#include "themes/Screens.h"
 #include "texts/UiStrings.h"
+#include "themes/Screens.h"
 
 #include <QObject>
 #include <QQmlPropertyMap>
@@ -52,13 +52,13 @@ signals:
     void announcement(const QString &words);
     void dimmedChanged();
     // The screen host is to present the screen registered under `identifier`.
-    void screenRequested(Screens::Screen screen);
+    void screenRequested(Screens::Id screen);
 
 protected:
     ScreenController(Session &session, QObject *parent);
 
     // Leaves this screen for the one registered under `identifier`.
-    void showScreen(Screens::Screen screen);
+    void showScreen(Screens::Id screen);
 
     Session &m_session;
     ScreenTheme *const m_theme;

@@ -4,6 +4,7 @@
 #include <QFont>
 #include <QObject>
 #include <QStringList>
+#include <QVariantList>
 #include <QtQml/qqmlregistration.h>
 
 // The layout rules of WindowLayout for a screen or pane of a given width:

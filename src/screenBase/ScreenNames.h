@@ -3,10 +3,11 @@
 
 #include "themes/Screens.h"
 
-#include <QtQml/qqmlregistration.h>
+#include <QtQml/qqml.h>
 
-// The screens by name in QML: Screens.Main, Screens.Favorites,
-// Screens.Settings.
+// The screens by name in QML: Screens.Id.Main, Screens.Id.Favorites,
+// Screens.Id.Settings (written in full: a bare Screens.Main would meet the
+// window type Main).
 namespace ScreensInQml {
 Q_NAMESPACE
 QML_FOREIGN_NAMESPACE(Screens)

@@ -8,9 +8,9 @@
 namespace Screens {
 Q_NAMESPACE
 
-enum class Screen { Main, Favorites, Settings };
-Q_ENUM_NS(Screen)
+enum class Id { Main, Favorites, Settings };
+Q_ENUM_NS(Id)
 
 } // namespace Screens
 
-using Screen = Screens::Screen;
+using Screen = Screens::Id;
