@@ -115,8 +115,8 @@ double openOnce(Stage &stage, const QString &settingsFile, qint64 sort)
     SystemClock clock;
     Session session(settings, clock, {QStringLiteral("en-US")}, Appearance::Dark);
     session.favorites.load();
-    return firstFrameMs<FavoritesScreenController>(stage, session,
-                                           "qrc:/qt/qml/Tavlo/favoritesScreen/FavoritesScreen.qml");
+    return firstFrameMs<FavoritesScreenController>(
+        stage, session, "qrc:/qt/qml/Tavlo/favoritesScreen/FavoritesScreen.qml");
 }
 
 // Back from another screen: the session, with its stores and what they
@@ -131,7 +131,7 @@ struct Run
     double mainScreenOnce(Stage &stage)
     {
         return firstFrameMs<MainScreenController>(stage, session,
-                                            "qrc:/qt/qml/Tavlo/mainScreen/MainScreen.qml");
+                                                  "qrc:/qt/qml/Tavlo/mainScreen/MainScreen.qml");
     }
     FileSettingsStore settings;
     SystemClock clock;

@@ -316,9 +316,9 @@ QString FavoritesScreenController::undoText() const
                            : m_session.strings[UiText::Deleted] + u' ' + names.join(u", "_s);
 }
 
-FavoritesScreenController::SwipeOutcome FavoritesScreenController::swipeOutcome(qreal travel, qreal rowWidth,
-                                                                qreal buttonWidth,
-                                                                qreal pixelsPerMillimetre) const
+FavoritesScreenController::SwipeOutcome
+FavoritesScreenController::swipeOutcome(qreal travel, qreal rowWidth, qreal buttonWidth,
+                                        qreal pixelsPerMillimetre) const
 {
     switch (RowSwipe::settle(travel, rowWidth, buttonWidth, pixelsPerMillimetre)) {
     case RowSwipe::Outcome::Delete:

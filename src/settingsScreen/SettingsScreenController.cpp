@@ -26,8 +26,10 @@ SettingsScreenController::SettingsScreenController(Session &session, QObject *pa
                 &SettingsScreenController::followStatusChanged);
     }
     if (m_session.sync) {
-        connect(m_session.sync, &SyncService::statusChanged, this, &SettingsScreenController::syncChanged);
-        connect(m_session.sync, &SyncService::busyChanged, this, &SettingsScreenController::syncChanged);
+        connect(m_session.sync, &SyncService::statusChanged, this,
+                &SettingsScreenController::syncChanged);
+        connect(m_session.sync, &SyncService::busyChanged, this,
+                &SettingsScreenController::syncChanged);
     }
 }
 
@@ -295,7 +297,7 @@ QString SettingsScreenController::syncStatus() const
 }
 
 void SettingsScreenController::syncSetUp(const QString &server, const QString &user,
-                                  const QString &password)
+                                         const QString &password)
 {
     if (!m_session.sync)
         return;
