@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "CapturedLog.h"
 #include "LocalTime.h"
 #include "TimeZoneScope.h"
 #include "core/AgeCalculator.h"
@@ -7,7 +8,6 @@
 #include "core/ChineseZodiac.h"
 #include "core/DatePattern.h"
 #include "core/DateWheels.h"
-#include "core/DebugLog.h"
 #include "core/NumberText.h"
 #include "core/WesternZodiac.h"
 
@@ -175,16 +175,12 @@ private slots:
 
     void unreadableBirthLogsNotAndKeepsTheSign()
     {
-        QStringList lines;
-        const DebugLog::Sink previous =
-            DebugLog::setSink([&](const QString &line) { lines.append(line); });
+        const CapturedLog log;
         BirthDateResults results;
         results.compute(at(1990, 7, 30), now);
         QCOMPARE(results.signIndex(), 6);
         results.compute(QDateTime(), now);
-        DebugLog::setSink(previous);
-
-        QCOMPARE(lines, QStringList{QStringLiteral("NOT")});
+        QCOMPARE(log.lines, QStringList{QStringLiteral("NOT")});
         QCOMPARE(results.zodiacSign(), "Leo ♌︎");
         QCOMPARE(results.signIndex(), 6);
         QCOMPARE(results.age().birthMonth, 0);

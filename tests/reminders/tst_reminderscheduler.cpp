@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
+#include "CapturedLog.h"
 #include "RecordingNotificationCenter.h"
 #include "TimeZoneScope.h"
 #include "core/Clock.h"
-#include "core/DebugLog.h"
 #include "reminders/DeliveryRules.h"
 #include "reminders/ReminderScheduler.h"
 #include "settings/MemorySettingsStore.h"
@@ -11,6 +11,7 @@
 
 #include <QTemporaryDir>
 #include <QTest>
+#include <optional>
 
 using namespace SettingsKeys;
 using namespace Qt::Literals::StringLiterals;
@@ -29,7 +30,7 @@ class TestReminderScheduler : public QObject
 
     TimeZoneScope m_zone{"Europe/Berlin"};
     const UiStrings m_english;
-    QStringList m_log;
+    std::optional<CapturedLog> m_log;
     MemorySettingsStore m_settings;
     RecordingNotificationCenter m_center;
 
@@ -47,12 +48,11 @@ class TestReminderScheduler : public QObject
 private slots:
     void init()
     {
-        m_log.clear();
-        DebugLog::setSink([this](const QString &line) { m_log.append(line); });
+        m_log.emplace();
         m_settings = MemorySettingsStore();
         m_center = RecordingNotificationCenter();
     }
-    void cleanup() { DebugLog::setSink({}); }
+    void cleanup() { m_log.reset(); }
 
     // Planned at `now` with the time and how early as stored by the settings
     // screen; the reminder day runs from tomorrow to day 201.
@@ -269,7 +269,7 @@ private slots:
         if (fails)
             m_center.authorizationError = NotificationError{"Denied", "Said no"};
         check({{"Anna", "2 3 1985"}}, m_english);
-        QTEST(m_log, "log");
+        QTEST(m_log->lines, "log");
         const AuthorizationOptions asked =
             AuthorizationOption::Alert | AuthorizationOption::Badge | AuthorizationOption::Sound;
         QCOMPARE(m_center.authorizationRequests,
@@ -288,7 +288,7 @@ private slots:
 
         // The fake answers at once, so each failure follows its own request.
         const QString failed = u"Unable to Add Notification Request (Full, No room)"_s;
-        QCOMPARE(m_log, (QStringList{failed, "nameSpace = ", failed}));
+        QCOMPARE(m_log->lines, (QStringList{failed, "nameSpace = ", failed}));
         QCOMPARE(m_center.added.size(), 2);
         const NotificationRequest &first = m_center.added[0];
         QCOMPARE(first.title, "Geburtstagserinnerung");

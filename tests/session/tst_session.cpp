@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
+#include "CapturedLog.h"
 #include "DiskFaults.h"
 #include "core/Clock.h"
-#include "core/DebugLog.h"
 #include "session/RatingRule.h"
 #include "session/Session.h"
 #include "settings/FileSettingsStore.h"
@@ -93,19 +93,16 @@ private slots:
         FixedClock clock(QDateTime(QDate(2026, 11, 23), QTime(9, 0)));
         Session session(settings, clock, {language}, Appearance::Dark);
         session.decideLanguage();
-        QStringList lines;
-        const DebugLog::Sink previous =
-            DebugLog::setSink([&](const QString &line) { lines.append(line); });
+        const CapturedLog log;
         QSignalSpy changed(&session.saveNotice, &SaveNotice::changed);
 
         QVERIFY(!session.saveNotice.shown());
         QVERIFY(!session.favorites.append("Anna", 12, 3, 1985).ok());
-        DebugLog::setSink(previous);
 
         QVERIFY(session.saveNotice.shown());
         QCOMPARE(session.saveNotice.text(), text);
         QCOMPARE(changed.size(), 1);
-        QCOMPARE(lines, QStringList{"could not save " + path + ": Read-only file system"});
+        QCOMPARE(log.lines, QStringList{"could not save " + path + ": Read-only file system"});
         // The list stays as the user left it.
         QCOMPARE(session.favorites.count(), 1);
     }
@@ -142,15 +139,12 @@ private slots:
         settings.setStoredState(state);
         FixedClock clock(QDateTime(QDate(2026, 11, 23), QTime(9, 0)));
         Session session(settings, clock, {"de-DE"}, Appearance::Dark);
-        QStringList lines;
-        const DebugLog::Sink previous =
-            DebugLog::setSink([&](const QString &logged) { lines.append(logged); });
+        const CapturedLog log;
         for (int screen = 0; screen < 3; ++screen)
             session.prepareMainScreen();
-        DebugLog::setSink(previous);
         QCOMPARE(session.saveNotice.shown(), !text.isEmpty());
         QCOMPARE(session.saveNotice.text(), text);
-        QCOMPARE(lines, line.isEmpty() ? QStringList() : QStringList{line});
+        QCOMPARE(log.lines, line.isEmpty() ? QStringList() : QStringList{line});
     }
 };
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
+#include "CapturedLog.h"
 #include "DiskFaults.h"
 #include "TestFiles.h"
-#include "core/DebugLog.h"
 #include "settings/FileSettingsStore.h"
 #include "settings/HiddenLanguageSwitch.h"
 #include "settings/IniFormat.h"
@@ -588,17 +588,15 @@ private slots:
         QFETCH(qint64, stored);
         MemorySettingsStore settings;
         settings.set(preferredLanguage, 9);
-        QStringList log;
-        const auto previous = DebugLog::setSink([&](const QString &line) { log << line; });
+        const CapturedLog log;
         HiddenLanguageSwitch secret;
         const HiddenLanguageSwitch::Answer answer = tapTimes(secret, taps, settings);
-        DebugLog::setSink(previous);
         QCOMPARE(answer.text, text);
         QCOMPARE(answer.reveal, taps >= 40 && taps <= 42);
         if (stored >= 0)
             QCOMPARE(settings.value(preferredLanguage), stored);
-        QCOMPARE(log.size(), taps);
-        QCOMPARE(log.last(), QString::number(taps));
+        QCOMPARE(log.lines.size(), taps);
+        QCOMPARE(log.lines.last(), QString::number(taps));
     }
 
     void wrongStateResetsTheCount_data()
@@ -613,7 +611,7 @@ private slots:
         QFETCH(qint64, color);
         QFETCH(bool, details);
         MemorySettingsStore settings;
-        DebugLog::Sink previous = DebugLog::setSink([](const QString &) {});
+        const CapturedLog quiet;
         HiddenLanguageSwitch secret;
         tapTimes(secret, 39, settings);
         const HiddenLanguageSwitch::Answer answer =
@@ -622,7 +620,6 @@ private slots:
         QCOMPARE(answer.text, QString());
         // Counting starts again from one.
         QCOMPARE(tapTimes(secret, 40, settings).text.isEmpty(), false);
-        DebugLog::setSink(previous);
     }
 
     void diagnosticsListTheScheduledReminders()
