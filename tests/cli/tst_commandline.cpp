@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "LocalTime.h"
 #include "RecordingNotificationCenter.h"
+#include "TavloProcess.h"
 #include "TestFiles.h"
 #include "TimeZoneScope.h"
 #include "WithoutIds.h"
@@ -88,22 +89,11 @@ class TestCommandLine : public QObject
     }
 
     // The installed program: process entry, real settings file, real streams.
-    QProcess *start(const QStringList &arguments, const QString &language = "en_US.UTF-8")
+    TavloRun installed(const QStringList &arguments, const QString &language = "en_US.UTF-8")
     {
-        auto *process = new QProcess(this);
-        QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
-        env.insert("TZ", "Europe/Berlin");
-        env.insert("XDG_CONFIG_HOME", m_files.filePath("config"));
-        env.insert("XDG_DATA_HOME", m_files.filePath("data"));
-        env.insert("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent");
-        for (const char *name : {"LANGUAGE", "LC_ALL", "LC_MESSAGES"})
-            env.remove(name);
-        env.insert("LANG", language);
-        process->setProcessEnvironment(env);
-        process->start(TAVLO_EXECUTABLE, arguments);
-        if (!process->waitForFinished(30000))
-            qFatal("tavlo did not finish");
-        return process;
+        return runTavlo(tavloEnvironment(m_files.filePath("config"), m_files.filePath("data"),
+                                         "unix:path=/nonexistent", language),
+                        arguments);
     }
 
 private slots:
@@ -170,6 +160,15 @@ private slots:
         QTest::newRow("leading blank") << QStringList{"favorites", "remove", " 1"} << "\" 1\"";
         row("favorites remove 0 1", "INDEX");
         row("favorites import", "FILE");
+        // One file that does not read stops the whole import.
+        const QString good = file("good.vcf", card("FN:Zoe\r\nBDAY:2001-07-05\r\n"));
+        const auto import = [&](const char *tag, const QString &path, const QString &named) {
+            QTest::newRow(tag) << QStringList{"favorites", "import", good, path} << named;
+        };
+        import("import, missing file", m_files.filePath("none.vcf"), "none.vcf");
+        import("import, cut off", file("cut.vcf", card("FN:Ann\r\n").repeated(3).chopped(12)),
+               "cut off");
+        import("import, folder", m_files.path(), m_files.path());
         row("favorites export a.vcf b.vcf", "FILE.vcf");
         row("calendar export", "FILE");
         row("calendar export - --lang fr", "fr");
@@ -354,29 +353,6 @@ private slots:
             QVERIFY2(refused.err.contains(QString::fromLatin1(bad)), qPrintable(refused.err));
         }
         QCOMPARE(stored().size(), 3);
-    }
-
-    // One file that does not read stops the whole import.
-    void importRefusesWhatDoesNotRead_data()
-    {
-        QTest::addColumn<QString>("path");
-        QTest::addColumn<QString>("named");
-        QTest::newRow("missing file") << m_files.filePath("none.vcf") << "none.vcf";
-        QTest::newRow("cut off") << file("cut.vcf", card("FN:Ann\r\n").repeated(3).chopped(12))
-                                 << "cut off";
-        QTest::newRow("folder") << m_files.path() << m_files.path();
-    }
-    void importRefusesWhatDoesNotRead()
-    {
-        QFETCH(QString, path);
-        QFETCH(QString, named);
-        const QString good = file("good.vcf", card("FN:Zoe\r\nBDAY:2001-07-05\r\n"));
-        const CommandRun run = tavlo({"favorites", "import", good, path});
-        QCOMPARE(run.status, 2);
-        QCOMPARE(run.out, QString());
-        QCOMPARE(run.err.count(u'\n'), 1);
-        QVERIFY2(run.err.contains(named), qPrintable(run.err));
-        QCOMPARE(m_settings.writeCount(), 0);
     }
 
     // Several files are one import, told in one line; a second import of the
@@ -670,57 +646,21 @@ private slots:
         QCOMPARE(files, QStringList());
     }
 
-    // A stored birthday that is no date: the others are printed, then one
-    // plain line names the favorite, and the status is 2.
-    void unreadableBirthdayIsNamed_data()
-    {
-        QTest::addColumn<QStringList>("arguments");
-        QTest::addColumn<QStringList>("printed"); // how each line begins
-        QTest::newRow("favorites list") << QStringList{"favorites", "list"}
-                                        << QStringList{"0\tBob\t2 3 1990\t", "2\tCleo\t5 3 1980\t"};
-        QTest::newRow("reminders")
-            << QStringList{"reminders", "--now", "2026-03-01T10:00"}
-            << QStringList{"birthdayReminder1 2026-03-02T07:30:00+01:00 Birthday Reminder: Bob "
-                           "has a birthday today!",
-                           "birthdayReminder2 2026-03-05T07:30:00+01:00 Birthday Reminder: "
-                           "Cleo has a birthday today!"};
-    }
-    void unreadableBirthdayIsNamed()
-    {
-        QFETCH(QStringList, arguments);
-        QFETCH(QStringList, printed);
-        file("config/tavlo/tavlo.conf", "[person]\n1\\1=Bob\n1\\2=2 3 1990\n1\\size=2\n"
-                                        "2\\1=Anna\n2\\2=31 2 x\n2\\size=2\n"
-                                        "3\\1=Cleo\n3\\2=5 3 1980\n3\\size=2\nsize=3\n");
-        QProcess *p = start(arguments);
-        QDir(m_files.filePath("config")).removeRecursively();
-        QCOMPARE(p->exitStatus(), QProcess::NormalExit);
-        QCOMPARE(p->readAllStandardError(),
-                 "tavlo: favorite 1 (\"Anna\") has an unreadable birthday \"31 2 x\"\n");
-        const QStringList lines =
-            QString::fromUtf8(p->readAllStandardOutput()).split(u'\n', Qt::SkipEmptyParts);
-        QCOMPARE(lines.size(), printed.size());
-        for (qsizetype i = 0; i < lines.size(); ++i)
-            QVERIFY2(lines[i].startsWith(printed[i]), qPrintable(lines[i]));
-        QCOMPARE(p->exitCode(), 2);
-    }
-
     void theInstalledProgram()
     {
         // The device's language from the locale; a report stores nothing.
-        QProcess *p = start({"report", "--now", "2026-11-22", "1985-03-12"}, "ru_RU.UTF-8");
-        QCOMPARE(p->exitStatus(), QProcess::NormalExit);
-        QCOMPARE(p->exitCode(), 0);
-        QVERIFY(p->readAllStandardOutput().startsWith("Твой \n"));
+        TavloRun run = installed({"report", "--now", "2026-11-22", "1985-03-12"}, "ru_RU.UTF-8");
+        QCOMPARE(run.status, 0);
+        QVERIFY(run.out.startsWith("Твой \n"));
         QVERIFY(!QDir(m_files.filePath("config")).exists());
 
         // Without a notification service nothing is scheduled.
         file("config/tavlo/tavlo.conf", "[person]\n1\\1=Anna\n1\\2=2 3 1985\n1\\size=2\nsize=1\n");
-        p = start({"reminders", "schedule"});
-        QCOMPARE(p->exitCode(), 0);
-        QCOMPARE(p->readAllStandardOutput(),
+        run = installed({"reminders", "schedule"});
+        QCOMPARE(run.status, 0);
+        QCOMPARE(run.out,
                  "Application Not Allowed to Display Notifications\nNo reminders scheduled.\n");
-        QCOMPARE(p->readAllStandardError(), QByteArray());
+        QCOMPARE(run.err, QByteArray());
         QVERIFY(!QDir(m_files.filePath("config/autostart")).exists());
     }
 };

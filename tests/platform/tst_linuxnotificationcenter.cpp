@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "NotificationServer.h"
 #include "RecordingRunner.h"
+#include "TavloProcess.h"
 #include "TestFiles.h"
 #include "TimeZoneScope.h"
 #include "core/Clock.h"
@@ -413,9 +414,8 @@ private slots:
                                   fire};
         m_store = std::make_unique<ReminderStore>(m_dir->filePath(u"data/tavlo/reminders.json"_s));
         QVERIFY(!m_store->put(due));
-        QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
-        env.insert(u"DBUS_SESSION_BUS_ADDRESS"_s, m_server.address());
-        env.insert(u"XDG_CONFIG_HOME"_s, m_dir->filePath(u"config"_s));
+        QProcessEnvironment env =
+            tavloEnvironment(m_dir->filePath(u"config"_s), {}, m_server.address());
         const QString data = u"XDG_DATA_HOME="_s + m_dir->filePath(u"data"_s);
         const QString entry =
             m_dir->filePath(u"config/autostart/io.github.tavlo.Tavlo-reminders.desktop"_s);

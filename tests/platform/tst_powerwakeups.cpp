@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "NotificationServer.h"
 #include "PowerService.h"
+#include "TavloProcess.h"
 #include "core/Clock.h"
 #include "platform/linux/PowerWakeups.h"
 #include "reminders/ReminderStore.h"
@@ -237,16 +238,12 @@ private slots:
         ReminderStore store(m_dir->filePath(u"data/tavlo/reminders.json"_s));
         for (const PendingReminder &r : plan)
             QVERIFY(!store.put(r));
-        QProcess tavlo;
-        QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
-        env.insert(u"DBUS_SESSION_BUS_ADDRESS"_s, m_bus.address());
-        env.insert(u"XDG_DATA_HOME"_s, m_dir->filePath(u"data"_s));
-        env.insert(u"XDG_CONFIG_HOME"_s, m_dir->filePath(u"config"_s));
-        tavlo.setProcessEnvironment(env);
-        tavlo.start(QStringLiteral(TAVLO_EXECUTABLE), {u"register-wakeups"_s});
-        QVERIFY(tavlo.waitForFinished(busPatience));
-        QCOMPARE(tavlo.readAllStandardError(), QByteArray());
-        QCOMPARE(tavlo.exitCode(), 0);
+        const TavloRun tavlo =
+            runTavlo(tavloEnvironment(m_dir->filePath(u"config"_s), m_dir->filePath(u"data"_s),
+                                      m_bus.address()),
+                     {u"register-wakeups"_s});
+        QCOMPARE(tavlo.err, QByteArray());
+        QCOMPARE(tavlo.status, 0);
         QCOMPARE(m_power->held(), wakeupsFor(plan, {1, 2}));
         // The app started afterwards knows them from the file: nothing asked twice.
         PowerWakeups app(QDBusConnection(u"tavlo"_s), m_clock,

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "DiskFaults.h"
+#include "TavloProcess.h"
 #include "TestFiles.h"
 #include "WithoutIds.h"
 #include "core/FatalError.h"
@@ -22,12 +23,6 @@ using namespace Qt::Literals::StringLiterals;
 // run in process in tests/cli.
 
 namespace {
-
-struct Run
-{
-    int status = -1;
-    QByteArray out, err;
-};
 
 const QByteArray goodSettings = "[General]\ncolor=3\nmoreDetails=true\n\n"
                                 "[person]\n1\\1=Anna\n1\\2=12 3 1985\n1\\size=2\n"
@@ -79,28 +74,12 @@ class TestBadInput : public QObject
     }
 
     // Runs the command line, as the user `uid` where one is given.
-    static Run tavlo(const QString &home, const QStringList &arguments, int uid = -1)
+    static TavloRun tavlo(const QString &home, const QStringList &arguments, int uid = -1)
     {
-        QProcess process;
-        QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
-        env.insert(u"XDG_CONFIG_HOME"_s, home);
-        env.insert(u"TZ"_s, u"Europe/Berlin"_s);
-        env.insert(u"LANG"_s, u"en_US.UTF-8"_s);
-        env.insert(u"DBUS_SESSION_BUS_ADDRESS"_s, u"unix:path=/nonexistent"_s);
-        for (const QString &name : {u"LANGUAGE"_s, u"LC_ALL"_s, u"LC_MESSAGES"_s})
-            env.remove(name);
-        process.setProcessEnvironment(env);
-        if (uid >= 0)
-            process.start(u"setpriv"_s,
-                          QStringList{u"--reuid=%1"_s.arg(uid), u"--regid=%1"_s.arg(uid),
-                                      u"--clear-groups"_s, QStringLiteral(TAVLO_EXECUTABLE)} +
-                              arguments);
-        else
-            process.start(QStringLiteral(TAVLO_EXECUTABLE), arguments);
-        if (!process.waitForFinished(30000))
-            qFatal("tavlo %s did not finish", qPrintable(arguments.join(u' ')));
-        return {process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1,
-                process.readAllStandardOutput(), process.readAllStandardError()};
+        return runTavlo(tavloEnvironment(home), arguments,
+                        uid < 0 ? QStringList{}
+                                : QStringList{u"setpriv"_s, u"--reuid=%1"_s.arg(uid),
+                                              u"--regid=%1"_s.arg(uid), u"--clear-groups"_s});
     }
 
 private slots:
@@ -115,7 +94,7 @@ private slots:
             QSKIP(qPrintable(disk->why()));
         int acknowledged = 0, refused = 0;
         for (int i = 0; refused < 3 && i < 1000; ++i) {
-            const Run run =
+            const TavloRun run =
                 tavlo(home, {"favorites", "add", u"Person number %1"_s.arg(i), "1990-01-01"});
             if (run.status == 0) {
                 QCOMPARE(refused, 0);
@@ -129,7 +108,7 @@ private slots:
                                   ": No space left on device\n");
         }
         QVERIFY(acknowledged > 10);
-        const Run list = tavlo(home, {"favorites", "list"});
+        const TavloRun list = tavlo(home, {"favorites", "list"});
         QCOMPARE(list.status, 0);
         QCOMPARE(list.out.count('\n'), acknowledged);
         QCOMPARE(QDir(home + u"/tavlo"_s).entryList(QDir::Files),
@@ -144,7 +123,7 @@ private slots:
             QSKIP(qPrintable(readOnly->why()));
         for (const QStringList &change :
              {QStringList{"add", "Bob", "1990-01-01"}, {"remove", "0"}}) {
-            const Run run = tavlo(home, QStringList{"favorites"} + change);
+            const TavloRun run = tavlo(home, QStringList{"favorites"} + change);
             QCOMPARE(run.status, 1);
             QCOMPARE(run.out, QByteArray());
             QVERIFY2(run.err.startsWith("tavlo: could not save " + settingsPath(home).toUtf8()) &&
@@ -180,7 +159,7 @@ private slots:
         QFETCH(bool, damaged);
         const QString home = homeWith(contents);
         const QByteArray told = "tavlo: " + settingsPath(home).toUtf8() + " is damaged (";
-        const Run list = tavlo(home, {"favorites", "list", "--json"});
+        const TavloRun list = tavlo(home, {"favorites", "list", "--json"});
         QCOMPARE(list.status, 0);
         QCOMPARE(list.out.count('\n'), names.size());
         QCOMPARE(list.err.startsWith(told) && list.err.count('\n') == 1, damaged);
@@ -188,7 +167,7 @@ private slots:
         QCOMPARE(contentsOf(settingsPath(home)), contents);
         QCOMPARE(QDir(home + u"/tavlo"_s).entryList({u"*.damaged-*"_s}), QStringList());
 
-        const Run add = tavlo(home, {"favorites", "add", "Zoe", "2001-02-03"});
+        const TavloRun add = tavlo(home, {"favorites", "add", "Zoe", "2001-02-03"});
         QCOMPARE(add.status, 0);
         QCOMPARE(add.err.startsWith(told), damaged);
         QStringList stored;
@@ -241,7 +220,7 @@ private slots:
                                            {"favorites", "add", "Zoe", "2001-02-03"},
                                            {"reminders"},
                                            {"calendar", "export", home + u"/b.ics"_s}}) {
-            const Run run = tavlo(home, command, asAnotherUser ? 65534 : -1);
+            const TavloRun run = tavlo(home, command, asAnotherUser ? 65534 : -1);
             QCOMPARE(run.status, 1);
             QCOMPARE(run.out, QByteArray());
             QVERIFY2(run.err.startsWith("tavlo: cannot read " + settingsPath(home).toUtf8()) &&
@@ -256,45 +235,64 @@ private slots:
     }
 
     // A stored favorite whose birthday does not read is told in one line
-    // naming it; the others are still listed, the status is 2, and nothing
-    // is changed.
+    // naming it; the others are still listed under their own numbers, the
+    // status is 2, and nothing is changed.
     void unreadableFavoriteIsToldAndTheRestListed_data()
     {
         QTest::addColumn<QList<Texts>>("rows");
         QTest::addColumn<QStringList>("command");
         QTest::addColumn<QString>("named");
+        QTest::addColumn<QStringList>("printed"); // how each line begins
         const Texts anna{"Anna", "12 3 1985"};
+        const QList<Texts> threeAnnaUnreadable{
+            {"Bob", "2 3 1990"}, {"Anna", "31 2 x"}, {"Cleo", "5 3 1980"}};
+        const QString annaNamed = u"favorite 1 (\"Anna\") has an unreadable birthday \"31 2 x\""_s;
         const QStringList list{"favorites", "list"};
+        const QStringList annaListed{"0\tAnna\t12 3 1985\t"};
         QTest::newRow("no such day")
             << QList<Texts>{anna, {"Bob", "31 2 1985"}} << list
-            << "favorite 1 (\"Bob\") has an unreadable birthday \"31 2 1985\"";
+            << "favorite 1 (\"Bob\") has an unreadable birthday \"31 2 1985\"" << annaListed;
         QTest::newRow("line break, escaped in the message")
             << QList<Texts>{anna, {"Bob", "12 3\\n\\n1985"}} << list
-            << "favorite 1 (\"Bob\") has an unreadable birthday \"12 3\\n\\n1985\"";
+            << "favorite 1 (\"Bob\") has an unreadable birthday \"12 3\\n\\n1985\"" << annaListed;
+        QTest::newRow("the middle of three")
+            << threeAnnaUnreadable << list << annaNamed
+            << QStringList{"0\tBob\t2 3 1990\t", "2\tCleo\t5 3 1980\t"};
         QTest::newRow("the first of two, as JSON")
             << QList<Texts>{{"Anna", "0 0 0"}, {"Bob", "1 1 2000"}}
-            << QStringList{"favorites", "list", "--json"} << "favorite 0";
+            << QStringList{"favorites", "list", "--json"} << "favorite 0" << QStringList{"{"};
         QTest::newRow("a row of one text")
-            << QList<Texts>{anna, {"Bob"}} << list << "favorite 1 (\"Bob\")";
+            << QList<Texts>{anna, {"Bob"}} << list << "favorite 1 (\"Bob\")" << annaListed;
+        QTest::newRow("reminders, the middle of three")
+            << threeAnnaUnreadable << QStringList{"reminders", "--now", "2026-03-01T10:00"}
+            << annaNamed
+            << QStringList{"birthdayReminder1 2026-03-02T07:30:00+01:00 Birthday Reminder: Bob "
+                           "has a birthday today!",
+                           "birthdayReminder2 2026-03-05T07:30:00+01:00 Birthday Reminder: "
+                           "Cleo has a birthday today!"};
         QTest::newRow("reminders schedule, row of one text")
             << QList<Texts>{anna, {"Bob"}} << QStringList{"reminders", "schedule"}
-            << "favorite 1 (\"Bob\")";
+            << "favorite 1 (\"Bob\")"
+            << QStringList{"Application Not Allowed", "No reminders scheduled."};
     }
     void unreadableFavoriteIsToldAndTheRestListed()
     {
         QFETCH(QList<Texts>, rows);
         QFETCH(QStringList, command);
         QFETCH(QString, named);
+        QFETCH(QStringList, printed);
         const QByteArray contents = "[General]\ncolor=3\n\n" + personSection(rows);
         const QString home = homeWith(contents);
-        const Run run = tavlo(home, command);
+        const TavloRun run = tavlo(home, command);
         QCOMPARE(run.status, 2);
         QCOMPARE(run.err.count('\n'), 1);
         QVERIFY2(run.err.startsWith("tavlo: ") && run.err.contains(named.toUtf8()) &&
                      !run.err.contains("fatal") && !run.err.contains("ERROR"),
                  run.err.constData());
-        if (command.at(1) == u"list")
-            QCOMPARE(run.out.count('\n'), rows.size() - 1);
+        const QStringList lines = QString::fromUtf8(run.out).split(u'\n', Qt::SkipEmptyParts);
+        QCOMPARE(lines.size(), printed.size());
+        for (qsizetype i = 0; i < lines.size(); ++i)
+            QVERIFY2(lines[i].startsWith(printed[i]), qPrintable(lines[i]));
         QCOMPARE(contentsOf(settingsPath(home)), contents);
     }
 
@@ -311,7 +309,7 @@ private slots:
     {
         QFETCH(QString, name);
         const QString home = homeWith(goodSettings);
-        const Run add = tavlo(home, {"favorites", "add", name, "2000-01-02"});
+        const TavloRun add = tavlo(home, {"favorites", "add", name, "2000-01-02"});
         QCOMPARE(add.status, 0);
         QCOMPARE(add.err, QByteArray());
         QCOMPARE(storedFavorites(home).constLast(), (Favorite{name, u"2 1 2000"_s}));

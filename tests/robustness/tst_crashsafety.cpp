@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "TavloProcess.h"
 #include "WithoutIds.h"
 #include "favorites/FavoritesSorting.h"
 #include "favorites/FavoritesStore.h"
@@ -183,10 +184,8 @@ class TestCrashSafety : public QObject
                                                 const QStringList &arguments)
     {
         auto process = std::make_unique<QProcess>();
-        QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
-        env.insert(u"XDG_CONFIG_HOME"_s, QFileInfo(iniPath).dir().absoluteFilePath(u".."_s));
-        env.insert(u"TZ"_s, u"Europe/Berlin"_s);
-        process->setProcessEnvironment(env);
+        process->setProcessEnvironment(
+            tavloEnvironment(QFileInfo(iniPath).dir().absoluteFilePath(u".."_s)));
         process->start(QStringLiteral(TAVLO_EXECUTABLE), arguments);
         if (!process->waitForStarted(30000))
             qFatal("tavlo did not start");
