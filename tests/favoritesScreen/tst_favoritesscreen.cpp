@@ -127,14 +127,38 @@ private slots:
         QCOMPARE(h->text("titleLabel"), "Favorites");
     }
 
-    void russianTextsWithTheDevicesMonthNames()
+    // The screen's texts in the interface language, the month names in the
+    // device's (English here). An empty list says how to add someone, and
+    // the hint goes once there is a favorite again.
+    void textsInTheInterfaceLanguage_data()
     {
+        QTest::addColumn<QString>("language");
+        QTest::addColumn<QStringList>("texts"); // title, birthday, undo, how the hint begins
+        QTest::newRow("English") << "en-US"
+                                 << QStringList{"Favorites", "March 12, 1985", "Deleted: Анна",
+                                                "No favorites yet. To add someone, go back,"};
+        QTest::newRow("German") << "de-DE"
+                                << QStringList{"Favoriten", "12. March 1985", "Gelöscht: Анна",
+                                               "Noch keine Favoriten. Um jemanden hinzuzufügen,"};
+        QTest::newRow("Russian") << "ru"
+                                 << QStringList{"Избранные", "12. March 1985", "Удалено: Анна",
+                                                "Избранных пока нет. Чтобы добавить человека,"};
+    }
+    void textsInTheInterfaceLanguage()
+    {
+        QFETCH(QString, language);
+        QFETCH(QStringList, texts);
         h->settings.set(favorites, Rows{{"Анна", "12 3 1985"}});
-        start({"ru"});
-        QCOMPARE(h->text("titleLabel"), "Избранные");
-        QCOMPARE(h->text("labelBD", cell(0)), "12. March 1985");
+        start({language});
+        QCOMPARE(h->text("titleLabel"), texts[0]);
+        QCOMPARE(h->text("labelBD", cell(0)), texts[1]);
+        QVERIFY(!h->shows("emptyHint"));
         c->deleteRow(0);
-        QCOMPARE(h->text("undoLabel"), "Удалено: Анна");
+        QCOMPARE(h->text("undoLabel"), texts[2]);
+        QTRY_VERIFY(h->shows("emptyHint"));
+        QVERIFY2(h->text("emptyHint").startsWith(texts[3]), qPrintable(h->text("emptyHint")));
+        c->undoDelete();
+        QTRY_VERIFY(!h->shows("emptyHint"));
     }
 
     void sortMenu_data()
@@ -567,37 +591,67 @@ private slots:
                  qPrintable(QString::number(row)));
     }
 
-    // The import button offers both imports; a file chosen in the dialog is
-    // imported in one write, the new row shows, and the summary is in the
-    // interface language, as is the reason a file is refused.
-    void importsAFile_data()
+    // The import button offers both imports, and each tells what it did in
+    // the interface language: a file chosen in the dialog is imported in one
+    // write and the new row shows, or it is refused; "Import from contacts"
+    // says so when no address book holds anyone (the address-book service
+    // always has its own, empty or not), and a card read gets the counts.
+    void importsTellWhatTheyDid_data()
     {
-        QTest::addColumn<QByteArray>("file");
+        QTest::addColumn<QByteArray>("file"); // empty: from the contacts
+        QTest::addColumn<QStringList>("sources");
+        QTest::addColumn<int>("cards"); // cards read, none with a birthday
+        QTest::addColumn<QString>("language");
         QTest::addColumn<QString>("summary");
         QTest::addColumn<int>("rows");
-        QTest::newRow("cards") << QByteArray("BEGIN:VCARD\nFN:Jane\nBDAY:1985-03-12\nEND:VCARD\n"
-                                             "BEGIN:VCARD\nFN:Anna\nEND:VCARD\n")
-                               << u"1 hinzugefügt, 0 schon vorhanden, 1 übersprungen (1 ohne "
-                                  u"Geburtstag)"_qs
-                               << 2;
-        QTest::newRow("no vCard") << QByteArray("hello") << u"Diese Datei ist keine vCard-Datei."_qs
-                                  << 1;
+        const auto contacts = [](const char *tag, const QStringList &sources, int cards,
+                                 const char *language, const QString &summary) {
+            QTest::newRow(tag) << QByteArray() << sources << cards << language << summary << 1;
+        };
+        QTest::newRow("file of cards")
+            << QByteArray("BEGIN:VCARD\nFN:Jane\nBDAY:1985-03-12\nEND:VCARD\n"
+                          "BEGIN:VCARD\nFN:Anna\nEND:VCARD\n")
+            << QStringList() << 0 << "de-DE"
+            << u"1 hinzugefügt, 0 schon vorhanden, 1 übersprungen (1 ohne Geburtstag)"_qs << 2;
+        QTest::newRow("file, no vCard") << QByteArray("hello") << QStringList() << 0 << "de-DE"
+                                        << u"Diese Datei ist keine vCard-Datei."_qs << 1;
+        contacts("contacts, none", {}, 0, "en-US",
+                 "No address book with contacts was found on this device.");
+        contacts("contacts, only an empty one, Russian",
+                 {"evolution-data-server system-address-book: 0 cards"}, 0, "ru",
+                 "На этом устройстве не найдено ни одной адресной книги с контактами.");
+        contacts("contacts, a card", {"kpeoplevcard: 1 files, 1 cards"}, 1, "en-US",
+                 "0 added, 0 already there, 1 skipped (1 no birthday)");
     }
-    void importsAFile()
+    void importsTellWhatTheyDid()
     {
         QFETCH(QByteArray, file);
-        QFETCH(QString, summary);
+        QFETCH(QStringList, sources);
+        QFETCH(int, cards);
+        QFETCH(QString, language);
         QFETCH(int, rows);
         h->settings.set(favorites, Rows{{"Anna", "1 1 2000"}});
-        start({"de-DE"});
+        start({language});
+        PhoneContactsRead read;
+        read.sources = sources;
+        for (int i = 0; i < cards; ++i) {
+            VCardContact card;
+            card.name = u"Jane"_qs;
+            read.contacts.append(card);
+        }
+        h->session->phoneContacts = [&] { return read; };
         h->tap("btnImport");
         QTRY_VERIFY(h->opened("importMenu"));
         QTemporaryDir dir;
-        c->importFile(QUrl::fromLocalFile(writeFile(dir.filePath("contacts.vcf"), file)));
-        QCOMPARE(c->importSummary(), summary);
-        QCOMPARE(stored().size(), rows);
-        QTRY_COMPARE(count(), rows);
+        if (file.isEmpty())
+            h->tap("btnImportContacts");
+        else
+            c->importFile(QUrl::fromLocalFile(writeFile(dir.filePath("contacts.vcf"), file)));
         QTRY_VERIFY(h->opened("importSummary"));
+        QTEST(c->importSummary(), "summary");
+        QCOMPARE(stored().size(), rows);
+        QCOMPARE(stored().first(), (QStringList{"Anna", "1 1 2000"}));
+        QTRY_COMPARE(count(), rows);
     }
 
     // Import and export through the desktop portal's chooser, as the person
@@ -806,74 +860,6 @@ private slots:
         const QString file = home.filePath("Documents/Für Oma.vcf");
         QCOMPARE(c->importSummary(), u"Gespeicherte Geburtstage: 1, in "_qs + file);
         QVERIFY(contentsOf(file).contains("FN:Anna\r\n"));
-    }
-
-    // "Import from contacts" says so when no address book holds anyone (the
-    // address-book service always has its own, empty or not); a card read
-    // gets the counts.
-    void importsFromContacts_data()
-    {
-        QTest::addColumn<QStringList>("sources");
-        QTest::addColumn<QString>("language");
-        QTest::addColumn<int>("cards"); // cards read, none with a birthday
-        QTest::addColumn<QString>("summary");
-        QTest::newRow("none") << QStringList() << "en-US" << 0
-                              << "No address book with contacts was found on this device.";
-        QTest::newRow("only an empty one, Russian")
-            << QStringList{"evolution-data-server system-address-book: 0 cards"} << "ru" << 0
-            << "На этом устройстве не найдено ни одной адресной книги с контактами.";
-        QTest::newRow("a card") << QStringList{"kpeoplevcard: 1 files, 1 cards"} << "en-US" << 1
-                                << "0 added, 0 already there, 1 skipped (1 no birthday)";
-    }
-    void importsFromContacts()
-    {
-        QFETCH(QStringList, sources);
-        QFETCH(QString, language);
-        QFETCH(int, cards);
-        QFETCH(QString, summary);
-        h->settings.set(favorites, Rows{{"Anna", "1 1 2000"}});
-        start({language});
-        PhoneContactsRead read;
-        read.sources = sources;
-        for (int i = 0; i < cards; ++i) {
-            VCardContact card;
-            card.name = u"Jane"_qs;
-            read.contacts.append(card);
-        }
-        h->session->phoneContacts = [&] { return read; };
-        h->tap("btnImport");
-        QTRY_VERIFY(h->opened("importMenu"));
-        h->tap("btnImportContacts");
-        QTRY_VERIFY(h->opened("importSummary"));
-        QCOMPARE(c->importSummary(), summary);
-        QCOMPARE(stored(), (Rows{{"Anna", "1 1 2000"}}));
-    }
-
-    // An empty list says how to add someone, in the interface language,
-    // and goes once there is a favorite.
-    void anEmptyListSaysWhatToDo_data()
-    {
-        QTest::addColumn<QString>("language");
-        QTest::addColumn<QString>("start");
-        QTest::newRow("English") << "en-US"
-                                 << "No favorites yet. To add someone, go back,";
-        QTest::newRow("German") << "de-DE"
-                                << "Noch keine Favoriten. Um jemanden hinzuzufügen,";
-        QTest::newRow("Russian") << "ru"
-                                 << "Избранных пока нет. Чтобы добавить человека,";
-    }
-    void anEmptyListSaysWhatToDo()
-    {
-        QFETCH(QString, language);
-        QFETCH(QString, start);
-        h->settings.set(favorites, Rows{{"Anna", "1 1 2000"}});
-        this->start({language});
-        QVERIFY(!h->shows("emptyHint"));
-        c->deleteRow(0);
-        QTRY_VERIFY(h->shows("emptyHint"));
-        QVERIFY2(h->text("emptyHint").startsWith(start), qPrintable(h->text("emptyHint")));
-        c->undoDelete();
-        QTRY_VERIFY(!h->shows("emptyHint"));
     }
 
     // A name is shown on its card on one line: a line break in it becomes a
