@@ -8,22 +8,11 @@ set -euo pipefail
 tavlo=$1
 helper=$2
 
-missing=()
-[[ -x /usr/libexec/evolution-source-registry ]] || missing+=(evolution-data-server)
-/usr/bin/python3 -c 'import gi; gi.require_version("EBook", "1.2")' 2>/dev/null ||
-    missing+=(gir1.2-ebook-1.2)
-command -v dbus-run-session >/dev/null || missing+=(dbus-daemon)
-if ((${#missing[@]})); then
-    echo "SKIP: needs ${missing[*]} (scripts/install-deps installs them)"
-    exit 77
-fi
+source "$(dirname "$0")/eds_prelude.sh"
 
 home=$(mktemp -d)
 trap 'rm -rf "$home"' EXIT
-export HOME=$home XDG_CONFIG_HOME=$home/config XDG_DATA_HOME=$home/data \
-    XDG_CACHE_HOME=$home/cache XDG_RUNTIME_DIR=$home/run LANG=C.UTF-8 TZ=Europe/Berlin
-mkdir -p "$XDG_RUNTIME_DIR" "$XDG_DATA_HOME/kpeoplevcard/own"
-chmod 700 "$XDG_RUNTIME_DIR"
+use_home "$home"
 printf 'BEGIN:VCARD\r\nVERSION:4.0\r\nFN:Folder Friend\r\nBDAY:19700506\r\nEND:VCARD\r\n' \
     >"$XDG_DATA_HOME/kpeoplevcard/own/friend.vcf"
 # A birthday without a year, as vCard 4.0 writes it.
@@ -31,7 +20,6 @@ printf 'BEGIN:VCARD\r\nVERSION:4.0\r\nFN:Folder Aunt\r\nBDAY:--0807\r\nEND:VCARD
     >"$XDG_DATA_HOME/kpeoplevcard/aunt.vcf"
 
 # "Show birthdays in the calendar" is on: every change publishes the calendar.
-mkdir -p "$XDG_CONFIG_HOME/tavlo"
 printf '[General]\nbirthdaysInCalendar=true\n' >"$XDG_CONFIG_HOME/tavlo/tavlo.conf"
 
 # No evolution-data-server (no session bus at all): the folder alone, no error.

@@ -12,15 +12,7 @@ set -euo pipefail
 tavlo=$1
 helper=$2
 
-missing=()
-[[ -x /usr/libexec/evolution-source-registry ]] || missing+=(evolution-data-server)
-/usr/bin/python3 -c 'import gi; gi.require_version("EBook", "1.2")' 2>/dev/null ||
-    missing+=(gir1.2-ebook-1.2)
-command -v dbus-run-session >/dev/null || missing+=(dbus-daemon)
-if ((${#missing[@]})); then
-    echo "SKIP: needs ${missing[*]} (scripts/install-deps installs them)"
-    exit 77
-fi
+source "$(dirname "$0")/eds_prelude.sh"
 
 # File modes stop no reader that is root: the faults run as nobody.
 if [[ $(id -u) == 0 ]]; then
@@ -29,11 +21,8 @@ fi
 
 home=$(mktemp -d)
 trap 'chmod -R u+rwx "$home"; rm -rf "$home"' EXIT
-export HOME=$home XDG_CONFIG_HOME=$home/config XDG_DATA_HOME=$home/data \
-    XDG_CACHE_HOME=$home/cache XDG_RUNTIME_DIR=$home/run LANG=C.UTF-8 TZ=Europe/Berlin \
-    QT_QPA_PLATFORM=offscreen TAVLO=$tavlo HELPER=$helper FOLLOW_HOME=$home
-mkdir -p "$XDG_RUNTIME_DIR" "$XDG_DATA_HOME/kpeoplevcard/own" "$XDG_CONFIG_HOME/tavlo"
-chmod 700 "$XDG_RUNTIME_DIR"
+use_home "$home"
+export QT_QPA_PLATFORM=offscreen TAVLO=$tavlo HELPER=$helper FOLLOW_HOME=$home
 printf '[General]\nfollowContacts=true\n' >"$XDG_CONFIG_HOME/tavlo/tavlo.conf"
 
 # The steps below, shared by both runs of the app.
