@@ -81,11 +81,17 @@ class TestPowerWakeups : public QObject
     {
         return std::make_unique<PowerWakeups>(QDBusConnection(u"tavlo"_s), m_clock, statePath());
     }
-    static void settle(PowerWakeups &wakeups)
+    // Whether every answer of the service has come in.
+    static bool settled(PowerWakeups &wakeups)
     {
         bool idle = false;
         wakeups.whenIdle([&] { idle = true; });
-        QTRY_VERIFY_WITH_TIMEOUT(idle, busPatience);
+        return QTest::qWaitFor([&] { return idle; }, busPatience);
+    }
+    // `plan` taken without an error, and every answer in.
+    static bool applied(PowerWakeups &wakeups, const QList<PendingReminder> &plan)
+    {
+        return !wakeups.apply(plan) && settled(wakeups);
     }
 
 private slots:
@@ -106,19 +112,16 @@ private slots:
         auto power = wakeups();
         const QList<PendingReminder> five{reminder(1, 3), reminder(2, 4), reminder(3, 4),
                                           reminder(4, 10), reminder(5, 40)};
-        QVERIFY(!power->apply(five));
-        settle(*power);
+        QVERIFY(applied(*power, five));
         QCOMPARE(m_power->held(), wakeupsFor(five, {1, 2, 3, 4, 5}));
         qInfo().noquote() << "five:" << described(m_power->held());
 
         // Each one is asked for once: the same plan again asks nothing.
-        QVERIFY(!power->apply(five));
-        settle(*power);
+        QVERIFY(applied(*power, five));
         QCOMPARE(m_power->calls(u"scheduleWakeup"_s), 5);
 
         const QList<PendingReminder> changed{five[0], five[1], reminder(3, 20), five[3]};
-        QVERIFY(!power->apply(changed));
-        settle(*power);
+        QVERIFY(applied(*power, changed));
         QCOMPARE(m_power->held(),
                  wakeupsFor({five[0], five[1], five[3], changed[2]}, {1, 2, 4, 6}));
         QCOMPARE(m_power->calls(u"clearWakeup"_s), 2);
@@ -129,7 +132,7 @@ private slots:
         // The service numbers afresh; none of the old cookies is cleared, for
         // they may be someone else's now.
         QTRY_COMPARE_WITH_TIMEOUT(m_power->held().size(), 4, busPatience);
-        settle(*power);
+        QVERIFY(settled(*power));
         QCOMPARE(m_power->held(), wakeupsFor(changed, {1, 2, 3, 4}));
         QCOMPARE(m_power->calls(u"clearWakeup"_s), 0);
         qInfo().noquote() << "after a restart:" << described(m_power->held());
@@ -142,17 +145,14 @@ private slots:
         const QList<PendingReminder> plan{reminder(1, 2), reminder(2, 5)};
         {
             auto first = wakeups();
-            QVERIFY(!first->apply(plan));
-            settle(*first);
+            QVERIFY(applied(*first, plan));
         }
         auto second = wakeups();
-        QVERIFY(!second->apply(plan));
-        settle(*second);
+        QVERIFY(applied(*second, plan));
         QCOMPARE(m_power->calls(u"scheduleWakeup"_s), 2);
         QCOMPARE(m_power->held(), wakeupsFor(plan, {1, 2}));
 
-        QVERIFY(!second->apply({}));
-        settle(*second);
+        QVERIFY(applied(*second, {}));
         QCOMPARE(m_power->held(), QList<Wakeup>());
         QVERIFY(!QFile::exists(statePath()));
     }
@@ -171,8 +171,7 @@ private slots:
                         .toJson());
         state.close();
         auto power = wakeups();
-        QVERIFY(!power->apply({reminder(1, 2)}));
-        settle(*power);
+        QVERIFY(applied(*power, {reminder(1, 2)}));
         QCOMPARE(m_power->calls(u"clearWakeup"_s), 0);
         QCOMPARE(m_power->held(), wakeupsFor({reminder(1, 2)}, {1}));
     }
@@ -184,8 +183,7 @@ private slots:
         auto power = wakeups();
         int woken = 0;
         QVERIFY(power->answerCallbacks([&] { ++woken; }));
-        QVERIFY(!power->apply({reminder(1, 2), reminder(2, 3)}));
-        settle(*power);
+        QVERIFY(applied(*power, {reminder(1, 2), reminder(2, 3)}));
 
         QDBusMessage stranger = QDBusMessage::createMethodCall(
             PowerWakeups::callbackService, PowerWakeups::callbackPath, u"org.kde.PowerManagement"_s,
@@ -199,8 +197,7 @@ private slots:
         m_power->fire(2);
         QTRY_COMPARE_WITH_TIMEOUT(woken, 1, busPatience);
         // The fired one is no longer the service's: a change does not clear it.
-        QVERIFY(!power->apply({reminder(1, 2)}));
-        settle(*power);
+        QVERIFY(applied(*power, {reminder(1, 2)}));
         QCOMPARE(m_power->calls(u"clearWakeup"_s), 0);
         QDBusConnection(u"tavlo"_s).unregisterService(PowerWakeups::callbackService);
         QDBusConnection(u"tavlo"_s).unregisterObject(PowerWakeups::callbackPath);
@@ -215,17 +212,14 @@ private slots:
         power->setLoginEntry(entry, "[Desktop Entry]\n");
         PendingReminder soon = reminder(1, 0);
         soon.fire = now.addSecs(59);
-        QVERIFY(!power->apply({soon, reminder(2, 1)}));
-        settle(*power);
+        QVERIFY(applied(*power, {soon, reminder(2, 1)}));
         QCOMPARE(m_power->held(), wakeupsFor({reminder(2, 1)}, {1}));
         QVERIFY(QFile::exists(entry));
-        QVERIFY(!power->apply({}));
-        settle(*power);
+        QVERIFY(applied(*power, {}));
         QVERIFY(!QFile::exists(entry));
 
         m_power->stop();
-        QVERIFY(!power->apply({reminder(2, 1)}));
-        settle(*power);
+        QVERIFY(applied(*power, {reminder(2, 1)}));
         QVERIFY(!QFile::exists(statePath()));
         QVERIFY(!QFile::exists(entry));
     }
@@ -248,8 +242,7 @@ private slots:
         // The app started afterwards knows them from the file: nothing asked twice.
         PowerWakeups app(QDBusConnection(u"tavlo"_s), m_clock,
                          PowerWakeups::statePathBeside(store.filePath()));
-        QVERIFY(!app.apply(plan));
-        settle(app);
+        QVERIFY(applied(app, plan));
         QCOMPARE(m_power->calls(u"scheduleWakeup"_s), 2);
         // And again at the next login.
         const QString entry =
