@@ -98,6 +98,17 @@ public:
         return outcome;
     }
 
+    // Adds favorites given as "Ann|12 3 1985" and syncs; true when both
+    // went well.
+    bool addAndSync(const SyncAccount &account, const QStringList &added)
+    {
+        QList<Favorite> list;
+        for (const QString &row : added)
+            list.append(Favorite(row.section(u'|', 0, 0), row.section(u'|', 1)));
+        favorites.load();
+        return favorites.appendMany(list) && sync(account).ok;
+    }
+
     // "rename:Anna", "redate:13 3 1985", "delete" on the favorite "Ann", or
     // "create:Cat|1 1 2000"; "" changes nothing.
     void change(const QString &operation)
@@ -360,30 +371,6 @@ public:
         return environment;
     }
 
-#ifdef TAVLO_EXECUTABLE
-    // The program, run to its end with `input` on standard input.
-    TavloRun tavlo(const QString &configFolder, const QStringList &arguments,
-                   const QByteArray &input = {},
-                   std::optional<QProcessEnvironment> environment = std::nullopt) const
-    {
-        QProcess process;
-        process.setProcessEnvironment(environment.value_or(environmentFor(configFolder)));
-        process.start(QStringLiteral(TAVLO_EXECUTABLE), arguments);
-        process.write(input);
-        process.closeWriteChannel();
-        TavloRun run;
-        if (!process.waitForFinished(60000)) {
-            process.kill();
-            process.waitForFinished();
-            return run;
-        }
-        run.status = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
-        run.out = QString::fromUtf8(process.readAllStandardOutput());
-        run.err = QString::fromUtf8(process.readAllStandardError());
-        return run;
-    }
-#endif
-
 private:
     SyncWorld() = default;
 
@@ -399,11 +386,26 @@ Q_DECLARE_METATYPE(CardDavServer::Kind)
 inline SyncWorld &world = SyncWorld::get();
 
 #ifdef TAVLO_EXECUTABLE
+// The program, run to its end with `input` on standard input.
 inline TavloRun tavlo(const QString &configFolder, const QStringList &arguments,
                       const QByteArray &input = {},
                       std::optional<QProcessEnvironment> environment = std::nullopt)
 {
-    return world.tavlo(configFolder, arguments, input, std::move(environment));
+    QProcess process;
+    process.setProcessEnvironment(environment.value_or(world.environmentFor(configFolder)));
+    process.start(QStringLiteral(TAVLO_EXECUTABLE), arguments);
+    process.write(input);
+    process.closeWriteChannel();
+    TavloRun run;
+    if (!process.waitForFinished(60000)) {
+        process.kill();
+        process.waitForFinished();
+        return run;
+    }
+    run.status = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
+    run.out = QString::fromUtf8(process.readAllStandardOutput());
+    run.err = QString::fromUtf8(process.readAllStandardError());
+    return run;
 }
 #endif
 

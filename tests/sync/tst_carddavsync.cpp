@@ -78,8 +78,7 @@ private slots:
         QVERIFY(account.addressBook.isValid());
         SyncDevice a(world.newFolder());
         SyncDevice b(world.newFolder());
-        QVERIFY(a.favorites.append(u"Ann"_s, 12, 3, 1985));
-        QVERIFY2(a.sync(account).ok, "sync failed");
+        QVERIFY(a.addAndSync(account, {u"Ann|12 3 1985"_s}));
         QVERIFY2(b.sync(account).ok, "sync failed");
         QCOMPARE(b.contents(), QStringList{u"Ann|12 3 1985"_s});
 
@@ -120,8 +119,7 @@ private slots:
         QFETCH(QByteArray, birthdayLine);
         const SyncAccount account = world.newAccount(kind, version);
         SyncDevice a(world.newFolder());
-        QVERIFY(a.favorites.append(u"Dee"_s, 29, 2, std::nullopt));
-        QVERIFY2(a.sync(account).ok, "sync failed");
+        QVERIFY(a.addAndSync(account, {u"Dee|29 2"_s}));
         const QList<QByteArray> cards = world.viewOf(account).cards().values();
         QCOMPARE(cards.size(), 1);
         QVERIFY2(cards.first().contains(birthdayLine), cards.first().constData());
@@ -206,8 +204,7 @@ private slots:
         const SyncAccount account = world.newAccount(kind);
         AddressBookView view = world.viewOf(account);
         SyncDevice a(world.newFolder());
-        QVERIFY(a.favorites.append(u"Ann"_s, 12, 3, 1985));
-        QVERIFY2(a.sync(account).ok, "sync failed");
+        QVERIFY(a.addAndSync(account, {u"Ann|12 3 1985"_s}));
         QVERIFY(a.favorites.update(0, u"Anna"_s, u"12 3 1985"_s));
         int refusals = 0;
         // Between A's listing and its sending, another client changes the card.
@@ -242,8 +239,7 @@ private slots:
         const SyncAccount account = world.newAccount(kind);
         SyncDevice a(world.newFolder());
         SyncDevice b(world.newFolder());
-        QVERIFY(a.favorites.append(u"Ann"_s, 12, 3, 1985));
-        QVERIFY2(a.sync(account).ok, "sync failed");
+        QVERIFY(a.addAndSync(account, {u"Ann|12 3 1985"_s}));
         QVERIFY2(b.sync(account).ok, "sync failed");
         QVERIFY(b.favorites.append(u"Bob"_s, 1, 2, 1990));
         QVERIFY(b.favorites.remove(b.indexOf(u"Ann"_s)));
@@ -293,13 +289,10 @@ private slots:
         proxied.addressBook.setPort(proxy.port());
         SyncDevice a(world.newFolder());
         SyncDevice b(world.newFolder());
-        QVERIFY(a.favorites.append(u"Ann"_s, 12, 3, 1985));
-        QVERIFY(a.favorites.append(u"Dan"_s, 2, 2, 1962));
-        QVERIFY2(a.sync(proxied).ok, "sync failed");
+        QVERIFY(a.addAndSync(proxied, {u"Ann|12 3 1985"_s, u"Dan|2 2 1962"_s}));
         QVERIFY2(b.sync(account).ok, "sync failed");
         // Changes on both sides: one the server holds, three made here.
-        QVERIFY(b.favorites.append(u"Bob"_s, 1, 2, 1990));
-        QVERIFY2(b.sync(account).ok, "sync failed");
+        QVERIFY(b.addAndSync(account, {u"Bob|1 2 1990"_s}));
         QVERIFY(a.favorites.update(a.indexOf(u"Ann"_s), u"Anna"_s, u"12 3 1985"_s));
         QVERIFY(a.favorites.remove(a.indexOf(u"Dan"_s)));
         QVERIFY(a.favorites.append(u"Cat"_s, 1, 1, 2000));
@@ -329,8 +322,7 @@ private slots:
     {
         SyncAccount account = world.newAccount(Kind::Radicale);
         SyncDevice a(world.newFolder());
-        QVERIFY(a.favorites.append(u"Ann"_s, 12, 3, 1985));
-        QVERIFY2(a.sync(account).ok, "sync failed");
+        QVERIFY(a.addAndSync(account, {u"Ann|12 3 1985"_s}));
         QVERIFY(a.favorites.append(u"Bob"_s, 1, 2, 1990));
         const QStringList before = a.contents();
         const SyncState state = SyncState::read(a.statePath);
@@ -373,12 +365,9 @@ private slots:
         SyncDevice b(world.newFolder());
         {
             SyncDevice a(folder);
-            QVERIFY(a.favorites.append(u"Ann"_s, 12, 3, 1985));
-            QVERIFY2(a.sync(account).ok, "sync failed");
+            QVERIFY(a.addAndSync(account, {u"Ann|12 3 1985"_s}));
         }
-        QVERIFY2(b.sync(account).ok, "sync failed");
-        QVERIFY(b.favorites.append(u"Bob"_s, 1, 2, 1990));
-        QVERIFY2(b.sync(account).ok, "sync failed");
+        QVERIFY(b.addAndSync(account, {u"Bob|1 2 1990"_s}));
 
         auto armed = std::make_shared<bool>(true);
         const AtomicFileWriter full = failingWriter(AtomicFileWriter::Step::Write, ENOSPC, armed);

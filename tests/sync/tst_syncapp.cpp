@@ -51,8 +51,7 @@ private slots:
 
         // One made on another device shows in the open list.
         SyncDevice other(world.newFolder());
-        QVERIFY(other.favorites.appendMany({Favorite(u"Cat"_s, u"1 1 2000"_s)}));
-        QVERIFY(other.sync(account).ok);
+        QVERIFY(other.addAndSync(account, {u"Cat|1 1 2000"_s}));
         sync.syncNow();
         QTRY_COMPARE_WITH_TIMEOUT(list->count(), 2, 10000);
         QCOMPARE(contentsOf(h.session->favorites.all()),
@@ -215,8 +214,7 @@ private slots:
         QFETCH(int, settingsFault);
         const SyncAccount account = world.newAccount();
         SyncDevice other(world.newFolder());
-        QVERIFY(other.favorites.appendMany({Favorite(u"Eve"_s, u"5 5 1995"_s)}));
-        QVERIFY(other.sync(account).ok);
+        QVERIFY(other.addAndSync(account, {u"Eve|5 5 1995"_s}));
 
         const QString folder = world.newFolder();
         std::mutex mutex;
