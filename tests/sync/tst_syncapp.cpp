@@ -155,6 +155,7 @@ private slots:
             sync.networkChanged(reachability);
             QVERIFY(!sync.busy());
         }
+        QCOMPARE(device.settings.value(syncProblemKind).value_or(QString()), u"login-refused"_s);
         SyncDevice restarted(folder);
         QCOMPARE(SyncService(restarted.settings, nullptr, {}).status(UiStrings(), QLocale::c()),
                  u"The server refused the user name or password"_s);
