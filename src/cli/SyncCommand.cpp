@@ -12,7 +12,6 @@
 #include "texts/Language.h"
 #include "texts/UiStrings.h"
 
-#include <QDateTime>
 #include <QEventLoop>
 #include <QTextStream>
 #include <cstdio>
@@ -153,23 +152,13 @@ int SyncCommand::sync()
             done();
         });
     });
-    // What happened is told to the settings row as well; a failure to note
-    // it changes nothing of the sync's own outcome.
-    if (outcome.ok) {
-        SettingsBatch batch(settings);
-        settings.set(syncLastDone, QDateTime::currentDateTimeUtc().toString(Qt::ISODate));
-        settings.set(syncProblem, QString());
-        settings.remove(syncProblemKind.name);
-        batch.finish();
-        m_context.out << SyncEngine::summary(outcome.counts) << '\n';
-        m_context.out.flush();
-        return ExitStatus::ok;
-    }
-    SettingsBatch batch(settings);
-    settings.set(syncProblem, outcome.problem);
-    settings.set(syncProblemKind, SyncProblem::nameOf(outcome.failure));
-    batch.finish();
-    return failed(outcome.problem);
+    // What happened is told to the settings row as well.
+    SyncAccountKeeper(settings, m_context.passwords(), statePath()).noteOutcome(outcome);
+    if (!outcome.ok)
+        return failed(outcome.problem);
+    m_context.out << SyncEngine::summary(outcome.counts) << '\n';
+    m_context.out.flush();
+    return ExitStatus::ok;
 }
 
 int SyncCommand::forget()

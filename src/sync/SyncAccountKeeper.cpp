@@ -6,6 +6,7 @@
 #include "sync/AccountSetup.h"
 #include "sync/PasswordVault.h"
 
+#include <QDateTime>
 #include <QFile>
 
 using namespace SettingsKeys;
@@ -83,6 +84,25 @@ void SyncAccountKeeper::keep(const QString &user, const QString &book, const QSt
     // The password of the account set up before goes with it; the new
     // account is kept whether or not it could.
     m_vault->remove(oldName, [done, book](const SyncProblem &) { done({}, QUrl(book)); });
+}
+
+void SyncAccountKeeper::noteOutcome(const SyncOutcome &outcome)
+{
+    if (!outcome.ok)
+        return noteProblem({outcome.failure, outcome.problem});
+    SettingsBatch batch(m_settings);
+    m_settings.set(syncLastDone, QDateTime::currentDateTimeUtc().toString(Qt::ISODate));
+    m_settings.set(syncProblem, QString());
+    m_settings.remove(syncProblemKind.name);
+    batch.finish();
+}
+
+void SyncAccountKeeper::noteProblem(const SyncProblem &problem)
+{
+    SettingsBatch batch(m_settings);
+    m_settings.set(syncProblem, problem.line);
+    m_settings.set(syncProblemKind, SyncProblem::nameOf(problem.kind));
+    batch.finish();
 }
 
 void SyncAccountKeeper::remove(Done done)

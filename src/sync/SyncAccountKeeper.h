@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "sync/SyncEngine.h"
 #include "sync/SyncProblem.h"
 
 #include <QObject>
@@ -12,10 +13,11 @@ class AccountSetup;
 class PasswordVault;
 class SettingsStore;
 
-// The sync account as this device keeps it: its keys in the settings, its
-// password in the vault, its sync state in a file. Sets one up and forgets
-// it, for the app's sync service and `tavlo sync setup|remove` alike.
-// Asynchronous: each call answers through its callback.
+// The sync account as this device keeps it: its keys in the settings (with
+// what the last sync came to), its password in the vault, its sync state in
+// a file. Sets one up and forgets it, for the app's sync service and
+// `tavlo sync setup|remove` alike; setUp and remove answer through their
+// callbacks.
 class SyncAccountKeeper : public QObject
 {
 public:
@@ -42,6 +44,12 @@ public:
     // could not be removed still lets the rest go, and says so.
     using Done = std::function<void(const SyncProblem &problem)>;
     void remove(Done done);
+
+    // What the last sync came to, for the settings row: when it went
+    // well, or its problem with the problem's kind. A failure to note it
+    // changes nothing of the sync's own outcome.
+    void noteOutcome(const SyncOutcome &outcome);
+    void noteProblem(const SyncProblem &problem);
 
 private:
     void keep(const QString &user, const QString &book, const QString &vCardVersion,

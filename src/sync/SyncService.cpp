@@ -185,22 +185,11 @@ void SyncService::ended(const SyncOutcome &outcome)
     m_engine.reset();
     m_running = false;
     m_failed = !outcome.ok;
-    if (outcome.ok) {
-        SettingsBatch batch(m_settings);
-        m_settings.set(syncLastDone, QDateTime::currentDateTimeUtc().toString(Qt::ISODate));
-        m_settings.set(syncProblem, QString());
-        m_settings.remove(syncProblemKind.name);
-        batch.finish();
-    } else {
-        SettingsBatch batch(m_settings);
-        m_settings.set(syncProblem, outcome.problem);
-        m_settings.set(syncProblemKind, SyncProblem::nameOf(outcome.failure));
-        batch.finish();
-        // Again after a while, whatever went wrong; sooner when the
-        // network comes back.
-        if (hasAccount())
-            m_retry.start();
-    }
+    m_account.noteOutcome(outcome);
+    // Again after a while, whatever went wrong; sooner when the network
+    // comes back.
+    if (!outcome.ok && hasAccount())
+        m_retry.start();
     emit busyChanged();
     emit statusChanged();
     if (std::exchange(m_again, false))
@@ -213,7 +202,7 @@ void SyncService::setUp(const QUrl &url, const QString &user, const QString &pas
         return done(busyProblem());
     m_account.setUp(url, user, password, [this, done](const SyncProblem &problem, const QUrl &) {
         if (!problem.isEmpty())
-            noteProblem(problem);
+            noteSetUpProblem(problem);
         emit busyChanged();
         emit statusChanged();
         done(problem);
@@ -239,16 +228,12 @@ void SyncService::remove(Done done)
     });
 }
 
-void SyncService::noteProblem(const SyncProblem &problem)
+void SyncService::noteSetUpProblem(const SyncProblem &problem)
 {
     // Setup problems are the row's only while no account is set up; an
     // account's own last problem stays otherwise.
-    if (hasAccount())
-        return;
-    SettingsBatch batch(m_settings);
-    m_settings.set(syncProblem, problem.line);
-    m_settings.set(syncProblemKind, SyncProblem::nameOf(problem.kind));
-    batch.finish();
+    if (!hasAccount())
+        m_account.noteProblem(problem);
 }
 
 SyncProblem SyncService::storedProblem() const

@@ -79,7 +79,7 @@ private:
     void run();
     void startEngine(const SyncAccount &account);
     void ended(const SyncOutcome &outcome);
-    void noteProblem(const SyncProblem &problem);
+    void noteSetUpProblem(const SyncProblem &problem);
     SyncProblem storedProblem() const;
     void watchNetwork();
 
