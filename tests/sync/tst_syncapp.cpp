@@ -112,6 +112,34 @@ private slots:
         QTRY_VERIFY(h.find("btnSync")->hasActiveFocus());
     }
 
+    // Set up again on another address book: the old account's password and
+    // last sync go; removed, nothing of the account stays.
+    void setUpAgainThenRemove()
+    {
+        SyncDevice device(world.newFolder());
+        MemoryVault vault;
+        SyncService sync(device.settings, &vault, device.statePath);
+        std::optional<SyncProblem> problem;
+        const auto answer = [&](const SyncProblem &p) {
+            problem = p;
+            QVERIFY(!device.settings.value(syncLastDone));
+        };
+        for (const SyncAccount &account : {world.newAccount(), world.newAccount()}) {
+            problem.reset();
+            sync.setUp(account.addressBook, account.user, account.password, answer);
+            QTRY_VERIFY(problem && !sync.busy());
+            QVERIFY2(problem->isEmpty(), qPrintable(problem->line));
+            QCOMPARE(vault.passwords.keys(), QStringList{PasswordVault::accountName(
+                                                 account.user, account.addressBook.toString())});
+            QVERIFY(device.settings.value(syncLastDone).has_value());
+        }
+        problem.reset();
+        sync.remove([&](const SyncProblem &p) { problem = p; });
+        QTRY_VERIFY(problem && problem->isEmpty());
+        QVERIFY(vault.passwords.isEmpty());
+        QVERIFY(!sync.hasAccount() && !QFile::exists(device.statePath));
+    }
+
     // A sync that failed is tried again after the retry delay, with no one
     // asking, for as long as the server fails; then it goes through.
     void triesAgainAfterAFailure()
