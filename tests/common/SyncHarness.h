@@ -298,19 +298,19 @@ public:
         SyncWorld &world = get();
         if (needs & keyring) {
             world.m_keyring = std::make_unique<SecretServiceBus>(
-                world.m_scratch.filePath(QStringLiteral("keyring")));
+                world.scratch().filePath(QStringLiteral("keyring")));
             if (!world.m_keyring->ok()) {
                 qWarning("no Secret Service: %s", qPrintable(world.m_keyring->whyNot()));
                 return 77;
             }
         }
         if (needs & bothServers) {
-            if (!CardDavServer::startBoth(world.m_scratch.path(), world.m_servers))
+            if (!CardDavServer::startBoth(world.scratch().path(), world.m_servers))
                 return 77;
         } else {
             QString whyNot;
             auto server = CardDavServer::start(
-                Kind::Radicale, world.m_scratch.filePath(QStringLiteral("Radicale")), &whyNot);
+                Kind::Radicale, world.scratch().filePath(QStringLiteral("Radicale")), &whyNot);
             if (!server) {
                 qWarning("Radicale cannot start: %s", qPrintable(whyNot));
                 return 77;
@@ -328,7 +328,7 @@ public:
 
     QString newFolder(const QString &what = QStringLiteral("device"))
     {
-        return m_scratch.filePath(what + QString::number(++m_made));
+        return scratch().filePath(what + QString::number(++m_made));
     }
 
     // An account on a new, empty address book of `kind`.
@@ -374,7 +374,16 @@ public:
 private:
     SyncWorld() = default;
 
-    QTemporaryDir m_scratch;
+    // Made on first use: a program that includes the harness without a
+    // world makes no folder.
+    QTemporaryDir &scratch()
+    {
+        if (!m_scratch)
+            m_scratch.emplace();
+        return *m_scratch;
+    }
+
+    std::optional<QTemporaryDir> m_scratch;
     std::map<Kind, std::unique_ptr<CardDavServer>> m_servers;
     std::unique_ptr<SecretServiceBus> m_keyring;
     int m_made = 0;
