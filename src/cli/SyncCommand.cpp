@@ -5,16 +5,14 @@
 #include "core/Clock.h"
 #include "core/OneLine.h"
 #include "settings/SettingsStore.h"
-#include "sync/AccountSetup.h"
 #include "sync/PasswordVault.h"
+#include "sync/SyncAccountKeeper.h"
 #include "sync/SyncEngine.h"
 #include "sync/SyncState.h"
 #include "texts/Language.h"
 #include "texts/UiStrings.h"
 
-#include <QDateTime>
 #include <QEventLoop>
-#include <QFile>
 #include <QTextStream>
 #include <cstdio>
 
@@ -99,49 +97,20 @@ int SyncCommand::setup(const QString &url, const QString &user)
     if (password.isEmpty())
         return failed(u"expected the password as one line on standard input"_s);
 
-    AccountSetup::Found found;
-    AccountSetup setup(QUrl::fromUserInput(url), user, password);
+    SyncAccountKeeper keeper(m_context.settings, m_context.passwords(), statePath());
+    SyncProblem problem;
+    QUrl book;
     waitFor([&](auto done) {
-        setup.start([&, done](const AccountSetup::Found &result) {
-            found = result;
-            done();
-        });
-    });
-    if (!found.ok)
-        return failed(found.problem);
-
-    PasswordVault *vault = m_context.passwords();
-    const QString book = found.addressBook.toString();
-    QString problem;
-    waitFor([&](auto done) {
-        vault->write(PasswordVault::accountName(user, book), password,
-                     [&, done](const QString &result) {
+        keeper.setUp(QUrl::fromUserInput(url), user, password,
+                     [&, done](const SyncProblem &result, const QUrl &found) {
                          problem = result;
+                         book = found;
                          done();
                      });
     });
     if (!problem.isEmpty())
-        return failed(problem);
-
-    SettingsStore &settings = m_context.settings;
-    const QString oldUser = settings.value(syncUser).value_or(QString());
-    const QString oldBook = settings.value(syncAddressBook).value_or(QString());
-    SettingsBatch batch(settings);
-    settings.set(syncAddressBook, book);
-    settings.set(syncUser, user);
-    settings.set(syncCardVersion, found.vCardVersion);
-    settings.set(syncProblem, QString());
-    if (const WriteResult stored = batch.finish(); !stored)
-        return failed(stored.message());
-    // The password of an account set up before goes with it.
-    if (!oldBook.isEmpty() &&
-        PasswordVault::accountName(oldUser, oldBook) != PasswordVault::accountName(user, book)) {
-        waitFor([&](auto done) {
-            vault->remove(PasswordVault::accountName(oldUser, oldBook),
-                          [done](const QString &) { done(); });
-        });
-    }
-    m_context.out << book << '\n';
+        return failed(problem.line);
+    m_context.out << book.toString() << '\n';
     m_context.out.flush();
     return ExitStatus::ok;
 }
@@ -156,26 +125,23 @@ int SyncCommand::sync()
     if (account.addressBook.isEmpty())
         return failed(u"no account to sync with; set one up with tavlo sync setup URL USER"_s);
 
-    QString problem;
+    SyncProblem problem;
     waitFor([&](auto done) {
         m_context.passwords()->read(
             PasswordVault::accountName(account.user, account.addressBook.toString()),
-            [&, done](const QString &password, const QString &result) {
+            [&, done](const QString &password, const SyncProblem &result) {
                 account.password = password;
                 problem = result;
                 done();
             });
     });
     if (!problem.isEmpty())
-        return failed(problem);
+        return failed(problem.line);
 
     UiStrings strings;
     strings.apply(
         decideLanguage(m_context.preferredLanguages, settings.value(preferredLanguage)).language);
-    SyncEngine engine(settings,
-                      m_context.syncStatePath.isEmpty() ? SyncState::defaultPath()
-                                                        : m_context.syncStatePath,
-                      account);
+    SyncEngine engine(settings, statePath(), account);
     engine.setConflictName(strings[UiText::SyncConflictCopy]);
     engine.setFavoritesListener(m_context.favoritesChanged);
     engine.setToday(m_context.clock.now().date());
@@ -186,46 +152,31 @@ int SyncCommand::sync()
             done();
         });
     });
-    // What happened is told to the settings row as well; a failure to note
-    // it changes nothing of the sync's own outcome.
-    if (outcome.ok) {
-        SettingsBatch batch(settings);
-        settings.set(syncLastDone, QDateTime::currentDateTimeUtc().toString(Qt::ISODate));
-        settings.set(syncProblem, QString());
-        batch.finish();
-        m_context.out << SyncEngine::summary(outcome.counts) << '\n';
-        m_context.out.flush();
-        return ExitStatus::ok;
-    }
-    settings.set(syncProblem, outcome.problem);
-    return failed(outcome.problem);
+    // What happened is told to the settings row as well.
+    SyncAccountKeeper(settings, m_context.passwords(), statePath()).noteOutcome(outcome);
+    if (!outcome.ok)
+        return failed(outcome.problem);
+    m_context.out << SyncEngine::summary(outcome.counts) << '\n';
+    m_context.out.flush();
+    return ExitStatus::ok;
 }
 
 int SyncCommand::forget()
 {
-    SettingsStore &settings = m_context.settings;
-    const QString user = settings.value(syncUser).value_or(QString());
-    const QString book = settings.value(syncAddressBook).value_or(QString());
-    QString problem;
-    if (!book.isEmpty()) {
-        waitFor([&](auto done) {
-            m_context.passwords()->remove(PasswordVault::accountName(user, book),
-                                          [&, done](const QString &result) {
-                                              problem = result;
-                                              done();
-                                          });
+    SyncAccountKeeper keeper(m_context.settings, m_context.passwords(), statePath());
+    SyncProblem problem;
+    waitFor([&](auto done) {
+        keeper.remove([&, done](const SyncProblem &result) {
+            problem = result;
+            done();
         });
-    }
-    SettingsBatch batch(settings);
-    for (const QString &key : {syncAddressBook.name, syncUser.name, syncCardVersion.name,
-                               syncLastDone.name, syncProblem.name})
-        settings.remove(key);
-    if (const WriteResult stored = batch.finish(); !stored)
-        return failed(stored.message());
-    QFile::remove(m_context.syncStatePath.isEmpty() ? SyncState::defaultPath()
-                                                    : m_context.syncStatePath);
+    });
     if (!problem.isEmpty())
-        return failed(u"the account is forgotten, but its password could not be removed: "_s +
-                      problem);
+        return failed(problem.line);
     return ExitStatus::ok;
+}
+
+QString SyncCommand::statePath() const
+{
+    return m_context.syncStatePath.isEmpty() ? SyncState::defaultPath() : m_context.syncStatePath;
 }

@@ -18,6 +18,7 @@ private:
     int sync();
     int forget();
     int failed(const QString &problem);
+    QString statePath() const;
 
     CommandContext &m_context;
 };

@@ -107,8 +107,10 @@ inline const StringKey syncAddressBook{QStringLiteral("syncAddressBook")};
 inline const StringKey syncUser{QStringLiteral("syncUser")};
 inline const StringKey syncCardVersion{QStringLiteral("syncCardVersion")};
 // When the last sync ended well (ISO 8601, UTC), and what went wrong with
-// the last one that did not (empty after one that went well).
+// the last one that did not (empty after one that went well): its line and
+// its kind (SyncProblem::nameOf), which the settings row's text follows.
 inline const StringKey syncLastDone{QStringLiteral("syncLastDone")};
 inline const StringKey syncProblem{QStringLiteral("syncProblem")};
+inline const StringKey syncProblemKind{QStringLiteral("syncProblemKind")};
 
 } // namespace SettingsKeys

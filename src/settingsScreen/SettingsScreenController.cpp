@@ -301,10 +301,10 @@ void SettingsScreenController::syncSetUp(const QString &server, const QString &u
 {
     if (!m_session.sync)
         return;
-    m_syncProblem.clear();
+    m_syncProblem = {};
     const QPointer<SettingsScreenController> self = this;
     m_session.sync->setUp(QUrl::fromUserInput(server.trimmed()), user.trimmed(), password,
-                          [self](const QString &problem) {
+                          [self](const SyncProblem &problem) {
                               if (!self)
                                   return;
                               self->m_syncProblem = problem;
@@ -317,7 +317,7 @@ void SettingsScreenController::syncSetUp(const QString &server, const QString &u
 
 void SettingsScreenController::syncNow()
 {
-    m_syncProblem.clear();
+    m_syncProblem = {};
     if (m_session.sync)
         m_session.sync->syncNow();
     emit syncChanged();
@@ -327,9 +327,9 @@ void SettingsScreenController::syncRemove()
 {
     if (!m_session.sync)
         return;
-    m_syncProblem.clear();
+    m_syncProblem = {};
     const QPointer<SettingsScreenController> self = this;
-    m_session.sync->remove([self](const QString &problem) {
+    m_session.sync->remove([self](const SyncProblem &problem) {
         if (!self)
             return;
         self->m_syncProblem = problem;

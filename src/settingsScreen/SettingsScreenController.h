@@ -4,6 +4,7 @@
 #include "screenBase/ScreenController.h"
 #include "settings/HiddenLanguageSwitch.h"
 #include "settingsScreen/StoreLinks.h"
+#include "sync/SyncProblem.h"
 
 #include <QColor>
 #include <QList>
@@ -133,6 +134,6 @@ private:
     bool m_infoVisible = false;
     UrlOpener m_openUrl;
     // What the last setup or removal in the dialog came to, until the next.
-    QString m_syncProblem;
+    SyncProblem m_syncProblem;
     StoreLinks::Platform m_platform = StoreLinks::current();
 };

@@ -31,7 +31,7 @@ void AccountSetup::start(std::function<void(const Found &)> done)
     m_done = std::move(done);
     if (!m_url.isValid() || (m_url.scheme() != u"https" && m_url.scheme() != u"http") ||
         m_url.host().isEmpty())
-        return fail(u"%1 is no http or https URL"_s.arg(m_url.toString()));
+        return fail(SyncProblem::other(u"%1 is no http or https URL"_s.arg(m_url.toString())));
     probe(m_url, false, 0);
 }
 
@@ -56,7 +56,8 @@ void AccountSetup::probe(const QUrl &url, bool wellKnownTried, int hops)
                 return probe(url.resolved(QUrl(u"/.well-known/carddav"_s)), true, hops + 1);
             if (response.status >= 500)
                 return fail(SyncEngine::problemOf(response, u"looking for the address books"_s));
-            fail(u"no CardDAV address books found at %1"_s.arg(m_url.toString()));
+            fail({SyncProblem::Kind::NoAddressBook,
+                  u"no CardDAV address books found at %1"_s.arg(m_url.toString())});
         });
 }
 
@@ -68,7 +69,7 @@ void AccountSetup::listHome(const QUrl &home)
                 return fail(SyncEngine::problemOf(response, u"listing the address books"_s));
             const std::optional<DavMultistatus> answer = DavXml::readMultistatus(response.body);
             if (!answer)
-                return fail(u"the server's answer could not be read"_s);
+                return fail(SyncProblem::other(u"the server's answer could not be read"_s));
             for (const DavResource &book : answer->responses) {
                 const QString last = QUrl(book.href).path().section(u'/', -2, -2);
                 if (book.isAddressBook &&
@@ -113,7 +114,7 @@ void AccountSetup::finish(Found found)
         std::exchange(m_done, {})(found);
 }
 
-void AccountSetup::fail(const QString &problem)
+void AccountSetup::fail(const SyncProblem &problem)
 {
     finish({false, problem, {}, {}, false});
 }

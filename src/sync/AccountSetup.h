@@ -2,6 +2,7 @@
 #pragma once
 
 #include "sync/DavClient.h"
+#include "sync/SyncProblem.h"
 
 #include <QObject>
 #include <QUrl>
@@ -23,7 +24,7 @@ public:
     struct Found
     {
         bool ok = false;
-        QString problem;
+        SyncProblem problem;
         QUrl addressBook;
         // "4.0" where the address book takes it, else "3.0".
         QString vCardVersion;
@@ -38,7 +39,7 @@ private:
     void listHome(const QUrl &home);
     void makeBook(const QUrl &home);
     void finish(Found found);
-    void fail(const QString &problem);
+    void fail(const SyncProblem &problem);
 
     QUrl m_url;
     DavClient *m_client;

@@ -99,15 +99,18 @@ QString SyncEngine::summary(const SyncCounts &counts)
         .arg(counts.conflicts);
 }
 
-QString SyncEngine::problemOf(const DavResponse &response, const QString &what)
+SyncProblem SyncEngine::problemOf(const DavResponse &response, const QString &what)
 {
+    using Kind = SyncProblem::Kind;
     if (response.status == 0)
-        return u"cannot reach the server: %1"_s.arg(response.networkProblem);
+        return {Kind::Unreachable, u"cannot reach the server: %1"_s.arg(response.networkProblem)};
     if (response.status == 401)
-        return u"the server refused the login (wrong user or password)"_s;
+        return {Kind::LoginRefused, u"the server refused the login (wrong user or password)"_s};
     if (response.status >= 500)
-        return u"the server failed (HTTP %1) while %2"_s.arg(response.status).arg(what);
-    return u"the server answered HTTP %1 while %2"_s.arg(response.status).arg(what);
+        return SyncProblem::other(
+            u"the server failed (HTTP %1) while %2"_s.arg(response.status).arg(what));
+    return SyncProblem::other(
+        u"the server answered HTTP %1 while %2"_s.arg(response.status).arg(what));
 }
 
 QString SyncEngine::hrefOf(const QString &serverHref) const
@@ -132,8 +135,8 @@ void SyncEngine::start(Done done)
     if (!m_lock->tryLock(0)) {
         const bool held = m_lock->error() == QLockFile::LockFailedError;
         m_lock.reset();
-        fail(held ? u"another sync of these favorites is running"_s
-                  : u"cannot lock %1.lock"_s.arg(m_statePath));
+        fail(SyncProblem::other(held ? u"another sync of these favorites is running"_s
+                                     : u"cannot lock %1.lock"_s.arg(m_statePath)));
         return;
     }
     offThread([path = m_statePath] { return SyncState::read(path); },
@@ -154,53 +157,54 @@ void SyncEngine::start(Done done)
 
 void SyncEngine::listChanges()
 {
-    m_client->report(m_account.addressBook, 0, DavXml::syncCollection(m_state.syncToken),
-                     [this](const DavResponse &response) {
-                         if (response.status == 207) {
-                             return readAnswer(response.body, [this](const auto &listing) {
-                                 if (!listing)
-                                     return fail(u"the server's answer could not be read"_s);
-                                 const bool removals = std::any_of(
-                                     listing->responses.cbegin(), listing->responses.cend(),
-                                     [](const DavResource &r) { return r.status == 404; });
-                                 m_state.removalsReported |= removals;
-                                 // Something changed that the answer does not
-                                 // name, on a server that may leave removals out
-                                 // (or has not been listed whole for a day): the
-                                 // full listing finds them.
-                                 const QDateTime listed =
-                                     QDateTime::fromString(m_state.fullyListed, Qt::ISODate);
-                                 const bool due =
-                                     !listed.isValid() ||
+    m_client->report(
+        m_account.addressBook, 0, DavXml::syncCollection(m_state.syncToken),
+        [this](const DavResponse &response) {
+            if (response.status == 207) {
+                return readAnswer(response.body, [this](const auto &listing) {
+                    if (!listing)
+                        return fail(SyncProblem::other(u"the server's answer could not be read"_s));
+                    const bool removals =
+                        std::any_of(listing->responses.cbegin(), listing->responses.cend(),
+                                    [](const DavResource &r) { return r.status == 404; });
+                    m_state.removalsReported |= removals;
+                    // Something changed that the answer does not
+                    // name, on a server that may leave removals out
+                    // (or has not been listed whole for a day): the
+                    // full listing finds them.
+                    const QDateTime listed =
+                        QDateTime::fromString(m_state.fullyListed, Qt::ISODate);
+                    const bool due = !listed.isValid() ||
                                      listed.secsTo(QDateTime::currentDateTimeUtc()) > 24 * 60 * 60;
-                                 if (!m_state.removalsReported && !m_state.syncToken.isEmpty() &&
-                                     listing->syncToken != m_state.syncToken &&
-                                     (listing->responses.isEmpty() || due))
-                                     return listAll(listing->syncToken);
-                                 takeListing(listing->responses, m_state.syncToken.isEmpty(),
-                                             listing->syncToken);
-                             });
-                         }
-                         if (response.status == 0 || response.status == 401)
-                             return fail(problemOf(response, u"listing the changes"_s));
-                         // An unknown or expired token (403, 409, 500), or
-                         // no sync-collection at all: list every card.
-                         listAll(QString());
-                     });
+                    if (!m_state.removalsReported && !m_state.syncToken.isEmpty() &&
+                        listing->syncToken != m_state.syncToken &&
+                        (listing->responses.isEmpty() || due))
+                        return listAll(listing->syncToken);
+                    takeListing(listing->responses, m_state.syncToken.isEmpty(),
+                                listing->syncToken);
+                });
+            }
+            if (response.status == 0 || response.status == 401)
+                return fail(problemOf(response, u"listing the changes"_s));
+            // An unknown or expired token (403, 409, 500), or
+            // no sync-collection at all: list every card.
+            listAll(QString());
+        });
 }
 
 void SyncEngine::listAll(const QString &token)
 {
-    m_client->propfind(m_account.addressBook, 1, DavXml::etagProperties(),
-                       [this, token](const DavResponse &response) {
-                           if (response.status != 207)
-                               return fail(problemOf(response, u"listing the cards"_s));
-                           readAnswer(response.body, [this, token](const auto &listing) {
-                               if (!listing)
-                                   return fail(u"the server's answer could not be read"_s);
-                               takeListing(listing->responses, true, token);
-                           });
-                       });
+    m_client->propfind(
+        m_account.addressBook, 1, DavXml::etagProperties(),
+        [this, token](const DavResponse &response) {
+            if (response.status != 207)
+                return fail(problemOf(response, u"listing the cards"_s));
+            readAnswer(response.body, [this, token](const auto &listing) {
+                if (!listing)
+                    return fail(SyncProblem::other(u"the server's answer could not be read"_s));
+                takeListing(listing->responses, true, token);
+            });
+        });
 }
 
 void SyncEngine::takeListing(const QList<DavResource> &resources, bool complete,
@@ -245,29 +249,30 @@ void SyncEngine::fetchNext()
         return applyServerChanges();
     const QStringList batch = m_toFetch.mid(0, fetchBatch);
     m_toFetch.remove(0, batch.size());
-    m_client->report(m_account.addressBook, 1, DavXml::multiget(batch),
-                     [this, batch](const DavResponse &response) {
-                         if (response.status != 207)
-                             return fail(problemOf(response, u"fetching cards"_s));
-                         readAnswer(response.body, [this, batch](const auto &cards) {
-                             if (!cards)
-                                 return fail(u"the server's answer could not be read"_s);
-                             QSet<QString> answered;
-                             for (const DavResource &resource : cards->responses) {
-                                 const QString href = hrefOf(resource.href);
-                                 if (resource.hasAddressData) {
-                                     m_fetched.append({href, resource.etag, resource.addressData});
-                                     answered.insert(href);
-                                 }
-                             }
-                             // Gone between the listing and now.
-                             for (const QString &href : batch) {
-                                 if (!answered.contains(href))
-                                     m_removed.append(href);
-                             }
-                             fetchNext();
-                         });
-                     });
+    m_client->report(
+        m_account.addressBook, 1, DavXml::multiget(batch),
+        [this, batch](const DavResponse &response) {
+            if (response.status != 207)
+                return fail(problemOf(response, u"fetching cards"_s));
+            readAnswer(response.body, [this, batch](const auto &cards) {
+                if (!cards)
+                    return fail(SyncProblem::other(u"the server's answer could not be read"_s));
+                QSet<QString> answered;
+                for (const DavResource &resource : cards->responses) {
+                    const QString href = hrefOf(resource.href);
+                    if (resource.hasAddressData) {
+                        m_fetched.append({href, resource.etag, resource.addressData});
+                        answered.insert(href);
+                    }
+                }
+                // Gone between the listing and now.
+                for (const QString &href : batch) {
+                    if (!answered.contains(href))
+                        m_removed.append(href);
+                }
+                fetchNext();
+            });
+        });
 }
 
 WriteResult SyncEngine::storeFavorites(const QList<Favorite> &before, const QList<Favorite> &after)
@@ -327,7 +332,7 @@ void SyncEngine::applyMerged(std::optional<SyncMerge::Result> merged, const QLis
     if (merged) {
         if (merged->favorites != before) {
             if (const WriteResult stored = storeFavorites(before, merged->favorites); !stored)
-                return fail(stored.message());
+                return fail(SyncProblem::notSaved(stored.message()));
         }
         m_state = std::move(merged->state);
         m_outcome.counts.received += merged->counts.received;
@@ -338,7 +343,7 @@ void SyncEngine::applyMerged(std::optional<SyncMerge::Result> merged, const QLis
     m_state.syncToken = m_newToken;
     saveChangedState([this](const WriteResult &stored) {
         if (!stored)
-            return fail(stored.message());
+            return fail(SyncProblem::notSaved(stored.message()));
         if (m_stepHook)
             m_stepHook(Step::Applied);
         send();
@@ -414,7 +419,7 @@ void SyncEngine::send()
     // anything is sent.
     saveChangedState([this](const WriteResult &stored) {
         if (!stored)
-            return fail(stored.message());
+            return fail(SyncProblem::notSaved(stored.message()));
         sendNext();
     });
 }
@@ -451,7 +456,7 @@ void SyncEngine::confirmed()
         // and the end of the round, written after this, hears of it.
         saveState([this](const WriteResult &stored) {
             if (!stored)
-                failSending(stored.message());
+                failSending(SyncProblem::notSaved(stored.message()));
         });
     }
     sendNext();
@@ -557,10 +562,12 @@ void SyncEngine::deleted(const SyncEntry &entry, const DavResponse &response)
     confirmed();
 }
 
-void SyncEngine::failSending(const QString &problem)
+void SyncEngine::failSending(const SyncProblem &problem)
 {
-    if (!m_failed)
-        m_outcome.problem = problem;
+    if (!m_failed) {
+        m_outcome.problem = problem.line;
+        m_outcome.failure = problem.kind;
+    }
     m_failed = true;
     m_queue.clear();
 }
@@ -572,13 +579,13 @@ void SyncEngine::finishSending()
         if (const WriteResult stored = storeFavorites(m_localBefore, m_local); !stored) {
             // The state stays as last written: the next sync meets the same
             // cards again.
-            failSending(stored.message());
+            failSending(SyncProblem::notSaved(stored.message()));
             return finish();
         }
     }
     saveChangedState([this, localChanged](const WriteResult &stored) {
         if (!stored)
-            failSending(stored.message());
+            failSending(SyncProblem::notSaved(stored.message()));
         if (m_failed)
             return finish();
         // Once more from the listing: what was sent moved the collection on,
@@ -595,10 +602,11 @@ void SyncEngine::finishSending()
     });
 }
 
-void SyncEngine::fail(const QString &problem)
+void SyncEngine::fail(const SyncProblem &problem)
 {
     m_outcome.ok = false;
-    m_outcome.problem = problem;
+    m_outcome.problem = problem.line;
+    m_outcome.failure = problem.kind;
     finish();
 }
 

@@ -6,6 +6,7 @@
 #include "sync/DavClient.h"
 #include "sync/DavXml.h"
 #include "sync/SyncMerge.h"
+#include "sync/SyncProblem.h"
 #include "sync/SyncState.h"
 
 #include <QDate>
@@ -34,6 +35,7 @@ struct SyncOutcome
 {
     bool ok = false;
     QString problem;
+    SyncProblem::Kind failure = SyncProblem::Kind::None;
     SyncCounts counts;
 };
 
@@ -97,7 +99,7 @@ public:
     // "sent 3, received 2, deleted 1, conflicts kept 0"
     static QString summary(const SyncCounts &counts);
     // A plain line for an answer that ended a sync.
-    static QString problemOf(const DavResponse &response, const QString &what);
+    static SyncProblem problemOf(const DavResponse &response, const QString &what);
 
     // Whether the engine is storing favorites just now: a change of the
     // favorites heard meanwhile is the server's, not the person's.
@@ -131,9 +133,9 @@ private:
     void refused(const QString &href, const QString &id, bool create, int attempt);
     void deleted(const SyncEntry &entry, const DavResponse &response);
     void readEtagBack(const QString &href);
-    void failSending(const QString &problem);
+    void failSending(const SyncProblem &problem);
     void finishSending();
-    void fail(const QString &problem);
+    void fail(const SyncProblem &problem);
     void finish();
     // Writes the state as it is now, after every write before it, and
     // goes on with `then` and how the write went.

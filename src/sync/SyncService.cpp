@@ -3,13 +3,9 @@
 
 #include "settings/SettingsKeys.h"
 #include "settings/SettingsStore.h"
-#include "sync/AccountSetup.h"
 #include "sync/PasswordVault.h"
-#include "sync/SyncState.h"
 
 #include <QDateTime>
-#include <QFile>
-#include <QNetworkInformation>
 
 using namespace SettingsKeys;
 using namespace Qt::Literals::StringLiterals;
@@ -19,11 +15,41 @@ namespace {
 constexpr int afterChangeDefaultMs = 3000;
 constexpr int retryDefaultMs = 5 * 60 * 1000;
 
+SyncProblem noVault()
+{
+    return {SyncProblem::Kind::NoPasswordStore, u"no Secret Service to keep the password in"_s};
+}
+
+SyncProblem busyProblem()
+{
+    return SyncProblem::other(u"another sync of these favorites is running"_s);
+}
+
+// A line stored before problems had kinds: its kind by its first words.
+SyncProblem::Kind kindOfOldLine(const QString &line)
+{
+    using Kind = SyncProblem::Kind;
+    static const QList<std::pair<QString, Kind>> starts{
+        {u"cannot reach the server"_s, Kind::Unreachable},
+        {u"the server refused the login"_s, Kind::LoginRefused},
+        {u"no Secret Service"_s, Kind::NoPasswordStore},
+        {u"no password is kept"_s, Kind::NoPassword},
+        {u"no CardDAV address books found"_s, Kind::NoAddressBook},
+        {u"could not save"_s, Kind::NotSaved},
+    };
+    for (const auto &[start, kind] : starts) {
+        if (line.startsWith(start))
+            return kind;
+    }
+    return Kind::Other;
+}
+
 } // namespace
 
 SyncService::SyncService(SettingsStore &settings, PasswordVault *vault, QString statePath,
                          QObject *parent)
     : QObject(parent), m_settings(settings), m_vault(vault), m_statePath(std::move(statePath)),
+      m_account(settings, vault, m_statePath),
       m_conflictName([] { return u"%1 (conflict copy)"_s; }),
       m_today([] { return QDate::currentDate(); })
 {
@@ -36,6 +62,12 @@ SyncService::SyncService(SettingsStore &settings, PasswordVault *vault, QString 
 }
 
 SyncService::~SyncService() = default;
+
+void SyncService::setTimeout(int milliseconds)
+{
+    m_timeoutMs = milliseconds;
+    m_account.setTimeout(milliseconds);
+}
 
 void SyncService::setDelays(int afterChangeMs, int retryMs)
 {
@@ -50,12 +82,12 @@ bool SyncService::hasAccount() const
 
 QString SyncService::server() const
 {
-    return m_settings.value(syncAddressBook).value_or(QString());
+    return m_account.addressBook();
 }
 
 QString SyncService::user() const
 {
-    return m_settings.value(syncUser).value_or(QString());
+    return m_account.user();
 }
 
 void SyncService::start()
@@ -75,10 +107,13 @@ void SyncService::watchNetwork()
         return;
     m_reachability = true;
     connect(QNetworkInformation::instance(), &QNetworkInformation::reachabilityChanged, this,
-            [this](QNetworkInformation::Reachability reachability) {
-                if (m_failed && reachability == QNetworkInformation::Reachability::Online)
-                    run();
-            });
+            &SyncService::networkChanged);
+}
+
+void SyncService::networkChanged(QNetworkInformation::Reachability reachability)
+{
+    if (m_failed && reachability == QNetworkInformation::Reachability::Online)
+        run();
 }
 
 void SyncService::favoritesChanged()
@@ -114,18 +149,18 @@ void SyncService::run()
     emit busyChanged();
     emit statusChanged();
     if (!m_vault)
-        return ended({false, u"no Secret Service to keep the password in"_s, {}});
+        return ended({false, noVault().line, noVault().kind, {}});
     SyncAccount account;
     account.addressBook = QUrl(server());
     account.user = user();
     account.vCardVersion = m_settings.value(syncCardVersion).value_or(u"4.0"_s);
     const QPointer<SyncService> self = this;
     m_vault->read(PasswordVault::accountName(account.user, account.addressBook.toString()),
-                  [self, account](const QString &password, const QString &problem) mutable {
+                  [self, account](const QString &password, const SyncProblem &problem) mutable {
                       if (!self)
                           return;
                       if (!problem.isEmpty())
-                          return self->ended({false, problem, {}});
+                          return self->ended({false, problem.line, problem.kind, {}});
                       account.password = password;
                       self->startEngine(account);
                   });
@@ -150,18 +185,11 @@ void SyncService::ended(const SyncOutcome &outcome)
     m_engine.reset();
     m_running = false;
     m_failed = !outcome.ok;
-    if (outcome.ok) {
-        SettingsBatch batch(m_settings);
-        m_settings.set(syncLastDone, QDateTime::currentDateTimeUtc().toString(Qt::ISODate));
-        m_settings.set(syncProblem, QString());
-        batch.finish();
-    } else {
-        m_settings.set(syncProblem, outcome.problem);
-        // Again after a while, whatever went wrong; sooner when the
-        // network comes back.
-        if (hasAccount())
-            m_retry.start();
-    }
+    m_account.noteOutcome(outcome);
+    // Again after a while, whatever went wrong; sooner when the network
+    // comes back.
+    if (!outcome.ok && hasAccount())
+        m_retry.start();
     emit busyChanged();
     emit statusChanged();
     if (std::exchange(m_again, false))
@@ -171,16 +199,10 @@ void SyncService::ended(const SyncOutcome &outcome)
 void SyncService::setUp(const QUrl &url, const QString &user, const QString &password, Done done)
 {
     if (busy())
-        return done(u"another sync of these favorites is running"_s);
-    auto *setup = new AccountSetup(url, user, password, this);
-    setup->setTimeout(m_timeoutMs);
-    m_setup = setup;
-    emit busyChanged();
-    const auto finished = [this, setup, done](const QString &problem) {
-        setup->deleteLater();
-        m_setup.clear();
+        return done(busyProblem());
+    m_account.setUp(url, user, password, [this, done](const SyncProblem &problem, const QUrl &) {
         if (!problem.isEmpty())
-            setProblem(problem);
+            noteSetUpProblem(problem);
         emit busyChanged();
         emit statusChanged();
         done(problem);
@@ -189,107 +211,69 @@ void SyncService::setUp(const QUrl &url, const QString &user, const QString &pas
             watchNetwork();
             run();
         }
-    };
-    setup->start([=, this](const AccountSetup::Found &found) {
-        if (!found.ok)
-            return finished(found.problem);
-        if (!m_vault)
-            return finished(u"no Secret Service to keep the password in"_s);
-        const QString book = found.addressBook.toString();
-        m_vault->write(PasswordVault::accountName(user, book), password,
-                       [=, this](const QString &problem) {
-                           if (!problem.isEmpty())
-                               return finished(problem);
-                           const QString oldUser = this->user();
-                           const QString oldBook = server();
-                           SettingsBatch batch(m_settings);
-                           m_settings.set(syncAddressBook, book);
-                           m_settings.set(syncUser, user);
-                           m_settings.set(syncCardVersion, found.vCardVersion);
-                           m_settings.set(syncProblem, QString());
-                           if (oldBook != book)
-                               m_settings.remove(syncLastDone.name);
-                           if (const WriteResult stored = batch.finish(); !stored)
-                               return finished(stored.message());
-                           // The password of an account set up before goes with it.
-                           if (!oldBook.isEmpty() && PasswordVault::accountName(oldUser, oldBook) !=
-                                                         PasswordVault::accountName(user, book))
-                               m_vault->remove(PasswordVault::accountName(oldUser, oldBook),
-                                               [](const QString &) {});
-                           finished({});
-                       });
     });
+    emit busyChanged();
 }
 
 void SyncService::remove(Done done)
 {
     if (busy())
-        return done(u"another sync of these favorites is running"_s);
-    const QString name = PasswordVault::accountName(user(), server());
-    const auto forget = [this, done](const QString &vaultProblem) {
-        SettingsBatch batch(m_settings);
-        for (const QString &key : {syncAddressBook.name, syncUser.name, syncCardVersion.name,
-                                   syncLastDone.name, syncProblem.name})
-            m_settings.remove(key);
-        const WriteResult stored = batch.finish();
-        if (stored)
-            QFile::remove(m_statePath);
+        return done(busyProblem());
+    m_account.remove([this, done](const SyncProblem &problem) {
         m_failed = false;
         m_retry.stop();
         m_afterChange.stop();
         emit statusChanged();
-        if (!stored)
-            return done(stored.message());
-        done(vaultProblem.isEmpty()
-                 ? QString()
-                 : u"the account is forgotten, but its password could not be removed: "_s +
-                       vaultProblem);
-    };
-    if (!m_vault || !hasAccount())
-        return forget({});
-    m_vault->remove(name, forget);
+        done(problem);
+    });
 }
 
-void SyncService::setProblem(const QString &problem)
+void SyncService::noteSetUpProblem(const SyncProblem &problem)
 {
     // Setup problems are the row's only while no account is set up; an
     // account's own last problem stays otherwise.
     if (!hasAccount())
-        m_settings.set(syncProblem, problem);
+        m_account.noteProblem(problem);
 }
 
-QString SyncService::plainProblem(const QString &problem, const UiStrings &strings)
+SyncProblem SyncService::storedProblem() const
 {
-    // The lines of the engine, the account setup and the vault, by what a
-    // person can do about them.
-    struct Kind
-    {
-        QString start;
-        UiText text;
-    };
-    static const QList<Kind> kinds{
-        {u"cannot reach the server"_s, UiText::SyncUnreachable},
-        {u"the server refused the login"_s, UiText::SyncLoginRefused},
-        {u"no Secret Service"_s, UiText::SyncNoPasswordStore},
-        {u"no password is kept"_s, UiText::SyncNoPassword},
-        {u"no CardDAV address books found"_s, UiText::SyncNoAddressBook},
-        {u"could not save"_s, UiText::SyncNotSaved},
-    };
-    if (problem.isEmpty())
+    const QString line = m_settings.value(syncProblem).value_or(QString());
+    if (line.isEmpty())
         return {};
-    for (const Kind &kind : kinds) {
-        if (problem.startsWith(kind.start))
-            return strings[kind.text];
+    const std::optional<QString> kind = m_settings.value(syncProblemKind);
+    // A file from before kinds were kept has the line alone.
+    return {kind ? SyncProblem::kindNamed(*kind) : kindOfOldLine(line), line};
+}
+
+QString SyncService::plainProblem(const SyncProblem &problem, const UiStrings &strings)
+{
+    switch (problem.kind) {
+    case SyncProblem::Kind::None:
+        return {};
+    case SyncProblem::Kind::Unreachable:
+        return strings[UiText::SyncUnreachable];
+    case SyncProblem::Kind::LoginRefused:
+        return strings[UiText::SyncLoginRefused];
+    case SyncProblem::Kind::NoPasswordStore:
+        return strings[UiText::SyncNoPasswordStore];
+    case SyncProblem::Kind::NoPassword:
+        return strings[UiText::SyncNoPassword];
+    case SyncProblem::Kind::NoAddressBook:
+        return strings[UiText::SyncNoAddressBook];
+    case SyncProblem::Kind::NotSaved:
+        return strings[UiText::SyncNotSaved];
+    case SyncProblem::Kind::Other:
+        break;
     }
-    return strings[UiText::SyncFailed].arg(problem);
+    return strings[UiText::SyncFailed].arg(problem.line);
 }
 
 QString SyncService::status(const UiStrings &strings, const QLocale &locale) const
 {
     if (busy())
         return strings[UiText::SyncRunning];
-    const QString problem = m_settings.value(syncProblem).value_or(QString());
-    if (!problem.isEmpty())
+    if (const SyncProblem problem = storedProblem(); !problem.isEmpty())
         return plainProblem(problem, strings);
     if (!hasAccount())
         return strings[UiText::SyncNotSetUp];

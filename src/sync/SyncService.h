@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "sync/SyncAccountKeeper.h"
 #include "sync/SyncEngine.h"
 #include "texts/UiStrings.h"
 
 #include <QDate>
 #include <QLocale>
+#include <QNetworkInformation>
 #include <QObject>
 #include <QPointer>
 #include <QTimer>
@@ -34,12 +36,12 @@ public:
     void setToday(std::function<QDate()> today) { m_today = std::move(today); }
     // The wait after a change, and before a sync that failed is tried again.
     void setDelays(int afterChangeMs, int retryMs);
-    void setTimeout(int milliseconds) { m_timeoutMs = milliseconds; }
+    void setTimeout(int milliseconds);
 
     bool hasAccount() const;
     QString server() const;
     QString user() const;
-    bool busy() const { return m_running || m_setup; }
+    bool busy() const { return m_running || m_account.settingUp(); }
 
     // Syncs now if there is an account, and from then on by itself.
     void start();
@@ -47,7 +49,7 @@ public:
     void favoritesChanged();
     void syncNow();
 
-    using Done = std::function<void(const QString &problem)>;
+    using Done = std::function<void(const SyncProblem &problem)>;
     // Finds the address book as the command line does, keeps the password
     // in the vault and the account in the settings; the account set up
     // before, if another, goes with its password. Syncs once it is done.
@@ -55,12 +57,16 @@ public:
     // Forgets the account, its password and the sync state.
     void remove(Done done);
 
-    // A problem line of the sync, setup or vault in plain words of the
-    // interface: what the person can do something about.
-    static QString plainProblem(const QString &problem, const UiStrings &strings);
+    // A problem of the sync, setup or vault in plain words of the
+    // interface, by its kind: what the person can do something about.
+    static QString plainProblem(const SyncProblem &problem, const UiStrings &strings);
     // The settings row: "Not set up", "Syncing…", the last sync's time, or
     // what went wrong.
     QString status(const UiStrings &strings, const QLocale &locale) const;
+
+    // The system's reachability changed: after a failed sync, being online
+    // again tries at once; any other change does nothing.
+    void networkChanged(QNetworkInformation::Reachability reachability);
 
 signals:
     void busyChanged();
@@ -73,17 +79,18 @@ private:
     void run();
     void startEngine(const SyncAccount &account);
     void ended(const SyncOutcome &outcome);
-    void setProblem(const QString &problem);
+    void noteSetUpProblem(const SyncProblem &problem);
+    SyncProblem storedProblem() const;
     void watchNetwork();
 
     SettingsStore &m_settings;
     PasswordVault *m_vault;
     QString m_statePath;
+    SyncAccountKeeper m_account;
     std::function<QString()> m_conflictName;
     std::function<QDate()> m_today;
     int m_timeoutMs = 20000;
     std::unique_ptr<SyncEngine> m_engine;
-    QPointer<QObject> m_setup;
     QTimer m_afterChange;
     QTimer m_retry;
     bool m_started = false;

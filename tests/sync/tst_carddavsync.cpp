@@ -1,94 +1,23 @@
 // SPDX-License-Identifier: MIT
 // Two devices syncing one address book on a real server (Radicale with an
 // htpasswd login, Xandikos), each change made on either side or both.
-#include "CardDavServer.h"
 #include "DiskFaults.h"
 #include "FaultProxy.h"
 #include "SyncHarness.h"
 
 #include "sync/SyncState.h"
 
-#include <QTemporaryDir>
 #include <QTest>
 #include <cerrno>
-#include <map>
 
 using namespace Qt::Literals::StringLiterals;
 using Kind = CardDavServer::Kind;
 
-Q_DECLARE_METATYPE(Kind)
 Q_DECLARE_METATYPE(FaultProxy::Fault)
-
-namespace {
-
-std::map<Kind, std::unique_ptr<CardDavServer>> servers;
-QTemporaryDir *scratch = nullptr;
-
-// "rename:Anna", "redate:13 3 1985", "delete", "create:Cat|1 1 2000" on the
-// favorite "Ann" (or the list) of a device; "" changes nothing.
-void change(SyncDevice &device, const QString &operation)
-{
-    if (operation.isEmpty())
-        return;
-    device.favorites.load();
-    const QString verb = operation.section(u':', 0, 0);
-    const QString what = operation.section(u':', 1);
-    const qsizetype ann = device.indexOf(u"Ann"_s);
-    if (verb == u"create") {
-        QVERIFY(device.favorites.appendMany(
-            {Favorite(what.section(u'|', 0, 0), what.section(u'|', 1))}));
-        return;
-    }
-    QVERIFY(ann >= 0);
-    const Favorite favorite = device.favorites.at(ann);
-    if (verb == u"rename")
-        QVERIFY(device.favorites.update(ann, what, favorite.birthday));
-    else if (verb == u"redate")
-        QVERIFY(device.favorites.update(ann, favorite.name, what));
-    else if (verb == u"delete")
-        QVERIFY(device.favorites.remove(ann));
-    else
-        QFAIL("unknown operation");
-}
-
-// A card's content lines, unfolded, in order of their text.
-QList<QByteArray> unfoldedLines(QByteArray card)
-{
-    card.replace("\r\n", "\n").replace("\n ", "");
-    QList<QByteArray> lines = card.split('\n');
-    lines.removeAll(QByteArray());
-    std::sort(lines.begin(), lines.end());
-    return lines;
-}
-
-} // namespace
 
 class TestCardDavSync : public QObject
 {
     Q_OBJECT
-
-    int m_books = 0;
-
-    CardDavServer &server(Kind kind) { return *servers.at(kind); }
-
-    SyncAccount newAccount(Kind kind, const QString &version = u"4.0"_s)
-    {
-        CardDavServer &s = server(kind);
-        SyncAccount account;
-        account.addressBook =
-            newAddressBook(s.home(), u"book%1"_s.arg(++m_books), s.user(), s.password());
-        account.user = s.user();
-        account.password = s.password();
-        account.vCardVersion = version;
-        return account;
-    }
-
-    AddressBookView viewOf(const SyncAccount &account)
-    {
-        return AddressBookView(account.addressBook, account.user, account.password);
-    }
-
-    QString newFolder() { return scratch->filePath(u"device%1"_s.arg(++m_books)); }
 
     static void addServerColumn() { QTest::addColumn<Kind>("kind"); }
 
@@ -100,41 +29,37 @@ private slots:
         QTest::addColumn<QString>("elsewhere");
         QTest::addColumn<QStringList>("expected");
         QTest::addColumn<int>("conflicts");
-        const QString ann = u"Ann|12 3 1985"_s;
+        // Made on this device, on the other; what all three hold in the end.
+        const struct
+        {
+            const char *name, *here, *elsewhere, *expected;
+            int conflicts;
+        } cases[] = {
+            {"create here", "create:Cat|1 1 2000", "", "Ann|12 3 1985;Cat|1 1 2000", 0},
+            {"create elsewhere", "", "create:Cat|1 1", "Ann|12 3 1985;Cat|1 1", 0},
+            {"rename here", "rename:Anna", "", "Anna|12 3 1985", 0},
+            {"rename elsewhere", "", "rename:Anna", "Anna|12 3 1985", 0},
+            {"redate here", "redate:13 3", "", "Ann|13 3", 0},
+            {"redate elsewhere", "", "redate:13 3 1986", "Ann|13 3 1986", 0},
+            {"delete here", "delete", "", "", 0},
+            {"delete elsewhere", "", "delete", "", 0},
+            {"renamed on both sides", "rename:Ann A", "rename:Ann B",
+             "Ann A (conflict copy)|12 3 1985;Ann B|12 3 1985", 1},
+            {"same rename on both sides", "rename:Anna", "rename:Anna", "Anna|12 3 1985", 0},
+            {"renamed here, redated elsewhere", "rename:Anna", "redate:1 1 1985",
+             "Ann|1 1 1985;Anna (conflict copy)|12 3 1985", 1},
+            {"deleted here, renamed elsewhere", "delete", "rename:Ann B", "Ann B|12 3 1985", 0},
+            {"renamed here, deleted elsewhere", "rename:Ann A", "delete", "Ann A|12 3 1985", 0},
+            {"deleted on both sides", "delete", "delete", "", 0},
+            {"same new birthday on both sides", "create:Cat|1 1 2000", "create:Cat|1 1 2000",
+             "Ann|12 3 1985;Cat|1 1 2000", 0},
+        };
         for (const Kind kind : {Kind::Radicale, Kind::Xandikos}) {
-            const QByteArray server = CardDavServer::nameOf(kind).toUtf8();
-            const auto row = [&](const char *name) {
-                return &(QTest::newRow((server + ": " + name).constData()) << kind);
-            };
-            *row("create here") << u"create:Cat|1 1 2000"_s << QString()
-                                << QStringList{ann, u"Cat|1 1 2000"_s} << 0;
-            *row("create elsewhere")
-                << QString() << u"create:Cat|1 1"_s << QStringList{ann, u"Cat|1 1"_s} << 0;
-            *row("rename here") << u"rename:Anna"_s << QString() << QStringList{u"Anna|12 3 1985"_s}
-                                << 0;
-            *row("rename elsewhere")
-                << QString() << u"rename:Anna"_s << QStringList{u"Anna|12 3 1985"_s} << 0;
-            *row("redate here") << u"redate:13 3"_s << QString() << QStringList{u"Ann|13 3"_s} << 0;
-            *row("redate elsewhere")
-                << QString() << u"redate:13 3 1986"_s << QStringList{u"Ann|13 3 1986"_s} << 0;
-            *row("delete here") << u"delete"_s << QString() << QStringList{} << 0;
-            *row("delete elsewhere") << QString() << u"delete"_s << QStringList{} << 0;
-            *row("renamed on both sides")
-                << u"rename:Ann A"_s << u"rename:Ann B"_s
-                << QStringList{u"Ann A (conflict copy)|12 3 1985"_s, u"Ann B|12 3 1985"_s} << 1;
-            *row("same rename on both sides")
-                << u"rename:Anna"_s << u"rename:Anna"_s << QStringList{u"Anna|12 3 1985"_s} << 0;
-            *row("renamed here, redated elsewhere")
-                << u"rename:Anna"_s << u"redate:1 1 1985"_s
-                << QStringList{u"Ann|1 1 1985"_s, u"Anna (conflict copy)|12 3 1985"_s} << 1;
-            *row("deleted here, renamed elsewhere")
-                << u"delete"_s << u"rename:Ann B"_s << QStringList{u"Ann B|12 3 1985"_s} << 0;
-            *row("renamed here, deleted elsewhere")
-                << u"rename:Ann A"_s << u"delete"_s << QStringList{u"Ann A|12 3 1985"_s} << 0;
-            *row("deleted on both sides") << u"delete"_s << u"delete"_s << QStringList{} << 0;
-            *row("same new birthday on both sides")
-                << u"create:Cat|1 1 2000"_s << u"create:Cat|1 1 2000"_s
-                << QStringList{ann, u"Cat|1 1 2000"_s} << 0;
+            for (const auto &c : cases) {
+                QTest::addRow("%s: %s", qPrintable(CardDavServer::nameOf(kind)), c.name)
+                    << kind << QString::fromUtf8(c.here) << QString::fromUtf8(c.elsewhere)
+                    << QString::fromUtf8(c.expected).split(u';', Qt::SkipEmptyParts) << c.conflicts;
+            }
         }
     }
 
@@ -149,20 +74,18 @@ private slots:
         QFETCH(QStringList, expected);
         QFETCH(int, conflicts);
         expected.sort();
-        const SyncAccount account = newAccount(kind);
+        const SyncAccount account = world.newAccount(kind);
         QVERIFY(account.addressBook.isValid());
-        SyncDevice a(newFolder());
-        SyncDevice b(newFolder());
-        QVERIFY(a.favorites.append(u"Ann"_s, 12, 3, 1985));
-        QVERIFY2(a.sync(account).ok, "sync failed");
+        SyncDevice a(world.newFolder());
+        SyncDevice b(world.newFolder());
+        QVERIFY(a.addAndSync(account, {u"Ann|12 3 1985"_s}));
         QVERIFY2(b.sync(account).ok, "sync failed");
         QCOMPARE(b.contents(), QStringList{u"Ann|12 3 1985"_s});
 
-        change(b, elsewhere);
-        SyncOutcome outcome = b.sync(account);
-        QVERIFY2(outcome.ok, qPrintable(outcome.problem));
-        change(a, here);
-        outcome = a.sync(account);
+        b.change(elsewhere);
+        QVERIFY(b.sync(account).ok);
+        a.change(here);
+        SyncOutcome outcome = a.sync(account);
         QVERIFY2(outcome.ok, qPrintable(outcome.problem));
         QCOMPARE(outcome.counts.conflicts, conflicts);
         QVERIFY2(b.sync(account).ok, "sync failed");
@@ -170,7 +93,7 @@ private slots:
 
         QCOMPARE(a.contents(), expected);
         QCOMPARE(b.contents(), expected);
-        QCOMPARE(viewOf(account).contents(), expected);
+        QCOMPARE(world.viewOf(account).contents(), expected);
         // Settled: another sync changes nothing on either side.
         outcome = a.sync(account);
         QCOMPARE(outcome.counts, SyncCounts());
@@ -194,15 +117,14 @@ private slots:
         QFETCH(Kind, kind);
         QFETCH(QString, version);
         QFETCH(QByteArray, birthdayLine);
-        const SyncAccount account = newAccount(kind, version);
-        SyncDevice a(newFolder());
-        QVERIFY(a.favorites.append(u"Dee"_s, 29, 2, std::nullopt));
-        QVERIFY2(a.sync(account).ok, "sync failed");
-        const QList<QByteArray> cards = viewOf(account).cards().values();
+        const SyncAccount account = world.newAccount(kind, version);
+        SyncDevice a(world.newFolder());
+        QVERIFY(a.addAndSync(account, {u"Dee|29 2"_s}));
+        const QList<QByteArray> cards = world.viewOf(account).cards().values();
         QCOMPARE(cards.size(), 1);
         QVERIFY2(cards.first().contains(birthdayLine), cards.first().constData());
         QVERIFY(cards.first().contains("VERSION:" + version.toLatin1()));
-        SyncDevice b(newFolder());
+        SyncDevice b(world.newFolder());
         QVERIFY2(b.sync(account).ok, "sync failed");
         QCOMPARE(b.contents(), QStringList{u"Dee|29 2"_s});
     }
@@ -210,18 +132,13 @@ private slots:
     // A card another address book wrote: what Tavlo does not use stays as it
     // was, byte for byte, when Tavlo renames the person; a card without a
     // birthday is no favorite and is left alone.
-    void foreignCardsKeepTheirLines_data()
-    {
-        addServerColumn();
-        QTest::newRow("Radicale") << Kind::Radicale;
-        QTest::newRow("Xandikos") << Kind::Xandikos;
-    }
+    void foreignCardsKeepTheirLines_data() { SyncWorld::serverRows(); }
 
     void foreignCardsKeepTheirLines()
     {
         QFETCH(Kind, kind);
-        const SyncAccount account = newAccount(kind);
-        AddressBookView view = viewOf(account);
+        const SyncAccount account = world.newAccount(kind);
+        AddressBookView view = world.viewOf(account);
         const QByteArray card =
             "BEGIN:VCARD\r\nVERSION:3.0\r\nPRODID:-//Phone//EN\r\nUID:phone-123\r\n"
             "N:Lee;Ann;;;\r\nFN:Ann Lee\r\nTEL;TYPE=cell:+49 30 1234567\r\n"
@@ -231,23 +148,18 @@ private slots:
             "BDAY:1985-03-12\r\nEND:VCARD\r\n";
         const QByteArray noBirthday = "BEGIN:VCARD\r\nVERSION:3.0\r\nUID:no-bday\r\nN:Lee;Bo;;;\r\n"
                                       "FN:Bo Lee\r\nEND:VCARD\r\n";
-        QVERIFY(view.request("PUT", view.urlOf(u"phone.vcf"_s), card,
-                             {{"If-None-Match", "*"}, {"Content-Type", "text/vcard"}})
-                    .ok());
-        QVERIFY(view.request("PUT", view.urlOf(u"nobday.vcf"_s), noBirthday,
-                             {{"If-None-Match", "*"}, {"Content-Type", "text/vcard"}})
-                    .ok());
+        QVERIFY(view.put(u"phone.vcf"_s, card));
+        QVERIFY(view.put(u"nobday.vcf"_s, noBirthday));
         // The card as the server keeps it (Radicale writes it anew).
         const QByteArray kept = view.cards().value(view.urlOf(u"phone.vcf"_s).path());
         const QByteArray keptNoBirthday = view.cards().value(view.urlOf(u"nobday.vcf"_s).path());
         QVERIFY(kept.contains("X-PHONE-FLAG"));
-        SyncDevice a(newFolder());
-        SyncOutcome outcome = a.sync(account);
-        QVERIFY2(outcome.ok, qPrintable(outcome.problem));
+        SyncDevice a(world.newFolder());
+        QVERIFY(a.sync(account).ok);
         QCOMPARE(a.contents(), QStringList{u"Ann Lee|12 3 1985"_s});
         QVERIFY(a.favorites.update(a.indexOf(u"Ann Lee"_s), u"Ann Lee-Smith"_s, u"12 3 1985"_s));
-        outcome = a.sync(account);
-        QVERIFY2(outcome.ok, qPrintable(outcome.problem));
+        const SyncOutcome outcome = a.sync(account);
+        QVERIFY(outcome.ok);
         QCOMPARE(outcome.counts.sent, 1);
 
         const QMap<QString, QByteArray> cards = view.cards();
@@ -289,11 +201,10 @@ private slots:
         QFETCH(Kind, kind);
         QFETCH(bool, contentChanged);
         QFETCH(QStringList, expected);
-        const SyncAccount account = newAccount(kind);
-        AddressBookView view = viewOf(account);
-        SyncDevice a(newFolder());
-        QVERIFY(a.favorites.append(u"Ann"_s, 12, 3, 1985));
-        QVERIFY2(a.sync(account).ok, "sync failed");
+        const SyncAccount account = world.newAccount(kind);
+        AddressBookView view = world.viewOf(account);
+        SyncDevice a(world.newFolder());
+        QVERIFY(a.addAndSync(account, {u"Ann|12 3 1985"_s}));
         QVERIFY(a.favorites.update(0, u"Anna"_s, u"12 3 1985"_s));
         int refusals = 0;
         // Between A's listing and its sending, another client changes the card.
@@ -305,37 +216,27 @@ private slots:
             if (contentChanged)
                 card.replace("FN:Ann\r\n", "FN:Ann B\r\n");
             card.replace("END:VCARD", "NOTE:touched\r\nEND:VCARD");
-            QVERIFY(
-                view.request("PUT", view.urlOf(href), card, {{"Content-Type", "text/vcard"}}).ok());
+            QVERIFY(view.put(href, card, false));
         });
         QVERIFY2(outcome.ok, qPrintable(outcome.problem));
         QCOMPARE(outcome.counts.conflicts, contentChanged ? 1 : 0);
         QCOMPARE(a.contents(), expected);
         QCOMPARE(view.contents(), expected);
         // The other client's line survived either way.
-        bool noteKept = false;
-        for (const QByteArray &card : view.cards())
-            noteKept |= card.contains("NOTE:touched");
-        QVERIFY(noteKept);
+        QVERIFY(view.cards().values().join().contains("NOTE:touched"));
     }
 
     // A token the server does not know (403, 409 or 500, by server) falls
     // back to listing every card.
-    void unknownTokenFallsBack_data()
-    {
-        addServerColumn();
-        QTest::newRow("Radicale") << Kind::Radicale;
-        QTest::newRow("Xandikos") << Kind::Xandikos;
-    }
+    void unknownTokenFallsBack_data() { SyncWorld::serverRows(); }
 
     void unknownTokenFallsBack()
     {
         QFETCH(Kind, kind);
-        const SyncAccount account = newAccount(kind);
-        SyncDevice a(newFolder());
-        SyncDevice b(newFolder());
-        QVERIFY(a.favorites.append(u"Ann"_s, 12, 3, 1985));
-        QVERIFY2(a.sync(account).ok, "sync failed");
+        const SyncAccount account = world.newAccount(kind);
+        SyncDevice a(world.newFolder());
+        SyncDevice b(world.newFolder());
+        QVERIFY(a.addAndSync(account, {u"Ann|12 3 1985"_s}));
         QVERIFY2(b.sync(account).ok, "sync failed");
         QVERIFY(b.favorites.append(u"Bob"_s, 1, 2, 1990));
         QVERIFY(b.favorites.remove(b.indexOf(u"Ann"_s)));
@@ -344,8 +245,7 @@ private slots:
         QVERIFY(!state.syncToken.isEmpty());
         state.syncToken = account.addressBook.toString() + u"sync/no-such-token"_s;
         QVERIFY(state.write(a.statePath));
-        const SyncOutcome outcome = a.sync(account);
-        QVERIFY2(outcome.ok, qPrintable(outcome.problem));
+        QVERIFY(a.sync(account).ok);
         QCOMPARE(a.contents(), QStringList{u"Bob|1 2 1990"_s});
     }
 
@@ -378,21 +278,18 @@ private slots:
         QFETCH(Kind, kind);
         QFETCH(FaultProxy::Fault, fault);
         QFETCH(int, from);
-        const SyncAccount account = newAccount(kind);
+        const SyncAccount account = world.newAccount(kind);
         // All of A's syncs go through the proxy, so that A's account is the
         // same address book throughout.
-        FaultProxy proxy(server(kind).port());
+        FaultProxy proxy(world.server(kind).port());
         SyncAccount proxied = account;
         proxied.addressBook.setPort(proxy.port());
-        SyncDevice a(newFolder());
-        SyncDevice b(newFolder());
-        QVERIFY(a.favorites.append(u"Ann"_s, 12, 3, 1985));
-        QVERIFY(a.favorites.append(u"Dan"_s, 2, 2, 1962));
-        QVERIFY2(a.sync(proxied).ok, "sync failed");
+        SyncDevice a(world.newFolder());
+        SyncDevice b(world.newFolder());
+        QVERIFY(a.addAndSync(proxied, {u"Ann|12 3 1985"_s, u"Dan|2 2 1962"_s}));
         QVERIFY2(b.sync(account).ok, "sync failed");
         // Changes on both sides: one the server holds, three made here.
-        QVERIFY(b.favorites.append(u"Bob"_s, 1, 2, 1990));
-        QVERIFY2(b.sync(account).ok, "sync failed");
+        QVERIFY(b.addAndSync(account, {u"Bob|1 2 1990"_s}));
         QVERIFY(a.favorites.update(a.indexOf(u"Ann"_s), u"Anna"_s, u"12 3 1985"_s));
         QVERIFY(a.favorites.remove(a.indexOf(u"Dan"_s)));
         QVERIFY(a.favorites.append(u"Cat"_s, 1, 1, 2000));
@@ -408,23 +305,21 @@ private slots:
             QVERIFY2(before.contains(row) || row == u"Bob|1 2 1990"_s, qPrintable(row));
 
         proxy.failFrom(0, FaultProxy::Fault::None);
-        const SyncOutcome again = a.sync(proxied);
-        QVERIFY2(again.ok, qPrintable(again.problem));
+        QVERIFY(a.sync(proxied).ok);
         QVERIFY2(b.sync(account).ok, "sync failed");
         const QStringList expected{u"Anna|12 3 1985"_s, u"Bob|1 2 1990"_s, u"Cat|1 1 2000"_s};
         QCOMPARE(a.contents(), expected);
         QCOMPARE(b.contents(), expected);
-        QCOMPARE(viewOf(account).contents(), expected);
+        QCOMPARE(world.viewOf(account).contents(), expected);
     }
 
     // Radicale's own refusal of a wrong password, and a server that is not
     // there: nothing changes here.
     void refusedLoginAndNoServer()
     {
-        SyncAccount account = newAccount(Kind::Radicale);
-        SyncDevice a(newFolder());
-        QVERIFY(a.favorites.append(u"Ann"_s, 12, 3, 1985));
-        QVERIFY2(a.sync(account).ok, "sync failed");
+        SyncAccount account = world.newAccount(Kind::Radicale);
+        SyncDevice a(world.newFolder());
+        QVERIFY(a.addAndSync(account, {u"Ann|12 3 1985"_s}));
         QVERIFY(a.favorites.append(u"Bob"_s, 1, 2, 1990));
         const QStringList before = a.contents();
         const SyncState state = SyncState::read(a.statePath);
@@ -434,6 +329,7 @@ private slots:
         SyncOutcome outcome = a.sync(wrong);
         QVERIFY(!outcome.ok);
         QVERIFY2(outcome.problem.contains(u"login"_s), qPrintable(outcome.problem));
+        QCOMPARE(outcome.failure, SyncProblem::Kind::LoginRefused);
         QCOMPARE(a.contents(), before);
         QCOMPARE(SyncState::read(a.statePath), state);
 
@@ -445,6 +341,7 @@ private slots:
         outcome = a.sync(nowhere);
         QVERIFY(!outcome.ok);
         QVERIFY2(outcome.problem.startsWith(u"cannot reach"_s), qPrintable(outcome.problem));
+        QCOMPARE(outcome.failure, SyncProblem::Kind::Unreachable);
         QCOMPARE(a.contents(), before);
     }
 
@@ -460,17 +357,14 @@ private slots:
     void diskFull()
     {
         QFETCH(bool, favoritesFail);
-        const SyncAccount account = newAccount(Kind::Radicale);
-        const QString folder = newFolder();
-        SyncDevice b(newFolder());
+        const SyncAccount account = world.newAccount(Kind::Radicale);
+        const QString folder = world.newFolder();
+        SyncDevice b(world.newFolder());
         {
             SyncDevice a(folder);
-            QVERIFY(a.favorites.append(u"Ann"_s, 12, 3, 1985));
-            QVERIFY2(a.sync(account).ok, "sync failed");
+            QVERIFY(a.addAndSync(account, {u"Ann|12 3 1985"_s}));
         }
-        QVERIFY2(b.sync(account).ok, "sync failed");
-        QVERIFY(b.favorites.append(u"Bob"_s, 1, 2, 1990));
-        QVERIFY2(b.sync(account).ok, "sync failed");
+        QVERIFY(b.addAndSync(account, {u"Bob|1 2 1990"_s}));
 
         auto armed = std::make_shared<bool>(true);
         const AtomicFileWriter full = failingWriter(AtomicFileWriter::Step::Write, ENOSPC, armed);
@@ -480,16 +374,11 @@ private slots:
             SyncEngine engine(settings, folder + u"/tavlo/sync-state.json"_s, account);
             if (!favoritesFail)
                 engine.setStateWriter(full);
-            SyncOutcome outcome;
-            QVERIFY(waitUntilDone([&](auto done) {
-                engine.start([&, done](const SyncOutcome &result) {
-                    outcome = result;
-                    done();
-                });
-            }));
+            const SyncOutcome outcome = runSync(engine);
             QVERIFY(!outcome.ok);
             QVERIFY2(outcome.problem.contains(u"No space left on device"_s),
                      qPrintable(outcome.problem));
+            QCOMPARE(outcome.failure, SyncProblem::Kind::NotSaved);
         }
         SyncDevice a(folder);
         if (favoritesFail)
@@ -497,21 +386,14 @@ private slots:
         QVERIFY2(a.sync(account).ok, "sync failed");
         const QStringList expected{u"Ann|12 3 1985"_s, u"Bob|1 2 1990"_s};
         QCOMPARE(a.contents(), expected);
-        QCOMPARE(viewOf(account).contents(), expected);
+        QCOMPARE(world.viewOf(account).contents(), expected);
     }
 };
 
 int main(int argc, char *argv[])
 {
     QCoreApplication app(argc, argv);
-    QTemporaryDir folder;
-    scratch = &folder;
-    if (!CardDavServer::startBoth(folder.path(), servers))
-        return 77;
-    TestCardDavSync test;
-    const int status = QTest::qExec(&test, argc, argv);
-    servers.clear();
-    return status;
+    return SyncWorld::run<TestCardDavSync>(argc, argv, SyncWorld::bothServers);
 }
 
 #include "tst_carddavsync.moc"

@@ -1,88 +1,39 @@
 // SPDX-License-Identifier: MIT
 // The running app's side of sync, against Radicale: syncing by itself after
-// a change, showing what came from elsewhere, setup problems on the
-// settings screen in plain words, and the state never ahead of the
-// favorites that the settings store writes in the background.
-#include "CardDavServer.h"
+// a change, after a failure and when the network is back, showing what came
+// from elsewhere, problems on the settings screen in plain words (after a
+// restart too), and the state never ahead of the favorites that the
+// settings store writes in the background.
 #include "ScreenHarness.h"
 #include "SyncHarness.h"
 
 #include "favoritesScreen/FavoritesScreenController.h"
 #include "settingsScreen/SettingsScreenController.h"
-#include "sync/PasswordVault.h"
 #include "sync/SyncService.h"
 #include "sync/SyncState.h"
 
 #include <QFile>
-#include <QTemporaryDir>
+#include <QSignalSpy>
 #include <cerrno>
 #include <mutex>
 
 using namespace Qt::Literals::StringLiterals;
 using namespace SettingsKeys;
 
-namespace {
-
-std::unique_ptr<CardDavServer> radicale;
-QTemporaryDir *scratch = nullptr;
-
-// Passwords kept in memory, answered on the next turn of the event loop as
-// the Secret Service would.
-class MemoryVault final : public PasswordVault
-{
-public:
-    QHash<QString, QString> passwords;
-
-    void read(const QString &account,
-              std::function<void(const QString &, const QString &)> done) override
-    {
-        QTimer::singleShot(0, [=, this] { done(passwords.value(account), {}); });
-    }
-    void write(const QString &account, const QString &password,
-               std::function<void(const QString &)> done) override
-    {
-        passwords.insert(account, password);
-        QTimer::singleShot(0, [=] { done({}); });
-    }
-    void remove(const QString &account, std::function<void(const QString &)> done) override
-    {
-        passwords.remove(account);
-        QTimer::singleShot(0, [=] { done({}); });
-    }
-};
-
-} // namespace
-
 class TestSyncApp : public QObject
 {
     Q_OBJECT
-
-    int m_books = 0;
-
-    SyncAccount newAccount()
-    {
-        SyncAccount account;
-        account.addressBook = newAddressBook(radicale->home(), u"app%1"_s.arg(++m_books),
-                                             radicale->user(), radicale->password());
-        account.user = radicale->user();
-        account.password = radicale->password();
-        return account;
-    }
 
 private slots:
     // The favorites screen open, a sync service as the app has one.
     void syncsByItselfAndShowsChangesFromElsewhere()
     {
-        const SyncAccount account = newAccount();
+        const SyncAccount account = world.newAccount();
         QVERIFY(!account.addressBook.isEmpty());
         MemoryVault vault;
-        vault.passwords.insert(
-            PasswordVault::accountName(account.user, account.addressBook.toString()),
-            account.password);
         ScreenHarness h;
-        h.settings.set(syncAddressBook, account.addressBook.toString());
-        h.settings.set(syncUser, account.user);
-        SyncService sync(h.settings, &vault, scratch->filePath(u"app-state.json"_s));
+        keepAccount(h.settings, vault, account);
+        SyncService sync(h.settings, &vault, world.newFolder() + u"/app-state.json"_s);
         sync.setDelays(100, 60000);
         h.prepare = [&sync](Session &session) {
             session.sync = &sync;
@@ -91,7 +42,7 @@ private slots:
         auto *list = h.show<FavoritesScreenController>("favoritesScreen/FavoritesScreen.qml");
         sync.start();
         QTRY_VERIFY(!sync.busy());
-        AddressBookView server(account.addressBook, account.user, account.password);
+        AddressBookView server = SyncWorld::viewOf(account);
 
         // A change here reaches the server a moment later, with no one asking.
         QVERIFY(h.session->favorites.append(u"Ann"_s, 12, 3, 1985));
@@ -99,9 +50,8 @@ private slots:
         QTRY_VERIFY(!sync.busy());
 
         // One made on another device shows in the open list.
-        SyncDevice other(scratch->filePath(u"other%1"_s.arg(m_books)));
-        QVERIFY(other.favorites.appendMany({Favorite(u"Cat"_s, u"1 1 2000"_s)}));
-        QVERIFY(other.sync(account).ok);
+        SyncDevice other(world.newFolder());
+        QVERIFY(other.addAndSync(account, {u"Cat|1 1 2000"_s}));
         sync.syncNow();
         QTRY_COMPARE_WITH_TIMEOUT(list->count(), 2, 10000);
         QCOMPARE(contentsOf(h.session->favorites.all()),
@@ -123,14 +73,15 @@ private slots:
         QTest::addColumn<QString>("password");
         QTest::addColumn<bool>("vaultThere");
         QTest::addColumn<QString>("status");
-        const QString root = radicale->root().toString();
-        QTest::newRow("nothing listens") << u"http://127.0.0.1:9/"_s << radicale->password() << true
+        const CardDavServer &radicale = world.server();
+        const QString root = radicale.root().toString();
+        QTest::newRow("nothing listens") << u"http://127.0.0.1:9/"_s << radicale.password() << true
                                          << u"The server could not be reached"_s;
         QTest::newRow("wrong password")
             << root << u"wrong"_s << true << u"The server refused the user name or password"_s;
-        QTest::newRow("no Secret Service") << root << radicale->password() << false
+        QTest::newRow("no Secret Service") << root << radicale.password() << false
                                            << u"No password store (Secret Service) is running"_s;
-        QTest::newRow("set up") << root << radicale->password() << true << u"Last sync: "_s;
+        QTest::newRow("set up") << root << radicale.password() << true << u"Last sync: "_s;
     }
     void setupProblemsInPlainWords()
     {
@@ -141,7 +92,7 @@ private slots:
         MemoryVault vault;
         ScreenHarness h;
         SyncService sync(h.settings, vaultThere ? &vault : nullptr,
-                         scratch->filePath(u"setup-state%1.json"_s.arg(++m_books)));
+                         world.newFolder() + u"/state.json"_s);
         h.prepare = [&sync](Session &session) { session.sync = &sync; };
         h.show<SettingsScreenController>("settingsScreen/SettingsScreen.qml");
         QCOMPARE(h.text("lblSyncStatus"), u"Not set up"_s);
@@ -149,7 +100,7 @@ private slots:
         QTRY_VERIFY(h.opened("syncDialog"));
         QTRY_VERIFY(h.find("syncServerField")->hasActiveFocus());
         h.find("syncServerField")->setProperty("text", server);
-        h.find("syncUserField")->setProperty("text", radicale->user());
+        h.find("syncUserField")->setProperty("text", world.server().user());
         h.find("syncPasswordField")->setProperty("text", password);
         h.tap("syncSetUpButton");
         QTRY_VERIFY_WITH_TIMEOUT(h.text("lblSyncStatus").startsWith(status), 20000);
@@ -159,6 +110,123 @@ private slots:
         // Closed, the keyboard is back on the row.
         h.tap("syncCloseButton");
         QTRY_VERIFY(h.find("btnSync")->hasActiveFocus());
+    }
+
+    // Set up again on another address book: the old account's password and
+    // last sync go; removed, nothing of the account stays.
+    void setUpAgainThenRemove()
+    {
+        SyncDevice device(world.newFolder());
+        MemoryVault vault;
+        SyncService sync(device.settings, &vault, device.statePath);
+        std::optional<SyncProblem> problem;
+        const auto answer = [&](const SyncProblem &p) {
+            problem = p;
+            QVERIFY(!device.settings.value(syncLastDone));
+        };
+        for (const SyncAccount &account : {world.newAccount(), world.newAccount()}) {
+            problem.reset();
+            sync.setUp(account.addressBook, account.user, account.password, answer);
+            QTRY_VERIFY(problem && !sync.busy());
+            QVERIFY2(problem->isEmpty(), qPrintable(problem->line));
+            QCOMPARE(vault.passwords.keys(), QStringList{PasswordVault::accountName(
+                                                 account.user, account.addressBook.toString())});
+            QVERIFY(device.settings.value(syncLastDone).has_value());
+        }
+        problem.reset();
+        sync.remove([&](const SyncProblem &p) { problem = p; });
+        QTRY_VERIFY(problem && problem->isEmpty());
+        QVERIFY(vault.passwords.isEmpty());
+        QVERIFY(!sync.hasAccount() && !QFile::exists(device.statePath));
+    }
+
+    // A sync that failed is tried again after the retry delay, with no one
+    // asking, for as long as the server fails; then it goes through.
+    void triesAgainAfterAFailure()
+    {
+        ServiceDevice device(world.newFolder());
+        QVERIFY(device.favorites.append(u"Ann"_s, 12, 3, 1985));
+        device.service.setDelays(60000, 200);
+        QSignalSpy startsAndEnds(&device.service, &SyncService::busyChanged);
+        device.proxy.failFrom(1, FaultProxy::Fault::Status500);
+        device.service.start();
+        // The first sync and two retries.
+        QTRY_VERIFY_WITH_TIMEOUT(startsAndEnds.count() >= 6, 10000);
+        QVERIFY(!device.problem().isEmpty());
+        QVERIFY(!device.synced());
+        device.proxy.failFrom(0, FaultProxy::Fault::None);
+        QTRY_VERIFY_WITH_TIMEOUT(device.synced(), 10000);
+        QCOMPARE(device.problem(), QString());
+        QCOMPARE(world.viewOf(device.account).contents(), QStringList{u"Ann|12 3 1985"_s});
+    }
+
+    // The network back online tries a sync that failed at once; without a
+    // failure, or when the network is not back, a change does nothing. The
+    // failure's kind is kept: after a restart, the row still says it.
+    void networkBackTriesAgainOnlyAfterAFailure()
+    {
+        using Reachability = QNetworkInformation::Reachability;
+        const QString folder = world.newFolder();
+        ServiceDevice device(folder);
+        SyncService &sync = device.service;
+        sync.start();
+        QTRY_VERIFY(!sync.busy());
+        QVERIFY(device.synced());
+        sync.networkChanged(Reachability::Online);
+        QVERIFY(!sync.busy());
+
+        device.proxy.failFrom(device.proxy.requests() + 1, FaultProxy::Fault::Status401);
+        sync.syncNow();
+        QTRY_VERIFY(!sync.busy());
+        for (const auto reachability : {Reachability::Disconnected, Reachability::Local,
+                                        Reachability::Site, Reachability::Unknown}) {
+            sync.networkChanged(reachability);
+            QVERIFY(!sync.busy());
+        }
+        QCOMPARE(device.settings.value(syncProblemKind).value_or(QString()), u"login-refused"_s);
+        SyncDevice restarted(folder);
+        QCOMPARE(SyncService(restarted.settings, nullptr, {}).status(UiStrings(), QLocale::c()),
+                 u"The server refused the user name or password"_s);
+
+        device.proxy.failFrom(0, FaultProxy::Fault::None);
+        sync.networkChanged(Reachability::Online);
+        QVERIFY(sync.busy());
+        QTRY_VERIFY(!sync.busy());
+        QCOMPARE(device.problem(), QString());
+        sync.networkChanged(Reachability::Online);
+        QVERIFY(!sync.busy());
+    }
+
+    // The row's text follows the stored kind, whatever the line says; a
+    // file from before kinds were kept shows the text for its line.
+    void storedProblemInPlainWords_data()
+    {
+        QTest::addColumn<QString>("line");
+        QTest::addColumn<QString>("kind");
+        QTest::addColumn<QString>("status");
+        const QString unreachable = u"cannot reach the server: gone"_s;
+        QTest::newRow("the kind decides")
+            << unreachable << u"no-password"_s
+            << u"No password is kept for this account: set it up again"_s;
+        QTest::newRow("another kind")
+            << unreachable << u"other"_s << u"The sync did not finish: "_s + unreachable;
+        QTest::newRow("old file, known line")
+            << unreachable << QString() << u"The server could not be reached"_s;
+        QTest::newRow("old file, other line")
+            << u"the server answered HTTP 418"_s << QString()
+            << u"The sync did not finish: the server answered HTTP 418"_s;
+    }
+    void storedProblemInPlainWords()
+    {
+        QFETCH(QString, line);
+        QFETCH(QString, kind);
+        QFETCH(QString, status);
+        MemorySettingsStore settings;
+        settings.set(syncAddressBook, u"http://127.0.0.1:9/book/"_s);
+        settings.set(syncProblem, line);
+        if (!kind.isEmpty())
+            settings.set(syncProblemKind, kind);
+        QCOMPARE(SyncService(settings, nullptr, {}).status(UiStrings(), QLocale::c()), status);
     }
 
     // The settings store writes the favorites on its own thread, slowly or
@@ -173,12 +241,11 @@ private slots:
     void stateNeverAheadOfTheFavorites()
     {
         QFETCH(int, settingsFault);
-        const SyncAccount account = newAccount();
-        SyncDevice other(scratch->filePath(u"elsewhere%1"_s.arg(m_books)));
-        QVERIFY(other.favorites.appendMany({Favorite(u"Eve"_s, u"5 5 1995"_s)}));
-        QVERIFY(other.sync(account).ok);
+        const SyncAccount account = world.newAccount();
+        SyncDevice other(world.newFolder());
+        QVERIFY(other.addAndSync(account, {u"Eve|5 5 1995"_s}));
 
-        const QString folder = scratch->filePath(u"slow%1"_s.arg(m_books));
+        const QString folder = world.newFolder();
         std::mutex mutex;
         QStringList order;
         const auto note = [&](const QString &what) {
@@ -200,13 +267,7 @@ private slots:
                 note(u"state"_s);
             return 0;
         }));
-        SyncOutcome outcome;
-        QVERIFY(waitUntilDone([&](auto done) {
-            engine.start([&, done](const SyncOutcome &result) {
-                outcome = result;
-                done();
-            });
-        }));
+        const SyncOutcome outcome = runSync(engine);
         settings.waitForWrites();
         if (settingsFault == 0) {
             QVERIFY2(outcome.ok, qPrintable(outcome.problem));
@@ -214,7 +275,7 @@ private slots:
             QVERIFY(order.contains(u"state"_s));
         } else {
             QVERIFY(!outcome.ok);
-            QCOMPARE(SyncService::plainProblem(outcome.problem, UiStrings()),
+            QCOMPARE(SyncService::plainProblem({outcome.failure, outcome.problem}, UiStrings()),
                      u"The favorites could not be saved on this device"_s);
             QVERIFY(!order.contains(u"state"_s));
             QVERIFY(!QFile::exists(statePath));
@@ -225,19 +286,7 @@ private slots:
 int main(int argc, char *argv[])
 {
     QGuiApplication app(argc, argv);
-    QTemporaryDir folder;
-    scratch = &folder;
-    QString whyNot;
-    radicale = CardDavServer::start(CardDavServer::Kind::Radicale, folder.filePath(u"radicale"_s),
-                                    &whyNot);
-    if (!radicale) {
-        qWarning("Radicale cannot start: %s", qPrintable(whyNot));
-        return 77;
-    }
-    TestSyncApp test;
-    const int status = QTest::qExec(&test, argc, argv);
-    radicale.reset();
-    return status;
+    return SyncWorld::run<TestSyncApp>(argc, argv, SyncWorld::radicale);
 }
 
 #include "tst_syncapp.moc"

@@ -2,76 +2,20 @@
 // `tavlo sync` as people run it: the real program, the password in
 // gnome-keyring on a private bus, Radicale and Xandikos on loopback, and a
 // sync killed at random points that the next sync puts right.
-#include "CardDavServer.h"
-#include "SecretServiceBus.h"
 #include "SyncHarness.h"
 
-#include <QDirIterator>
 #include <QRandomGenerator>
-#include <QTemporaryDir>
 #include <QTest>
 #include <csignal>
-#include <map>
 
 using namespace Qt::Literals::StringLiterals;
 using Kind = CardDavServer::Kind;
-Q_DECLARE_METATYPE(Kind)
-
-namespace {
-
-std::map<Kind, std::unique_ptr<CardDavServer>> servers;
-SecretServiceBus *keyring = nullptr;
-QTemporaryDir *scratch = nullptr;
-
-struct Run
-{
-    int status = -1;
-    QString out;
-    QString err;
-};
-
-} // namespace
 
 class TestSyncCommand : public QObject
 {
     Q_OBJECT
 
-    int m_folders = 0;
-
-    QString newFolder() { return scratch->filePath(u"config%1"_s.arg(++m_folders)); }
-
-    static QProcessEnvironment environmentFor(const QString &configFolder)
-    {
-        QProcessEnvironment environment = keyring->environment();
-        environment.insert(u"XDG_CONFIG_HOME"_s, configFolder);
-        environment.insert(u"XDG_DATA_HOME"_s, configFolder + u"/data"_s);
-        environment.insert(u"LANG"_s, u"C.UTF-8"_s);
-        environment.remove(u"LANGUAGE"_s);
-        return environment;
-    }
-
-    static Run tavlo(const QString &configFolder, const QStringList &arguments,
-                     const QByteArray &input = {},
-                     std::optional<QProcessEnvironment> environment = std::nullopt)
-    {
-        QProcess process;
-        process.setProcessEnvironment(environment.value_or(environmentFor(configFolder)));
-        process.start(QStringLiteral(TAVLO_EXECUTABLE), arguments);
-        process.write(input);
-        process.closeWriteChannel();
-        Run run;
-        if (!process.waitForFinished(60000)) {
-            process.kill();
-            process.waitForFinished();
-            return run;
-        }
-        run.status = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
-        run.out = QString::fromUtf8(process.readAllStandardOutput());
-        run.err = QString::fromUtf8(process.readAllStandardError());
-        return run;
-    }
-
-    static void checkOneLineFailure(const Run &run)
+    static void checkOneLineFailure(const TavloRun &run)
     {
         QCOMPARE(run.status, 1);
         QVERIFY2(run.err.startsWith(u"tavlo sync: "_s), qPrintable(run.err));
@@ -79,31 +23,25 @@ class TestSyncCommand : public QObject
     }
 
 private slots:
-    void setUpAndSync_data()
-    {
-        QTest::addColumn<Kind>("kind");
-        QTest::addColumn<QString>("expectedBook");
-        QTest::newRow("Radicale") << Kind::Radicale << u"/user/birthdays/"_s;
-        QTest::newRow("Xandikos") << Kind::Xandikos << u"/user/contacts/birthdays/"_s;
-    }
+    void setUpAndSync_data() { SyncWorld::serverRows(); }
 
     // From the server's root to a synced second device; the password is in
     // the keyring and in no file under the settings.
     void setUpAndSync()
     {
         QFETCH(Kind, kind);
-        QFETCH(QString, expectedBook);
-        CardDavServer &server = *servers.at(kind);
-        const QString a = newFolder();
-        const QString b = newFolder();
+        CardDavServer &server = world.server(kind);
+        const QString a = world.newFolder(u"config"_s);
+        const QString b = world.newFolder(u"config"_s);
         const QByteArray password = server.password().toUtf8() + '\n';
 
-        Run run =
+        TavloRun run =
             tavlo(a, {u"sync"_s, u"setup"_s, server.root().toString(), server.user()}, password);
         QCOMPARE(run.err, QString());
         QCOMPARE(run.status, 0);
         const QUrl book(run.out.trimmed());
-        QCOMPARE(book.path(), expectedBook);
+        // Made in the user's address-book home.
+        QCOMPARE(book.path(), server.home().path() + u"birthdays/"_s);
         // Found, not made again, from the address book itself too.
         run = tavlo(b, {u"sync"_s, u"setup"_s, book.toString(), server.user()}, password);
         QCOMPARE(run.status, 0);
@@ -117,15 +55,8 @@ private slots:
         QCOMPARE(run.out, u"sent 0, received 1, deleted 0, conflicts kept 0\n"_s);
         QCOMPARE(tavlo(b, {u"favorites"_s, u"list"_s}).out.count(u"Ann"_s), 1);
 
-        for (const QString &folder : {a, b}) {
-            QDirIterator files(folder, QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
-            while (files.hasNext()) {
-                QFile file(files.next());
-                QVERIFY(file.open(QIODevice::ReadOnly));
-                QVERIFY2(!file.readAll().contains(server.password().toUtf8()),
-                         qPrintable(file.fileName()));
-            }
-        }
+        for (const QString &folder : {a, b})
+            QCOMPARE(filesHolding(folder, server.password().toUtf8()), QStringList());
 
         QCOMPARE(tavlo(b, {u"sync"_s, u"remove"_s}).status, 0);
         checkOneLineFailure(tavlo(b, {u"sync"_s}));
@@ -140,7 +71,7 @@ private slots:
         QTest::addColumn<QByteArray>("input");
         QTest::addColumn<bool>("withKeyring");
         QTest::addColumn<QString>("says");
-        const CardDavServer &radicale = *servers.at(Kind::Radicale);
+        const CardDavServer &radicale = world.server();
         const QString root = radicale.root().toString();
         QTest::newRow("wrong password") << QStringList{u"sync"_s, u"setup"_s, root, radicale.user()}
                                         << QByteArray("wrong\n") << true << u"refused the login"_s;
@@ -163,12 +94,12 @@ private slots:
         QFETCH(QByteArray, input);
         QFETCH(bool, withKeyring);
         QFETCH(QString, says);
-        const QString folder = newFolder();
-        QProcessEnvironment environment = environmentFor(folder);
+        const QString folder = world.newFolder(u"config"_s);
+        QProcessEnvironment environment = world.environmentFor(folder);
         if (!withKeyring)
             environment.insert(u"DBUS_SESSION_BUS_ADDRESS"_s,
                                u"unix:path="_s + folder + u"/no-bus"_s);
-        const Run run = tavlo(folder, arguments, input, environment);
+        const TavloRun run = tavlo(folder, arguments, input, environment);
         checkOneLineFailure(run);
         QVERIFY2(run.err.contains(says), qPrintable(run.err));
         // Nothing of an account stays behind.
@@ -176,12 +107,7 @@ private slots:
         QVERIFY(tavlo(folder, {u"sync"_s}).err.contains(u"no account"_s));
     }
 
-    void killedAtRandomPoints_data()
-    {
-        QTest::addColumn<Kind>("kind");
-        QTest::newRow("Radicale") << Kind::Radicale;
-        QTest::newRow("Xandikos") << Kind::Xandikos;
-    }
+    void killedAtRandomPoints_data() { SyncWorld::serverRows(); }
 
     // Device A changes its favorites and starts syncs that are killed
     // (SIGKILL) at random moments, again and again, while device B adds
@@ -191,28 +117,21 @@ private slots:
     void killedAtRandomPoints()
     {
         QFETCH(Kind, kind);
-        CardDavServer &server = *servers.at(kind);
-        const QString a = newFolder();
-        const QString b = newFolder();
+        CardDavServer &server = world.server(kind);
+        const QString a = world.newFolder(u"config"_s);
+        const QString b = world.newFolder(u"config"_s);
         const QByteArray password = server.password().toUtf8() + '\n';
-        const Run made =
-            tavlo(a, {u"sync"_s, u"setup"_s, server.root().toString(), server.user()}, password);
-        QCOMPARE(made.status, 0);
-        const QString bookUrl = made.out.trimmed();
         // A book of this test's own, so that other tests' cards do not count.
-        const QUrl book =
-            newAddressBook(QUrl(bookUrl).resolved(QUrl(u"../"_s)), u"killed%1"_s.arg(m_folders),
-                           server.user(), server.password());
-        QVERIFY(book.isValid());
-        QCOMPARE(tavlo(a, {u"sync"_s, u"setup"_s, book.toString(), server.user()}, password).status,
-                 0);
-        QCOMPARE(tavlo(b, {u"sync"_s, u"setup"_s, book.toString(), server.user()}, password).status,
-                 0);
-
-        FileSettingsStore settingsA(a + u"/tavlo/tavlo.conf"_s);
-        FavoritesStore favoritesA(settingsA);
-        FileSettingsStore settingsB(b + u"/tavlo/tavlo.conf"_s);
-        FavoritesStore favoritesB(settingsB);
+        const SyncAccount account = world.newAccount(kind);
+        for (const QString &folder : {a, b}) {
+            const QStringList setup{u"sync"_s, u"setup"_s, account.addressBook.toString(),
+                                    server.user()};
+            QCOMPARE(tavlo(folder, setup, password).status, 0);
+        }
+        SyncDevice deviceA(a);
+        SyncDevice deviceB(b);
+        FavoritesStore &favoritesA = deviceA.favorites;
+        FavoritesStore &favoritesB = deviceB.favorites;
         QRandomGenerator random(QRandomGenerator::global()->generate());
         qInfo() << "seed for this run's changes:" << random.generate();
         int made_ = 0;
@@ -236,8 +155,6 @@ private slots:
 
         int killed = 0;
         const int rounds = 10;
-        // What A and B should hold in the end: every favorite A has after
-        // its own changes, by id, and every one B added.
         // What A and B should hold in the end, by id: each change A makes
         // and each favorite B adds, as it is made (a needless conflict copy
         // or a favorite come back from the dead would be extra).
@@ -276,7 +193,7 @@ private slots:
 
             // Killed somewhere between its start and the time a whole sync takes.
             QProcess sync;
-            sync.setProcessEnvironment(environmentFor(a));
+            sync.setProcessEnvironment(world.environmentFor(a));
             sync.start(QStringLiteral(TAVLO_EXECUTABLE), {u"sync"_s});
             QVERIFY(sync.waitForStarted());
             const int delay = int(random.bounded(wholeSync));
@@ -289,7 +206,7 @@ private slots:
         }
 
         qInfo("%d of %d syncs were killed before their end", killed, rounds);
-        Run run = tavlo(a, {u"sync"_s});
+        TavloRun run = tavlo(a, {u"sync"_s});
         QVERIFY2(run.status == 0, qPrintable(run.err));
         QVERIFY2(tavlo(b, {u"sync"_s}).status == 0, "device B");
         run = tavlo(a, {u"sync"_s});
@@ -299,39 +216,18 @@ private slots:
         favoritesB.load();
         QStringList onA = contentsOf(favoritesA.all());
         QCOMPARE(contentsOf(favoritesB.all()), onA);
-        QCOMPARE(AddressBookView(book, server.user(), server.password()).contents(), onA);
+        QCOMPARE(world.viewOf(account).contents(), onA);
         // A holds what it made and kept, and everything B added.
         QStringList wanted = expected.values();
         wanted.sort();
-        for (const QString &row : onA) {
-            if (!wanted.contains(row))
-                qInfo("more than made: %s", qPrintable(row));
-        }
-        for (const QString &row : wanted) {
-            if (!onA.contains(row))
-                qInfo("lost: %s", qPrintable(row));
-        }
-        QCOMPARE(onA, wanted);
+        QVERIFY2(onA == wanted, qPrintable(differenceOf(onA, wanted)));
     }
 };
 
 int main(int argc, char *argv[])
 {
     QCoreApplication app(argc, argv);
-    QTemporaryDir folder;
-    scratch = &folder;
-    SecretServiceBus bus(folder.filePath(u"keyring"_s));
-    if (!bus.ok()) {
-        qWarning("no Secret Service: %s", qPrintable(bus.whyNot()));
-        return 77;
-    }
-    keyring = &bus;
-    if (!CardDavServer::startBoth(folder.path(), servers))
-        return 77;
-    TestSyncCommand test;
-    const int status = QTest::qExec(&test, argc, argv);
-    servers.clear();
-    return status;
+    return SyncWorld::run<TestSyncCommand>(argc, argv, SyncWorld::bothServers | SyncWorld::keyring);
 }
 
 #include "tst_synccommand.moc"

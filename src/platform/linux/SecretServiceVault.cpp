@@ -9,14 +9,15 @@ namespace {
 
 const QString service = u"Tavlo CardDAV sync"_s;
 
-QString problemOf(const QKeychain::Job &job)
+SyncProblem problemOf(const QKeychain::Job &job)
 {
     if (job.error() == QKeychain::NoError)
         return {};
     if (job.error() == QKeychain::NoBackendAvailable || job.error() == QKeychain::AccessDenied ||
         job.error() == QKeychain::AccessDeniedByUser)
-        return u"no Secret Service to keep the password in (%1)"_s.arg(job.errorString());
-    return u"the Secret Service failed: %1"_s.arg(job.errorString());
+        return {SyncProblem::Kind::NoPasswordStore,
+                u"no Secret Service to keep the password in (%1)"_s.arg(job.errorString())};
+    return SyncProblem::other(u"the Secret Service failed: %1"_s.arg(job.errorString()));
 }
 
 template <typename Job>
@@ -34,19 +35,20 @@ Job *newJob(const QString &account)
 
 void SecretServiceVault::read(
     const QString &account,
-    std::function<void(const QString &password, const QString &problem)> done)
+    std::function<void(const QString &password, const SyncProblem &problem)> done)
 {
     auto *job = newJob<QKeychain::ReadPasswordJob>(account);
     QObject::connect(job, &QKeychain::Job::finished, job, [job, done = std::move(done)] {
         if (job->error() == QKeychain::EntryNotFound)
-            return done({}, u"no password is kept for the account; run tavlo sync setup again"_s);
+            return done({}, {SyncProblem::Kind::NoPassword,
+                             u"no password is kept for the account; run tavlo sync setup again"_s});
         done(job->textData(), problemOf(*job));
     });
     job->start();
 }
 
 void SecretServiceVault::write(const QString &account, const QString &password,
-                               std::function<void(const QString &problem)> done)
+                               std::function<void(const SyncProblem &problem)> done)
 {
     auto *job = newJob<QKeychain::WritePasswordJob>(account);
     job->setTextData(password);
@@ -56,11 +58,11 @@ void SecretServiceVault::write(const QString &account, const QString &password,
 }
 
 void SecretServiceVault::remove(const QString &account,
-                                std::function<void(const QString &problem)> done)
+                                std::function<void(const SyncProblem &problem)> done)
 {
     auto *job = newJob<QKeychain::DeletePasswordJob>(account);
     QObject::connect(job, &QKeychain::Job::finished, job, [job, done = std::move(done)] {
-        done(job->error() == QKeychain::EntryNotFound ? QString() : problemOf(*job));
+        done(job->error() == QKeychain::EntryNotFound ? SyncProblem() : problemOf(*job));
     });
     job->start();
 }

@@ -9,9 +9,11 @@
 class SecretServiceVault final : public PasswordVault
 {
 public:
-    void read(const QString &account,
-              std::function<void(const QString &password, const QString &problem)> done) override;
+    void
+    read(const QString &account,
+         std::function<void(const QString &password, const SyncProblem &problem)> done) override;
     void write(const QString &account, const QString &password,
-               std::function<void(const QString &problem)> done) override;
-    void remove(const QString &account, std::function<void(const QString &problem)> done) override;
+               std::function<void(const SyncProblem &problem)> done) override;
+    void remove(const QString &account,
+                std::function<void(const SyncProblem &problem)> done) override;
 };
