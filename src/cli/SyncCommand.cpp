@@ -222,8 +222,8 @@ int SyncCommand::forget()
         settings.remove(key);
     if (const WriteResult stored = batch.finish(); !stored)
         return failed(stored.message());
-    QFile::remove(m_context.syncStatePath.isEmpty() ? SyncState::defaultPath()
-                                                    : m_context.syncStatePath);
+    SyncState::remove(m_context.syncStatePath.isEmpty() ? SyncState::defaultPath()
+                                                        : m_context.syncStatePath);
     if (!problem.isEmpty())
         return failed(u"the account is forgotten, but its password could not be removed: "_s +
                       problem);

@@ -233,7 +233,7 @@ void SyncService::remove(Done done)
             m_settings.remove(key);
         const WriteResult stored = batch.finish();
         if (stored)
-            QFile::remove(m_statePath);
+            SyncState::remove(m_statePath);
         m_failed = false;
         m_retry.stop();
         m_afterChange.stop();
