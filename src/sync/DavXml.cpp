@@ -197,6 +197,22 @@ QByteArray syncCollection(const QString &token)
     return out;
 }
 
+QByteArray everyCard()
+{
+    QByteArray out;
+    QXmlStreamWriter xml(&out);
+    startDocument(xml);
+    xml.writeStartElement(carddav, u"addressbook-query"_s);
+    xml.writeStartElement(dav, u"prop"_s);
+    xml.writeEmptyElement(dav, u"getetag"_s);
+    xml.writeEmptyElement(carddav, u"address-data"_s);
+    xml.writeEndElement();
+    // A filter without conditions: every card.
+    xml.writeEmptyElement(carddav, u"filter"_s);
+    xml.writeEndDocument();
+    return out;
+}
+
 QByteArray multiget(const QStringList &hrefs)
 {
     QByteArray out;

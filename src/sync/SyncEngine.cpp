@@ -25,6 +25,8 @@ constexpr int parallelSends = 4;
 constexpr int saveEvery = 200;
 // A change refused because the card's ETag moved on goes again this often.
 constexpr int maxAttempts = 3;
+// More cards to fetch than this go in one query for every card.
+constexpr qsizetype fetchEveryCardFrom = 2 * fetchBatch;
 // Answers up to this size are read on the engine's thread.
 constexpr qsizetype smallAnswer = 16 * 1024;
 
@@ -68,7 +70,7 @@ SyncEngine::SyncEngine(SettingsStore &settings, QString statePath, SyncAccount a
     : QObject(parent), m_settings(settings), m_favorites(settings),
       m_statePath(std::move(statePath)), m_account(std::move(account)),
       m_client(new DavClient(m_account.user, m_account.password, this)),
-      m_today(QDate::currentDate())
+      m_today(QDate::currentDate()), m_fetchEveryCardFrom(fetchEveryCardFrom)
 {
     QString path = m_account.addressBook.path();
     if (!path.endsWith(u'/'))
@@ -298,10 +300,49 @@ void SyncEngine::takeListing(const QList<DavResource> &resources, bool complete,
     fetchNext();
 }
 
-void SyncEngine::fetchNext()
+void SyncEngine::fetchAll()
+{
+    const QStringList wanted = std::exchange(m_toFetch, {});
+    m_client->report(m_account.addressBook, 1, DavXml::everyCard(),
+                     [this, wanted](const DavResponse &response) {
+                         if (response.status == 0 || response.status == 401)
+                             return fail(problemOf(response, u"fetching cards"_s));
+                         // A server without the query fetches them as any other.
+                         if (response.status != 207) {
+                             m_toFetch = wanted;
+                             return fetchNext(false);
+                         }
+                         readAnswer(response.body, [this, wanted](const auto &cards) {
+                             if (!cards)
+                                 return fail(u"the server's answer could not be read"_s);
+                             const QSet<QString> asked(wanted.cbegin(), wanted.cend());
+                             QSet<QString> answered;
+                             for (const DavResource &resource : cards->responses) {
+                                 const QString href = hrefOf(resource.href);
+                                 if (resource.hasAddressData && asked.contains(href) &&
+                                     !answered.contains(href)) {
+                                     m_fetched.append({href, resource.etag, resource.addressData});
+                                     answered.insert(href);
+                                 }
+                             }
+                             // One the answer leaves out (gone since the listing, or cut
+                             // off by the server) is asked for by name: only a multiget
+                             // tells a removed card.
+                             for (const QString &href : wanted) {
+                                 if (!answered.contains(href))
+                                     m_toFetch.append(href);
+                             }
+                             fetchNext(false);
+                         });
+                     });
+}
+
+void SyncEngine::fetchNext(bool wholeAllowed)
 {
     if (m_toFetch.isEmpty())
         return applyServerChanges();
+    if (wholeAllowed && m_toFetch.size() > m_fetchEveryCardFrom)
+        return fetchAll();
     const QStringList batch = m_toFetch.mid(0, fetchBatch);
     m_toFetch.remove(0, batch.size());
     m_client->report(m_account.addressBook, 1, DavXml::multiget(batch),
@@ -324,7 +365,7 @@ void SyncEngine::fetchNext()
                                  if (!answered.contains(href))
                                      m_removed.append(href);
                              }
-                             fetchNext();
+                             fetchNext(false);
                          });
                      });
 }

@@ -44,7 +44,8 @@ struct SyncOutcome
 // 1. What changed on the server: sync-collection (RFC 6578) from the stored
 //    token, or, where the server refuses the token or the report (403, 409,
 //    500, ...), a listing of every card's ETag compared with the state.
-// 2. The changed cards, fetched by addressbook-multiget.
+// 2. The changed cards, fetched by addressbook-multiget, or, when they are
+//    many (a first sync), by one addressbook-query for every card.
 // 3. Their changes put together with the favorites (SyncMerge), stored
 //    through the favorites store, then the state with the new token: the
 //    favorites first, so that a stop in between only makes the next sync
@@ -87,6 +88,8 @@ public:
     // "%1 (conflict copy)" in the person's language.
     void setConflictName(QString pattern) { m_conflictName = std::move(pattern); }
     void setStateWriter(AtomicFileWriter writer) { m_writer = std::move(writer); }
+    // More cards to fetch than `count` go in one query for every card.
+    void setFetchEveryCardFrom(qsizetype count) { m_fetchEveryCardFrom = count; }
     // Told of every change the sync stores in the favorites, as the store
     // that makes it tells (the birthdays calendar follows).
     void setFavoritesListener(FavoritesStore::ChangeListener listener)
@@ -134,7 +137,10 @@ private:
     // token the server refused).
     void listAll(const QString &token);
     void takeListing(const QList<DavResource> &resources, bool complete, const QString &token);
-    void fetchNext();
+    // The next batch of m_toFetch by multiget, or all of them at once with
+    // fetchAll() when they are many and `wholeAllowed`.
+    void fetchNext(bool wholeAllowed = true);
+    void fetchAll();
     void applyServerChanges();
     void applyMerged(std::optional<SyncMerge::Result> merged, const QList<Favorite> &before);
     void send();
@@ -198,6 +204,7 @@ private:
     int m_sinceSaved = 0;
     // The last sending round found nothing to send or delete.
     bool m_nothingToSend = false;
+    qsizetype m_fetchEveryCardFrom;
     // Writes were sent to m_stateWrites, which the end waits for.
     bool m_wroteState = false;
     bool m_failed = false;

@@ -64,6 +64,8 @@ public:
         SyncEngine engine(settings, statePath, account);
         engine.setStepHook(std::move(hook));
         engine.setTimeout(timeoutMs);
+        if (fetchEveryCardFrom >= 0)
+            engine.setFetchEveryCardFrom(fetchEveryCardFrom);
         SyncOutcome outcome;
         outcome.problem = QStringLiteral("the sync never ended");
         waitUntilDone(
@@ -96,6 +98,8 @@ public:
     }
 
     QString statePath;
+    // The engine's own unless set.
+    qsizetype fetchEveryCardFrom = -1;
     FileSettingsStore settings;
     FavoritesStore favorites;
 };

@@ -432,6 +432,50 @@ private slots:
         QCOMPARE(requestsOfSync(), 1);
     }
 
+    // Many cards to fetch go in one query for every card: only those the
+    // listing named are taken, and one removed meanwhile (left out of the
+    // answer) is asked for by name and found gone.
+    void fetchEveryCard_data()
+    {
+        addServerColumn();
+        QTest::newRow("Radicale") << Kind::Radicale;
+        QTest::newRow("Xandikos") << Kind::Xandikos;
+    }
+
+    void fetchEveryCard()
+    {
+        QFETCH(Kind, kind);
+        const SyncAccount account = newAccount(kind);
+        AddressBookView view = viewOf(account);
+        SyncDevice a(newFolder());
+        SyncDevice b(newFolder());
+        QVERIFY(a.favorites.append(u"Ann"_s, 12, 3, 1985));
+        QVERIFY2(a.sync(account).ok, "sync failed");
+        QVERIFY2(b.sync(account).ok, "sync failed");
+        QVERIFY(b.favorites.appendMany({Favorite(u"Bob"_s, u"1 2 1990"_s),
+                                        Favorite(u"Cat"_s, u"1 1 2000"_s),
+                                        Favorite(u"Dan"_s, u"2 2 1962"_s)}));
+        QVERIFY(b.favorites.update(b.indexOf(u"Ann"_s), u"Anna"_s, u"12 3 1985"_s));
+        QVERIFY2(b.sync(account).ok, "sync failed");
+        a.fetchEveryCardFrom = 0;
+        bool removed = false;
+        const SyncOutcome outcome = a.sync(account, [&](SyncEngine::Step step) {
+            if (step != SyncEngine::Step::Listed || std::exchange(removed, true))
+                return;
+            const QMap<QString, QByteArray> cards = view.cards();
+            for (auto it = cards.cbegin(); it != cards.cend(); ++it) {
+                if (it.value().contains("FN:Dan"))
+                    QVERIFY(view.request("DELETE", view.urlOf(it.key())).ok());
+            }
+        });
+        QVERIFY2(outcome.ok, qPrintable(outcome.problem));
+        QVERIFY(removed);
+        const QStringList expected{u"Anna|12 3 1985"_s, u"Bob|1 2 1990"_s, u"Cat|1 1 2000"_s};
+        QCOMPARE(a.contents(), expected);
+        QCOMPARE(outcome.counts.received, 3);
+        QCOMPARE(view.contents(), expected);
+    }
+
     // The server failing at any request of a sync: one plain line, nothing
     // lost on either side, and the next sync brings both together.
     void serverFaults_data()
