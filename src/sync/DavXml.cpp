@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "sync/DavXml.h"
 
+#include <QBuffer>
 #include <QXmlStreamReader>
 #include <QXmlStreamWriter>
 #include <initializer_list>
@@ -151,7 +152,13 @@ namespace DavXml {
 
 std::optional<DavMultistatus> readMultistatus(const QByteArray &body)
 {
-    QXmlStreamReader xml(body);
+    // Through a device, so that the reader decodes the text a little at a
+    // time: given the bytes themselves it decodes them whole at once, and
+    // an answer of 5,000 cards would be held twice more in UTF-16.
+    QBuffer device;
+    device.setData(body);
+    device.open(QIODevice::ReadOnly);
+    QXmlStreamReader xml(&device);
     if (!xml.readNextStartElement() || !is(xml, dav, u"multistatus"))
         return std::nullopt;
     DavMultistatus result;
