@@ -2,6 +2,7 @@
 #include "sync/SyncTokenFile.h"
 
 #include <QCryptographicHash>
+#include <QDateTime>
 #include <QFile>
 #include <QFileInfo>
 #include <QJsonDocument>
