@@ -1,21 +1,25 @@
 // SPDX-License-Identifier: MIT
-// Sync with 5,000 cards on a real Radicale on loopback: the first sync of a
-// new device, a sync with nothing changed (time and requests), sending one
-// change, and the memory the first sync takes. Prints figures; run by hand:
+// Sync with 5,000 cards on a real server on loopback: the first sync of a
+// new device, syncs with nothing changed (time, requests and where the
+// time goes), sending one change, and the memory the first sync takes.
+// Prints figures; run by hand:
 //   build/bench/sync_5000                  Radicale
-//   build/bench/sync_5000 xandikos         Xandikos, filled by a first sync
+//   build/bench/sync_5000 xandikos         Xandikos
 //   build/bench/sync_5000 app build/tavlo  the app syncing the 5,000 cards
 //                                          from Radicale, with its hold-ups
 //                                          of the interface thread
+// Both servers are filled straight in their storage before the syncs.
 #include "CardDavServer.h"
 #include "FaultProxy.h"
 #include "SecretServiceBus.h"
 #include "SyncHarness.h"
+#include "sync/SyncTokenFile.h"
 
 #include <QCoreApplication>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
+#include <QFileInfo>
 #include <QTemporaryDir>
 #include <QTextStream>
 #include <algorithm>
@@ -38,8 +42,31 @@ qint64 residentKb(const QString &field)
     return 0;
 }
 
+// Card `i` as a phone would have made it.
+QByteArray cardText(int i)
+{
+    return QStringLiteral("BEGIN:VCARD\r\nVERSION:3.0\r\nUID:card-%1\r\nN:Person;Number %1;;;\r\n"
+                          "FN:Number %1 Person\r\nTEL;TYPE=cell:+49 30 %1\r\n"
+                          "EMAIL:person%1@example.org\r\nBDAY:%2-%3-%4\r\nEND:VCARD\r\n")
+        .arg(i)
+        .arg(1940 + i % 70)
+        .arg(1 + i % 12, 2, 10, QLatin1Char('0'))
+        .arg(1 + i % 28, 2, 10, QLatin1Char('0'))
+        .toUtf8();
+}
+
+// The 5,000 cards as files card0.vcf ... in `folder`.
+void writeCards(const QString &folder)
+{
+    for (int i = 0; i < cards; ++i) {
+        QFile card(folder + u"/card%1.vcf"_s.arg(i));
+        card.open(QIODevice::WriteOnly);
+        card.write(cardText(i));
+    }
+}
+
 // The address book written straight into Radicale's storage before it
-// starts: cards as a phone would have made them.
+// starts.
 void fillRadicale(const QString &folder)
 {
     const QString book = folder + u"/collections/collection-root/user/bench"_s;
@@ -47,19 +74,30 @@ void fillRadicale(const QString &folder)
     QFile props(book + u"/.Radicale.props"_s);
     props.open(QIODevice::WriteOnly);
     props.write(R"({"D:displayname": "bench", "tag": "VADDRESSBOOK"})");
-    for (int i = 0; i < cards; ++i) {
-        QFile card(book + u"/card%1.vcf"_s.arg(i));
-        card.open(QIODevice::WriteOnly);
-        card.write(
-            QStringLiteral("BEGIN:VCARD\r\nVERSION:3.0\r\nUID:card-%1\r\nN:Person;Number %1;;;\r\n"
-                           "FN:Number %1 Person\r\nTEL;TYPE=cell:+49 30 %1\r\n"
-                           "EMAIL:person%1@example.org\r\nBDAY:%2-%3-%4\r\nEND:VCARD\r\n")
-                .arg(i)
-                .arg(1940 + i % 70)
-                .arg(1 + i % 12, 2, 10, QLatin1Char('0'))
-                .arg(1 + i % 28, 2, 10, QLatin1Char('0'))
-                .toUtf8());
+    writeCards(book);
+}
+
+// Xandikos keeps an address book made by MKCOL as a git repository with a
+// working tree and an index: the cards are written into the tree and
+// committed once with the git library Xandikos itself uses (dulwich),
+// where 5,000 PUTs would make 5,000 commits (over 12 minutes).
+bool fillXandikos(const QString &book, QString *whyNot)
+{
+    writeCards(book);
+    QProcess git;
+    git.start(u"/usr/bin/python3"_s, {u"-c"_s, uR"(import os, sys, dulwich.repo
+repo = dulwich.repo.Repo(sys.argv[1])
+repo.stage(sorted(n for n in os.listdir(sys.argv[1]) if n.endswith(".vcf")))
+repo.do_commit(b"5,000 cards", committer=b"bench <bench@example.org>")
+)"_s,
+                                      book});
+    if (!git.waitForFinished(600000) || git.exitStatus() != QProcess::NormalExit ||
+        git.exitCode() != 0) {
+        *whyNot = u"committing the cards failed: "_s + git.errorString() + u' ' +
+                  QString::fromLocal8Bit(git.readAllStandardError());
+        return false;
     }
+    return true;
 }
 
 // The middle of `values`.
@@ -69,29 +107,61 @@ qint64 median(QList<qint64> values)
     return values.value(values.size() / 2);
 }
 
-// Syncs with nothing changed, seven times, and where the time goes: the
-// server's own answer to the one request, asked the same way.
+// "median 120 ms (110 to 140)"
+QString spread(const QList<qint64> &values)
+{
+    return u"median %1 ms (%2 to %3)"_s.arg(median(values))
+        .arg(*std::min_element(values.cbegin(), values.cend()))
+        .arg(*std::max_element(values.cbegin(), values.cend()));
+}
+
+QString loadAverage()
+{
+    QFile file(u"/proc/loadavg"_s);
+    file.open(QIODevice::ReadOnly);
+    return QString::fromLatin1(file.readAll().split(' ').mid(0, 3).join(' '));
+}
+
+// Syncs with nothing changed, and where the time goes: the server's own
+// answer to the one request, asked the same way, and the files a sync
+// reads (the token file on the way of a sync with nothing changed, the
+// whole state only when something did).
 void unchanged(QTextStream &out, SyncDevice &device, const SyncAccount &account,
                const FaultProxy &counter)
 {
-    constexpr int runs = 7;
+    constexpr int runs = 11;
+    out << "(load average before: " << loadAverage() << ")\n";
     QElapsedTimer timer;
     QList<qint64> syncs;
     int requests = 0;
+    bool ok = true;
     for (int i = 0; i < runs; ++i) {
         const int before = counter.requests();
         timer.restart();
-        device.sync(account);
+        ok &= device.sync(account).ok;
         syncs.append(timer.elapsed());
         requests = std::max(requests, counter.requests() - before);
     }
-    out << "sync with nothing changed: median " << median(syncs) << " ms (" << syncs.first()
-        << " to " << *std::max_element(syncs.cbegin(), syncs.cend()) << "), at most " << requests
-        << " request(s)\n";
-    timer.restart();
-    const SyncState state = SyncState::read(device.statePath);
-    out << "  of which reading the sync state (" << state.entries.size()
-        << " cards): " << timer.elapsed() << " ms\n";
+    out << "sync with nothing changed: " << spread(syncs) << ", at most " << requests
+        << " request(s)" << (ok ? "" : ", failed") << '\n';
+    QList<qint64> tokenReads;
+    for (int i = 0; i < runs; ++i) {
+        timer.restart();
+        const bool found = SyncTokenFile::readCurrent(device.statePath).has_value();
+        tokenReads.append(timer.nsecsElapsed() / 1000);
+        if (!found)
+            out << "  no token file beside the state\n";
+    }
+    out << "  of which reading the token file: median " << median(tokenReads) << " us\n";
+    QList<qint64> stateReads;
+    SyncState state;
+    for (int i = 0; i < 3; ++i) {
+        timer.restart();
+        state = SyncState::read(device.statePath);
+        stateReads.append(timer.elapsed());
+    }
+    out << "  not read: the sync state (" << state.entries.size() << " cards, "
+        << QFileInfo(device.statePath).size() / 1024 << " kB), " << spread(stateReads) << '\n';
     AddressBookView view(account.addressBook, account.user, account.password);
     QList<qint64> answers;
     for (int i = 0; i < runs; ++i) {
@@ -100,11 +170,33 @@ void unchanged(QTextStream &out, SyncDevice &device, const SyncAccount &account,
                      {{"Depth", "0"}});
         answers.append(timer.elapsed());
     }
-    out << "  the server's own answer to that request: median " << median(answers) << " ms\n";
+    out << "  the server's own answer to that request: " << spread(answers) << '\n';
+    out << "(load average after: " << loadAverage() << ")\n";
 }
 
-// Xandikos keeps its cards in git: filled through a first sync that sends
-// 5,000 favorites.
+// The first sync of a new device: time, requests and the memory it took
+// over `memoryAtStart` (kB). False when it failed.
+bool firstSync(QTextStream &out, SyncDevice &device, const SyncAccount &account,
+               const FaultProxy &counter, qint64 memoryAtStart)
+{
+    const int requestsBefore = counter.requests();
+    QElapsedTimer timer;
+    timer.start();
+    const SyncOutcome outcome = device.sync(account, {}, 600000);
+    const qint64 firstMs = timer.elapsed();
+    const qint64 memoryAfter = residentKb(u"VmHWM:"_s);
+    if (!outcome.ok) {
+        out << "first sync failed: " << outcome.problem << '\n';
+        return false;
+    }
+    out << "first sync of " << cards << " cards: " << firstMs << " ms, "
+        << counter.requests() - requestsBefore << " requests, "
+        << SyncEngine::summary(outcome.counts) << '\n';
+    out << "peak memory over the start, after the first syncs: "
+        << (memoryAfter - memoryAtStart) / 1024.0 << " MB\n";
+    return true;
+}
+
 int xandikos(QTextStream &out, const QString &folder)
 {
     QString whyNot;
@@ -120,25 +212,19 @@ int xandikos(QTextStream &out, const QString &folder)
     account.addressBook = newAddressBook(home, u"bench"_s, server->user(), server->password());
     account.user = server->user();
     account.password = server->password();
-    SyncDevice sender(folder + u"/sender"_s);
-    QList<Favorite> favorites;
-    for (int i = 0; i < cards; ++i)
-        favorites.append(
-            Favorite(u"Number %1 Person"_s.arg(i),
-                     u"%1 %2 %3"_s.arg(1 + i % 28).arg(1 + i % 12).arg(1940 + i % 70)));
-    sender.favorites.appendMany(favorites);
+    account.vCardVersion = u"3.0"_s;
     QElapsedTimer timer;
     timer.start();
-    SyncOutcome outcome = sender.sync(account, {}, 2400000);
-    out << "first sync sending " << cards << " cards: " << timer.elapsed() << " ms, "
-        << SyncEngine::summary(outcome.counts) << (outcome.ok ? "" : ", failed") << '\n';
+    if (!fillXandikos(folder + u"/data"_s + server->home().path() + u"bench"_s, &whyNot)) {
+        out << whyNot << '\n';
+        return 1;
+    }
+    out << "(filling Xandikos with " << cards << " cards, one commit: " << timer.elapsed()
+        << " ms)\n";
+    const qint64 memoryAtStart = residentKb(u"VmRSS:"_s);
     SyncDevice device(folder + u"/device"_s);
-    const int before = counter.requests();
-    timer.restart();
-    outcome = device.sync(account, {}, 600000);
-    out << "first sync of a new device: " << timer.elapsed() << " ms, "
-        << counter.requests() - before << " requests, " << SyncEngine::summary(outcome.counts)
-        << '\n';
+    if (!firstSync(out, device, account, counter, memoryAtStart))
+        return 1;
     unchanged(out, device, account, counter);
     return 0;
 }
@@ -259,20 +345,8 @@ int main(int argc, char *argv[])
         return 0;
     }
     SyncDevice device(folder.filePath(u"device"_s));
-    const int requestsBefore = counter.requests();
-    timer.restart();
-    SyncOutcome outcome = device.sync(account, {}, 600000);
-    const qint64 firstMs = timer.elapsed();
-    const qint64 memoryAfter = residentKb(u"VmHWM:"_s);
-    if (!outcome.ok) {
-        out << "first sync failed: " << outcome.problem << '\n';
+    if (!firstSync(out, device, account, counter, memoryAtStart))
         return 1;
-    }
-    out << "first sync of " << cards << " cards: " << firstMs << " ms, "
-        << counter.requests() - requestsBefore << " requests, "
-        << SyncEngine::summary(outcome.counts) << '\n';
-    out << "peak memory over the start, after the first syncs: "
-        << (memoryAfter - memoryAtStart) / 1024.0 << " MB\n";
 
     unchanged(out, device, account, counter);
 
@@ -281,7 +355,7 @@ int main(int argc, char *argv[])
                             device.favorites.at(0).birthday);
     int before = counter.requests();
     timer.restart();
-    outcome = device.sync(account);
+    SyncOutcome outcome = device.sync(account);
     out << "sync sending one change: " << timer.elapsed() << " ms, " << counter.requests() - before
         << " requests, " << SyncEngine::summary(outcome.counts) << '\n';
 

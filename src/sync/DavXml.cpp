@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "sync/DavXml.h"
 
+#include <QBuffer>
 #include <QXmlStreamReader>
 #include <QXmlStreamWriter>
 #include <initializer_list>
@@ -151,7 +152,13 @@ namespace DavXml {
 
 std::optional<DavMultistatus> readMultistatus(const QByteArray &body)
 {
-    QXmlStreamReader xml(body);
+    // Through a device, so that the reader decodes the text a little at a
+    // time: given the bytes themselves it decodes them whole at once, and
+    // an answer of 5,000 cards would be held twice more in UTF-16.
+    QBuffer device;
+    device.setData(body);
+    device.open(QIODevice::ReadOnly);
+    QXmlStreamReader xml(&device);
     if (!xml.readNextStartElement() || !is(xml, dav, u"multistatus"))
         return std::nullopt;
     DavMultistatus result;
@@ -193,6 +200,22 @@ QByteArray syncCollection(const QString &token)
     xml.writeTextElement(dav, u"sync-level"_s, u"1"_s);
     xml.writeStartElement(dav, u"prop"_s);
     xml.writeEmptyElement(dav, u"getetag"_s);
+    xml.writeEndDocument();
+    return out;
+}
+
+QByteArray everyCard()
+{
+    QByteArray out;
+    QXmlStreamWriter xml(&out);
+    startDocument(xml);
+    xml.writeStartElement(carddav, u"addressbook-query"_s);
+    xml.writeStartElement(dav, u"prop"_s);
+    xml.writeEmptyElement(dav, u"getetag"_s);
+    xml.writeEmptyElement(carddav, u"address-data"_s);
+    xml.writeEndElement();
+    // A filter without conditions: every card.
+    xml.writeEmptyElement(carddav, u"filter"_s);
     xml.writeEndDocument();
     return out;
 }

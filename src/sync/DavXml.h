@@ -49,6 +49,10 @@ QByteArray etagProperties();
 QByteArray syncCollection(const QString &token);
 // addressbook-multiget of the cards at `hrefs` (paths as the server names them).
 QByteArray multiget(const QStringList &hrefs);
+// addressbook-query for every card with its ETag and text: one pass over
+// the collection on the server, where multigets of thousands of cards cost
+// some servers (Xandikos) a lookup per card.
+QByteArray everyCard();
 // Extended MKCOL (RFC 5689) of an address book called `displayName`.
 QByteArray makeAddressBook(const QString &displayName);
 

@@ -5,6 +5,7 @@
 #include "settings/SettingsStore.h"
 #include "sync/AccountSetup.h"
 #include "sync/PasswordVault.h"
+#include "sync/SyncState.h"
 
 #include <QDateTime>
 #include <QFile>
@@ -114,7 +115,7 @@ void SyncAccountKeeper::remove(Done done)
             m_settings.remove(key);
         if (const WriteResult stored = batch.finish(); !stored)
             return done(SyncProblem::notSaved(stored.message()));
-        QFile::remove(m_statePath);
+        SyncState::remove(m_statePath);
         if (vaultProblem.isEmpty())
             return done({});
         done(SyncProblem::other(

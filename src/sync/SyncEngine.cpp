@@ -25,6 +25,10 @@ constexpr int parallelSends = 4;
 constexpr int saveEvery = 200;
 // A change refused because the card's ETag moved on goes again this often.
 constexpr int maxAttempts = 3;
+// More cards to fetch than this go in one query for every card.
+constexpr qsizetype fetchEveryCardFrom = 2 * fetchBatch;
+// Answers up to this size are read on the engine's thread.
+constexpr qsizetype smallAnswer = 16 * 1024;
 
 // `after` made of `before` (ids added, changed and removed), done again on
 // `fresh`: the list as it is stored now, with what others changed since.
@@ -66,7 +70,7 @@ SyncEngine::SyncEngine(SettingsStore &settings, QString statePath, SyncAccount a
     : QObject(parent), m_settings(settings), m_favorites(settings),
       m_statePath(std::move(statePath)), m_account(std::move(account)),
       m_client(new DavClient(m_account.user, m_account.password, this)),
-      m_today(QDate::currentDate())
+      m_today(QDate::currentDate()), m_fetchEveryCardFrom(fetchEveryCardFrom)
 {
     QString path = m_account.addressBook.path();
     if (!path.endsWith(u'/'))
@@ -86,6 +90,10 @@ void SyncEngine::offThread(Work work, Then then)
 void SyncEngine::readAnswer(const QByteArray &body,
                             std::function<void(const std::optional<DavMultistatus> &)> then)
 {
+    // A small answer (no change, a few cards) costs less to read here than
+    // the trip to another thread and back.
+    if (body.size() <= smallAnswer)
+        return then(DavXml::readMultistatus(body));
     offThread(
         [body] { return DavXml::readMultistatus(body); },
         [then = std::move(then)](const std::optional<DavMultistatus> &answer) { then(answer); });
@@ -139,8 +147,20 @@ void SyncEngine::start(Done done)
                                      : u"cannot lock %1.lock"_s.arg(m_statePath)));
         return;
     }
+    // Whether the token file speaks for the state and for the favorites as
+    // they are now: a few hundred bytes, read here at once.
+    m_favorites.load();
+    const std::optional<SyncTokenFile> token = SyncTokenFile::readCurrent(m_statePath);
+    if (token && token->addressBook == m_account.addressBook.toString() &&
+        token->favoritesDigest == SyncTokenFile::digestOf(m_favorites.all()))
+        return listChangesSince(*token);
+    readState([this] { listChanges(); });
+}
+
+void SyncEngine::readState(std::function<void()> then)
+{
     offThread([path = m_statePath] { return SyncState::read(path); },
-              [this](const SyncState &state) {
+              [this, then = std::move(then)](const SyncState &state) {
                   m_state = state;
                   m_saved = state;
                   const QString book = m_account.addressBook.toString();
@@ -151,45 +171,86 @@ void SyncEngine::start(Done done)
                       m_state = SyncState();
                       m_state.addressBook = book;
                   }
-                  listChanges();
+                  then();
               });
+}
+
+void SyncEngine::listChangesSince(const SyncTokenFile &token)
+{
+    const QString sent = token.syncToken;
+    m_client->report(
+        m_account.addressBook, 0, DavXml::syncCollection(sent),
+        [this, sent](const DavResponse &response) {
+            if (response.status == 0 || response.status == 401)
+                return fail(problemOf(response, u"listing the changes"_s));
+            // The answer as if asked with the state's token, which it is,
+            // unless the state is not the one the token file was written
+            // with: then once more with the state's own.
+            const auto withState = [this, sent, response](std::optional<DavMultistatus> listing) {
+                readState([this, sent, response, listing = std::move(listing)] {
+                    if (m_state.syncToken != sent)
+                        return listChanges();
+                    takeChanges(response, listing);
+                });
+            };
+            if (response.status != 207)
+                return withState(std::nullopt);
+            readAnswer(response.body, [this, sent, withState](const auto &listing) {
+                const QString collection = m_account.addressBook.path(QUrl::FullyEncoded);
+                const bool unchanged =
+                    listing && listing->syncToken == sent &&
+                    std::all_of(listing->responses.cbegin(), listing->responses.cend(),
+                                [&](const DavResource &resource) {
+                                    return resource.isCollection ||
+                                           hrefOf(resource.href) == collection;
+                                });
+                if (!unchanged)
+                    return withState(listing);
+                // Nothing on the server and nothing here: the state, the
+                // token file and the favorites stay as they are.
+                m_outcome.ok = true;
+                finish();
+            });
+        });
 }
 
 void SyncEngine::listChanges()
 {
-    m_client->report(
-        m_account.addressBook, 0, DavXml::syncCollection(m_state.syncToken),
-        [this](const DavResponse &response) {
-            if (response.status == 207) {
-                return readAnswer(response.body, [this](const auto &listing) {
-                    if (!listing)
-                        return fail(SyncProblem::other(u"the server's answer could not be read"_s));
-                    const bool removals =
-                        std::any_of(listing->responses.cbegin(), listing->responses.cend(),
-                                    [](const DavResource &r) { return r.status == 404; });
-                    m_state.removalsReported |= removals;
-                    // Something changed that the answer does not
-                    // name, on a server that may leave removals out
-                    // (or has not been listed whole for a day): the
-                    // full listing finds them.
-                    const QDateTime listed =
-                        QDateTime::fromString(m_state.fullyListed, Qt::ISODate);
-                    const bool due = !listed.isValid() ||
-                                     listed.secsTo(QDateTime::currentDateTimeUtc()) > 24 * 60 * 60;
-                    if (!m_state.removalsReported && !m_state.syncToken.isEmpty() &&
-                        listing->syncToken != m_state.syncToken &&
-                        (listing->responses.isEmpty() || due))
-                        return listAll(listing->syncToken);
-                    takeListing(listing->responses, m_state.syncToken.isEmpty(),
-                                listing->syncToken);
-                });
-            }
-            if (response.status == 0 || response.status == 401)
-                return fail(problemOf(response, u"listing the changes"_s));
-            // An unknown or expired token (403, 409, 500), or
-            // no sync-collection at all: list every card.
-            listAll(QString());
-        });
+    m_client->report(m_account.addressBook, 0, DavXml::syncCollection(m_state.syncToken),
+                     [this](const DavResponse &response) {
+                         if (response.status != 207)
+                             return takeChanges(response, std::nullopt);
+                         readAnswer(response.body, [this, response](const auto &listing) {
+                             takeChanges(response, listing);
+                         });
+                     });
+}
+
+void SyncEngine::takeChanges(const DavResponse &response,
+                             const std::optional<DavMultistatus> &listing)
+{
+    if (response.status == 207) {
+        if (!listing)
+            return fail(SyncProblem::other(u"the server's answer could not be read"_s));
+        const bool removals = std::any_of(listing->responses.cbegin(), listing->responses.cend(),
+                                          [](const DavResource &r) { return r.status == 404; });
+        m_state.removalsReported |= removals;
+        // Something changed that the answer does not name, on a server that
+        // may leave removals out (or has not been listed whole for a day):
+        // the full listing finds them.
+        const QDateTime listed = QDateTime::fromString(m_state.fullyListed, Qt::ISODate);
+        const bool due =
+            !listed.isValid() || listed.secsTo(QDateTime::currentDateTimeUtc()) > 24 * 60 * 60;
+        if (!m_state.removalsReported && !m_state.syncToken.isEmpty() &&
+            listing->syncToken != m_state.syncToken && (listing->responses.isEmpty() || due))
+            return listAll(listing->syncToken);
+        return takeListing(listing->responses, m_state.syncToken.isEmpty(), listing->syncToken);
+    }
+    if (response.status == 0 || response.status == 401)
+        return fail(problemOf(response, u"listing the changes"_s));
+    // An unknown or expired token (403, 409, 500), or no sync-collection at
+    // all: list every card.
+    listAll(QString());
 }
 
 void SyncEngine::listAll(const QString &token)
@@ -243,10 +304,49 @@ void SyncEngine::takeListing(const QList<DavResource> &resources, bool complete,
     fetchNext();
 }
 
-void SyncEngine::fetchNext()
+void SyncEngine::fetchAll()
+{
+    const QStringList wanted = std::exchange(m_toFetch, {});
+    m_client->report(
+        m_account.addressBook, 1, DavXml::everyCard(), [this, wanted](const DavResponse &response) {
+            if (response.status == 0 || response.status == 401)
+                return fail(problemOf(response, u"fetching cards"_s));
+            // A server without the query fetches them as any other.
+            if (response.status != 207) {
+                m_toFetch = wanted;
+                return fetchNext(false);
+            }
+            readAnswer(response.body, [this, wanted](const auto &cards) {
+                if (!cards)
+                    return fail(SyncProblem::other(u"the server's answer could not be read"_s));
+                const QSet<QString> asked(wanted.cbegin(), wanted.cend());
+                QSet<QString> answered;
+                for (const DavResource &resource : cards->responses) {
+                    const QString href = hrefOf(resource.href);
+                    if (resource.hasAddressData && asked.contains(href) &&
+                        !answered.contains(href)) {
+                        m_fetched.append({href, resource.etag, resource.addressData});
+                        answered.insert(href);
+                    }
+                }
+                // One the answer leaves out (gone since the listing, or cut
+                // off by the server) is asked for by name: only a multiget
+                // tells a removed card.
+                for (const QString &href : wanted) {
+                    if (!answered.contains(href))
+                        m_toFetch.append(href);
+                }
+                fetchNext(false);
+            });
+        });
+}
+
+void SyncEngine::fetchNext(bool wholeAllowed)
 {
     if (m_toFetch.isEmpty())
         return applyServerChanges();
+    if (wholeAllowed && m_toFetch.size() > m_fetchEveryCardFrom)
+        return fetchAll();
     const QStringList batch = m_toFetch.mid(0, fetchBatch);
     m_toFetch.remove(0, batch.size());
     m_client->report(
@@ -270,7 +370,7 @@ void SyncEngine::fetchNext()
                     if (!answered.contains(href))
                         m_removed.append(href);
                 }
-                fetchNext();
+                fetchNext(false);
             });
         });
 }
@@ -290,6 +390,7 @@ void SyncEngine::saveState(std::function<void(const WriteResult &)> then)
 {
     m_sinceSaved = 0;
     m_saved = m_state;
+    m_wroteState = true;
     // Asked here, so that it waits for the favorites stored until now.
     SettingsStore::WrittenCheck favoritesWritten = m_settings.untilWritten();
     QtConcurrent::run(&m_stateWrites, [favoritesWritten = std::move(favoritesWritten),
@@ -297,6 +398,11 @@ void SyncEngine::saveState(std::function<void(const WriteResult &)> then)
         // Never a state that names favorites not stored.
         if (const WriteResult favorites = favoritesWritten(); !favorites)
             return favorites;
+        // The token file speaks for the state as it was: gone for good
+        // before the state changes, so that no stop in between leaves it
+        // beside another state.
+        if (const WriteResult removed = SyncTokenFile::remove(path); !removed)
+            return removed;
         return state.write(path, writer);
     }).then(this, [this, then = std::move(then)](const WriteResult &stored) {
         // The next write, whatever it holds, is needed again.
@@ -311,6 +417,26 @@ void SyncEngine::saveChangedState(std::function<void(const WriteResult &)> then)
     if (m_state == m_saved)
         return then(WriteResult());
     saveState(std::move(then));
+}
+
+void SyncEngine::saveToken()
+{
+    SyncTokenFile token;
+    token.addressBook = m_state.addressBook;
+    token.syncToken = m_state.syncToken;
+    // After the state's last write, on the same thread: the token file names
+    // the state file that write left.
+    m_wroteState = true;
+    // finish() waits for it as for every write there.
+    [[maybe_unused]] const QFuture<void> written =
+        QtConcurrent::run(&m_stateWrites, [token, favorites = m_local, path = m_statePath,
+                                           writer = m_writer]() mutable {
+            token.favoritesDigest = SyncTokenFile::digestOf(favorites);
+            token.stateIdentity = SyncTokenFile::identityOf(path);
+            // Without it the next sync reads the state: slower, never wrong.
+            if (!token.syncToken.isEmpty() && !token.stateIdentity.isEmpty())
+                token.write(path, writer);
+        });
 }
 
 void SyncEngine::applyServerChanges()
@@ -415,8 +541,7 @@ void SyncEngine::send()
             });
         });
     }
-    // Pending deletes and the cards about to go are on the disk before
-    // anything is sent.
+    m_nothingToSend = m_queue.isEmpty();
     saveChangedState([this](const WriteResult &stored) {
         if (!stored)
             return fail(SyncProblem::notSaved(stored.message()));
@@ -597,6 +722,9 @@ void SyncEngine::finishSending()
             m_written = 0;
             return listChanges();
         }
+        // Server, state and favorites agree as of the token.
+        if (m_nothingToSend && !localChanged && m_written == 0)
+            saveToken();
         m_outcome.ok = true;
         finish();
     });
@@ -614,11 +742,16 @@ void SyncEngine::finish()
 {
     // A state write still under way ends before the lock is let go, and
     // one that failed makes the sync fail.
-    QtConcurrent::run(&m_stateWrites, [] {}).then(this, [this] {
+    const auto done = [this] {
         if (m_failed)
             m_outcome.ok = false;
         m_lock.reset();
         if (m_done)
             std::exchange(m_done, {})(m_outcome);
-    });
+    };
+    // From the event loop either way: whoever is told may delete the engine.
+    if (!m_wroteState)
+        QMetaObject::invokeMethod(this, done, Qt::QueuedConnection);
+    else
+        QtConcurrent::run(&m_stateWrites, [] {}).then(this, done);
 }

@@ -8,6 +8,7 @@
 #include "sync/SyncMerge.h"
 #include "sync/SyncProblem.h"
 #include "sync/SyncState.h"
+#include "sync/SyncTokenFile.h"
 
 #include <QDate>
 #include <QHash>
@@ -45,7 +46,8 @@ struct SyncOutcome
 // 1. What changed on the server: sync-collection (RFC 6578) from the stored
 //    token, or, where the server refuses the token or the report (403, 409,
 //    500, ...), a listing of every card's ETag compared with the state.
-// 2. The changed cards, fetched by addressbook-multiget.
+// 2. The changed cards, fetched by addressbook-multiget, or, when they are
+//    many (a first sync), by one addressbook-query for every card.
 // 3. Their changes put together with the favorites (SyncMerge), stored
 //    through the favorites store, then the state with the new token: the
 //    favorites first, so that a stop in between only makes the next sync
@@ -61,6 +63,12 @@ struct SyncOutcome
 // back to the engine's thread in order. The state is written only once the
 // favorites it speaks of are on the disk (the app's settings store writes
 // in the background), and not at all when nothing in it changed.
+//
+// A sync that ended with nothing left to do leaves its token in a small
+// file beside the state (SyncTokenFile). The next sync, when the favorites
+// are still the same, asks with that token at once and reads the state
+// only when the answer names a change: with nothing changed, a sync is one
+// request and a few hundred bytes read.
 //
 // Any other answer (401, 5xx, no answer, garbage) ends the sync at once:
 // what was confirmed is kept in the state, nothing else changes, and the
@@ -82,6 +90,8 @@ public:
     // "%1 (conflict copy)" in the person's language.
     void setConflictName(QString pattern) { m_conflictName = std::move(pattern); }
     void setStateWriter(AtomicFileWriter writer) { m_writer = std::move(writer); }
+    // More cards to fetch than `count` go in one query for every card.
+    void setFetchEveryCardFrom(qsizetype count) { m_fetchEveryCardFrom = count; }
     // Told of every change the sync stores in the favorites, as the store
     // that makes it tells (the birthdays calendar follows).
     void setFavoritesListener(FavoritesStore::ChangeListener listener)
@@ -89,7 +99,8 @@ public:
         m_favorites.setChangeListener(std::move(listener));
     }
 
-    // Points between the steps, for tests that change the server meanwhile.
+    // Points between the steps, for tests that change the server meanwhile;
+    // a sync that finds nothing changed through the token file has none.
     enum class Step { Listed, Applied, Sending };
     void setStepHook(std::function<void(Step)> hook) { m_stepHook = std::move(hook); }
 
@@ -116,12 +127,22 @@ private:
     void offThread(Work work, Then then);
     void readAnswer(const QByteArray &body,
                     std::function<void(const std::optional<DavMultistatus> &)> then);
+    // Reads the state on another thread, then `then`.
+    void readState(std::function<void()> then);
+    // Asks for changes since the token file's token, before the state is
+    // read; the state only if the answer names any.
+    void listChangesSince(const SyncTokenFile &token);
     void listChanges();
+    // The answer to sync-collection (`listing` read from a 207).
+    void takeChanges(const DavResponse &response, const std::optional<DavMultistatus> &listing);
     // Every card's ETag; `token` is the one to keep after (none after a
     // token the server refused).
     void listAll(const QString &token);
     void takeListing(const QList<DavResource> &resources, bool complete, const QString &token);
-    void fetchNext();
+    // The next batch of m_toFetch by multiget, or all of them at once with
+    // fetchAll() when they are many and `wholeAllowed`.
+    void fetchNext(bool wholeAllowed = true);
+    void fetchAll();
     void applyServerChanges();
     void applyMerged(std::optional<SyncMerge::Result> merged, const QList<Favorite> &before);
     void send();
@@ -142,6 +163,8 @@ private:
     void saveState(std::function<void(const WriteResult &)> then);
     // Writes only a state that changed since it was read or last written.
     void saveChangedState(std::function<void(const WriteResult &)> then);
+    // Leaves the token file for the state as written, after it.
+    void saveToken();
     // Stores `after`, made of `before`, as the same edits on the favorites
     // as they are stored now.
     WriteResult storeFavorites(const QList<Favorite> &before, const QList<Favorite> &after);
@@ -181,5 +204,10 @@ private:
     // Cards written or deleted on the server in this pass.
     int m_written = 0;
     int m_sinceSaved = 0;
+    // The last sending round found nothing to send or delete.
+    bool m_nothingToSend = false;
+    qsizetype m_fetchEveryCardFrom;
+    // Writes were sent to m_stateWrites, which the end waits for.
+    bool m_wroteState = false;
     bool m_failed = false;
 };

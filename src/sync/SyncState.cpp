@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "sync/SyncState.h"
 
+#include "sync/SyncTokenFile.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -115,6 +117,13 @@ WriteResult SyncState::write(const QString &path, const AtomicFileWriter &writer
                            {u"pendingDeletes"_s, arrayOf(pendingDeletes)},
                            {u"sending"_s, arrayOf(sending)}};
     return writer.write(path, QJsonDocument(root).toJson(QJsonDocument::Compact));
+}
+
+void SyncState::remove(const QString &path)
+{
+    // The token file first: never one beside no state.
+    QFile::remove(SyncTokenFile::pathBeside(path));
+    QFile::remove(path);
 }
 
 qsizetype SyncState::indexOfHref(const QString &href) const

@@ -64,6 +64,9 @@ public:
     // there could not be read (the state is then empty too).
     static SyncState read(const QString &path, QString *problem = nullptr);
     WriteResult write(const QString &path, const AtomicFileWriter &writer = {}) const;
+    // Forgets the state at `path` and the token file beside it (an account
+    // removed).
+    static void remove(const QString &path);
 
     qsizetype indexOfHref(const QString &href) const;
     qsizetype pendingIndexOfHref(const QString &href) const;

@@ -93,6 +93,8 @@ public:
         SyncEngine engine(settings, statePath, account);
         engine.setStepHook(std::move(hook));
         engine.setTimeout(timeoutMs);
+        if (fetchEveryCardFrom >= 0)
+            engine.setFetchEveryCardFrom(fetchEveryCardFrom);
         const SyncOutcome outcome = runSync(engine, std::max(60000, timeoutMs));
         favorites.load();
         return outcome;
@@ -152,6 +154,8 @@ public:
     }
 
     QString statePath;
+    // The engine's own unless set.
+    qsizetype fetchEveryCardFrom = -1;
     FileSettingsStore settings;
     FavoritesStore favorites;
 };

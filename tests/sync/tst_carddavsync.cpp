@@ -6,6 +6,7 @@
 #include "SyncHarness.h"
 
 #include "sync/SyncState.h"
+#include "sync/SyncTokenFile.h"
 
 #include <QTest>
 #include <cerrno>
@@ -247,6 +248,128 @@ private slots:
         QVERIFY(state.write(a.statePath));
         QVERIFY(a.sync(account).ok);
         QCOMPARE(a.contents(), QStringList{u"Bob|1 2 1990"_s});
+    }
+
+    // The token file that lets a sync with nothing changed go without the
+    // state, when it is missing, damaged or speaks for another state or a
+    // token the server does not know: the sync reads the state and loses
+    // nothing, and after it a sync with nothing changed is one request
+    // again. Changes on either side go through the token's way too.
+    void tokenFile_data()
+    {
+        addServerColumn();
+        QTest::addColumn<QString>("damage");
+        for (const Kind kind : {Kind::Radicale, Kind::Xandikos}) {
+            for (const char *damage :
+                 {"none", "missing", "garbage", "unknown token", "older state", "state removed"})
+                QTest::addRow("%s: %s", qPrintable(CardDavServer::nameOf(kind)), damage)
+                    << kind << QString::fromLatin1(damage);
+        }
+    }
+
+    void tokenFile()
+    {
+        QFETCH(Kind, kind);
+        QFETCH(QString, damage);
+        const SyncAccount account = world.newAccount(kind);
+        FaultProxy proxy(world.server(kind).port());
+        SyncAccount proxied = account;
+        proxied.addressBook.setPort(proxy.port());
+        SyncDevice a(world.newFolder());
+        const auto requestsOfSync = [&] {
+            const int before = proxy.requests();
+            const SyncOutcome outcome = a.sync(proxied);
+            return outcome.ok ? proxy.requests() - before : -1;
+        };
+        QVERIFY(a.favorites.append(u"Ann"_s, 12, 3, 1985));
+        QVERIFY2(a.sync(proxied).ok, "sync failed");
+        const QString tokenPath = SyncTokenFile::pathBeside(a.statePath);
+        QFile tokenFile(tokenPath);
+        QVERIFY(tokenFile.open(QIODevice::ReadOnly));
+        const QByteArray written = tokenFile.readAll();
+        tokenFile.close();
+        QCOMPARE(requestsOfSync(), 1);
+
+        if (damage == u"missing") {
+            QVERIFY(QFile::remove(tokenPath));
+        } else if (damage == u"garbage") {
+            QVERIFY(tokenFile.open(QIODevice::WriteOnly | QIODevice::Truncate));
+            tokenFile.write(written.left(written.size() / 2));
+            tokenFile.close();
+        } else if (damage == u"unknown token") {
+            std::optional<SyncTokenFile> token = SyncTokenFile::readCurrent(a.statePath);
+            QVERIFY(token.has_value());
+            token->syncToken.chop(8);
+            token->syncToken += u"0badc0de"_s;
+            QVERIFY(token->write(a.statePath));
+        } else if (damage == u"older state") {
+            // A state at the same token that knows no card, beside the
+            // token file of the one before: trusted, the sync would never
+            // learn the cards again.
+            SyncState state = SyncState::read(a.statePath);
+            state.entries.clear();
+            QVERIFY(state.write(a.statePath));
+            QVERIFY(tokenFile.open(QIODevice::WriteOnly | QIODevice::Truncate));
+            tokenFile.write(written);
+            tokenFile.close();
+        } else if (damage == u"state removed") {
+            QVERIFY(QFile::remove(a.statePath));
+        }
+        const SyncOutcome outcome = a.sync(proxied);
+        QVERIFY2(outcome.ok, qPrintable(outcome.problem));
+        QCOMPARE(SyncState::read(a.statePath).entries.size(), 1);
+        QCOMPARE(requestsOfSync(), 1);
+
+        // A change on the server, then one here.
+        SyncDevice b(world.newFolder());
+        QVERIFY(b.favorites.append(u"Bob"_s, 1, 2, 1990));
+        QVERIFY2(b.sync(account).ok, "sync failed");
+        QVERIFY2(a.sync(proxied).ok, "sync failed");
+        QCOMPARE(a.contents(), (QStringList{u"Ann|12 3 1985"_s, u"Bob|1 2 1990"_s}));
+        QVERIFY(a.favorites.update(a.indexOf(u"Ann"_s), u"Anna"_s, u"12 3 1985"_s));
+        QVERIFY2(a.sync(proxied).ok, "sync failed");
+        QCOMPARE(world.viewOf(account).contents(),
+                 (QStringList{u"Anna|12 3 1985"_s, u"Bob|1 2 1990"_s}));
+        QCOMPARE(requestsOfSync(), 1);
+    }
+
+    // Many cards to fetch go in one query for every card: only those the
+    // listing named are taken, and one removed meanwhile (left out of the
+    // answer) is asked for by name and found gone.
+    void fetchEveryCard_data() { SyncWorld::serverRows(); }
+
+    void fetchEveryCard()
+    {
+        QFETCH(Kind, kind);
+        const SyncAccount account = world.newAccount(kind);
+        AddressBookView view = world.viewOf(account);
+        SyncDevice a(world.newFolder());
+        SyncDevice b(world.newFolder());
+        QVERIFY(a.favorites.append(u"Ann"_s, 12, 3, 1985));
+        QVERIFY2(a.sync(account).ok, "sync failed");
+        QVERIFY2(b.sync(account).ok, "sync failed");
+        QVERIFY(b.favorites.appendMany({Favorite(u"Bob"_s, u"1 2 1990"_s),
+                                        Favorite(u"Cat"_s, u"1 1 2000"_s),
+                                        Favorite(u"Dan"_s, u"2 2 1962"_s)}));
+        QVERIFY(b.favorites.update(b.indexOf(u"Ann"_s), u"Anna"_s, u"12 3 1985"_s));
+        QVERIFY2(b.sync(account).ok, "sync failed");
+        a.fetchEveryCardFrom = 0;
+        bool removed = false;
+        const SyncOutcome outcome = a.sync(account, [&](SyncEngine::Step step) {
+            if (step != SyncEngine::Step::Listed || std::exchange(removed, true))
+                return;
+            const QMap<QString, QByteArray> cards = view.cards();
+            for (auto it = cards.cbegin(); it != cards.cend(); ++it) {
+                if (it.value().contains("FN:Dan"))
+                    QVERIFY(view.request("DELETE", view.urlOf(it.key())).ok());
+            }
+        });
+        QVERIFY2(outcome.ok, qPrintable(outcome.problem));
+        QVERIFY(removed);
+        const QStringList expected{u"Anna|12 3 1985"_s, u"Bob|1 2 1990"_s, u"Cat|1 1 2000"_s};
+        QCOMPARE(a.contents(), expected);
+        QCOMPARE(outcome.counts.received, 3);
+        QCOMPARE(view.contents(), expected);
     }
 
     // The server failing at any request of a sync: one plain line, nothing
