@@ -230,20 +230,17 @@ private slots:
         qInfo() << "100,000 cards," << file.size() / 1000000 << "MB:" << timer.elapsed() << "ms";
     }
 
-    // A long parameter part with many soft line breaks after it is read in
-    // one pass. 0.4 MB took 31 s when each break looked at the parameters
-    // again; the bound is far above a linear read and far below that.
-    void readsSoftLineBreaksInLinearTime()
+    // A long parameter part with many soft line breaks after it is read
+    // whole and right. How long it takes is the benchmark's to tell
+    // (bench_contacts, "Softly"): 0.4 MB took 31 s when each break looked
+    // at the parameters again.
+    void readsSoftLineBreaksAfterALongParameterPart()
     {
         qsizetype breaks = 0;
         const QByteArray file = softlyBrokenCard(400 * 1000, &breaks);
-        QElapsedTimer timer;
-        timer.start();
         const VCardReader::Result read = VCardReader::read(file);
-        const qint64 elapsed = timer.elapsed();
         QCOMPARE(read.contacts.size(), 1);
         QCOMPARE(read.contacts[0].name, QString(breaks, u'J') + u"ane"_s);
-        QVERIFY2(elapsed < 3000, qPrintable(u"%1 ms"_s.arg(elapsed)));
     }
 
     // Random damage to a real file never crashes or hangs the reader, and
