@@ -146,6 +146,15 @@ QByteArray propfind(std::initializer_list<std::pair<QString, QString>> propertie
     return out;
 }
 
+// Each card's ETag and the card itself.
+void cardProperties(QXmlStreamWriter &xml)
+{
+    xml.writeStartElement(dav, u"prop"_s);
+    xml.writeEmptyElement(dav, u"getetag"_s);
+    xml.writeEmptyElement(carddav, u"address-data"_s);
+    xml.writeEndElement();
+}
+
 } // namespace
 
 namespace DavXml {
@@ -210,10 +219,7 @@ QByteArray everyCard()
     QXmlStreamWriter xml(&out);
     startDocument(xml);
     xml.writeStartElement(carddav, u"addressbook-query"_s);
-    xml.writeStartElement(dav, u"prop"_s);
-    xml.writeEmptyElement(dav, u"getetag"_s);
-    xml.writeEmptyElement(carddav, u"address-data"_s);
-    xml.writeEndElement();
+    cardProperties(xml);
     // A filter without conditions: every card.
     xml.writeEmptyElement(carddav, u"filter"_s);
     xml.writeEndDocument();
@@ -226,10 +232,7 @@ QByteArray multiget(const QStringList &hrefs)
     QXmlStreamWriter xml(&out);
     startDocument(xml);
     xml.writeStartElement(carddav, u"addressbook-multiget"_s);
-    xml.writeStartElement(dav, u"prop"_s);
-    xml.writeEmptyElement(dav, u"getetag"_s);
-    xml.writeEmptyElement(carddav, u"address-data"_s);
-    xml.writeEndElement();
+    cardProperties(xml);
     for (const QString &href : hrefs)
         xml.writeTextElement(dav, u"href"_s, href);
     xml.writeEndDocument();

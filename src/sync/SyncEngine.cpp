@@ -304,6 +304,20 @@ void SyncEngine::takeListing(const QList<DavResource> &resources, bool complete,
     fetchNext();
 }
 
+QSet<QString> SyncEngine::takeCards(const QList<DavResource> &answer, const QStringList &asked)
+{
+    const QSet<QString> wanted(asked.cbegin(), asked.cend());
+    QSet<QString> taken;
+    for (const DavResource &resource : answer) {
+        const QString href = hrefOf(resource.href);
+        if (resource.hasAddressData && wanted.contains(href) && !taken.contains(href)) {
+            m_fetched.append({href, resource.etag, resource.addressData});
+            taken.insert(href);
+        }
+    }
+    return taken;
+}
+
 void SyncEngine::fetchAll()
 {
     const QStringList wanted = std::exchange(m_toFetch, {});
@@ -319,16 +333,7 @@ void SyncEngine::fetchAll()
             readAnswer(response.body, [this, wanted](const auto &cards) {
                 if (!cards)
                     return fail(SyncProblem::other(u"the server's answer could not be read"_s));
-                const QSet<QString> asked(wanted.cbegin(), wanted.cend());
-                QSet<QString> answered;
-                for (const DavResource &resource : cards->responses) {
-                    const QString href = hrefOf(resource.href);
-                    if (resource.hasAddressData && asked.contains(href) &&
-                        !answered.contains(href)) {
-                        m_fetched.append({href, resource.etag, resource.addressData});
-                        answered.insert(href);
-                    }
-                }
+                const QSet<QString> answered = takeCards(cards->responses, wanted);
                 // One the answer leaves out (gone since the listing, or cut
                 // off by the server) is asked for by name: only a multiget
                 // tells a removed card.
@@ -357,14 +362,7 @@ void SyncEngine::fetchNext(bool wholeAllowed)
             readAnswer(response.body, [this, batch](const auto &cards) {
                 if (!cards)
                     return fail(SyncProblem::other(u"the server's answer could not be read"_s));
-                QSet<QString> answered;
-                for (const DavResource &resource : cards->responses) {
-                    const QString href = hrefOf(resource.href);
-                    if (resource.hasAddressData) {
-                        m_fetched.append({href, resource.etag, resource.addressData});
-                        answered.insert(href);
-                    }
-                }
+                const QSet<QString> answered = takeCards(cards->responses, batch);
                 // Gone between the listing and now.
                 for (const QString &href : batch) {
                     if (!answered.contains(href))

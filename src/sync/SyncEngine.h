@@ -143,6 +143,9 @@ private:
     // fetchAll() when they are many and `wholeAllowed`.
     void fetchNext(bool wholeAllowed = true);
     void fetchAll();
+    // Keeps the cards of an answer that were asked for, each once; returns
+    // the paths of those kept.
+    QSet<QString> takeCards(const QList<DavResource> &answer, const QStringList &asked);
     void applyServerChanges();
     void applyMerged(std::optional<SyncMerge::Result> merged, const QList<Favorite> &before);
     void send();
