@@ -261,7 +261,7 @@ private slots:
                 }
             },
             language, size);
-        QCOMPARE(looked.size(), 11);
+        QCOMPARE(looked.size(), 12);
         QVERIFY2(faults.isEmpty(), qPrintable(faults.join(u'\n')));
     }
 };

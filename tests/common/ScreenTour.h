@@ -93,6 +93,8 @@ public:
             QVERIFY(h.go(u"btnBack"_qs, u"mainView"_qs));
         QVERIFY(h.go(u"btnSet"_qs, u"setView"_qs));
         look(u"settings"_qs, false);
+        lookAtPopup(h, look, u"syncDialog"_qs, h.window->findChild<QObject *>(u"syncDialog"_qs),
+                    "open");
         QVERIFY(QMetaObject::invokeMethod(controller(h, u"setView"_qs), "infoPressed"));
         QTRY_VERIFY(h.shows(u"scrollViewInfo"_qs));
         look(u"info"_qs, false);
