@@ -84,6 +84,8 @@ Window {
                 Accessible.name: text
             }
         }
+        // Handed in from here: the component is checked without the
+        // window's ids in reach.
         Binding {
             target: notice.item
             property: "text"

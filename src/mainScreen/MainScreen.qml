@@ -252,6 +252,8 @@ Item {
                 Accessible.name: text
             }
         }
+        // The line's words and colour are handed in from here: its
+        // component is checked without the screen's ids in reach.
         Binding {
             target: weekdayLine.item
             property: "text"

@@ -38,6 +38,8 @@ Item {
             Accessible.name: text
         }
     }
+    // Handed in from here: the component is checked without the
+    // announcer's id in reach.
     Binding {
         target: notification.item
         property: "text"
