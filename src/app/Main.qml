@@ -50,8 +50,8 @@ Window {
         anchors.horizontalCenter: parent.horizontalCenter
         anchors.bottom: parent.bottom
         anchors.bottomMargin: 96
-        width: Math.min(parent.width - 32, noticeText.implicitWidth + 32)
-        height: noticeText.implicitHeight + 20
+        width: Math.min(parent.width - 32, ((notice.item as Text)?.implicitWidth ?? 0) + 32)
+        height: ((notice.item as Text)?.implicitHeight ?? 0) + 20
         radius: 12
         color: window.screens.saveNoticeColor
         opacity: window.screens.saveNoticeShown && window.hasHadFocus ? 1 : 0
@@ -63,19 +63,38 @@ Window {
             }
         }
 
-        Text {
-            id: noticeText
+        // The words are made with the first notice: an empty text would
+        // still open a font (a size of its own) before the first frame.
+        Loader {
+            id: notice
 
             anchors.centerIn: parent
-            width: Math.min(implicitWidth, window.width - 64)
-            text: window.screens.saveNoticeText
-            textFormat: Text.PlainText
-            wrapMode: Text.Wrap
-            horizontalAlignment: Text.AlignHCenter
-            color: "white"
-            font.pixelSize: 15
-            Accessible.role: Accessible.Notification
-            Accessible.name: text
+            active: window.screens.saveNoticeText !== ""
+            sourceComponent: Text {
+                // As wide as the words, up to the window's width less a margin.
+                property real widest: 0
+
+                width: Math.min(implicitWidth, widest)
+                textFormat: Text.PlainText
+                wrapMode: Text.Wrap
+                horizontalAlignment: Text.AlignHCenter
+                color: "white"
+                font.pixelSize: 15
+                Accessible.role: Accessible.Notification
+                Accessible.name: text
+            }
+        }
+        // Handed in from here: the component is checked without the
+        // window's ids in reach.
+        Binding {
+            target: notice.item
+            property: "text"
+            value: window.screens.saveNoticeText
+        }
+        Binding {
+            target: notice.item
+            property: "widest"
+            value: window.width - 64
         }
     }
 }

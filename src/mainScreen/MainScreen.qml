@@ -91,17 +91,14 @@ Item {
     }
 
     // The title bar's second line, empty by design: it holds its place in
-    // the screen's layout and can be found by its name.
-    Text {
+    // the screen's layout and can be found by its name. It has no words, so
+    // no text: an empty one would still open a font of its own before the
+    // first frame.
+    Item {
         objectName: "labelTitle"
         y: -18
         width: parent.width
         height: 58
-        text: ""
-        color: root.controller.theme.labelColor
-        font.pixelSize: 17
-        horizontalAlignment: Text.AlignHCenter
-        verticalAlignment: Text.AlignVCenter
     }
 
     // First in the keyboard's order, as on the screen: the report, the
@@ -222,7 +219,14 @@ Item {
         }
     }
 
-    Text {
+    // The weekday of the chosen date. Its text is made only once there is
+    // a weekday to say: an empty one would still open its font (a size and
+    // weight of its own) before the first frame.
+    Item {
+        id: weekday
+
+        readonly property string text: root.controller.weekdayText
+
         objectName: "labelWeekDay"
         anchors.bottom: datePicker.bottom
         anchors.left: parent.left
@@ -230,17 +234,36 @@ Item {
         anchors.right: parent.right
         anchors.rightMargin: 6
         height: 26
-        text: root.controller.weekdayText
-        textFormat: Text.PlainText
-        color: root.controller.theme.labelColor
-        font.weight: Font.Light
-        font.pixelSize: 20
-        fontSizeMode: Text.HorizontalFit
-        minimumPixelSize: 10
-        horizontalAlignment: Text.AlignHCenter
-        verticalAlignment: Text.AlignVCenter
-        Accessible.role: Accessible.StaticText
-        Accessible.name: text
+
+        Loader {
+            id: weekdayLine
+
+            anchors.fill: parent
+            active: weekday.text !== ""
+            sourceComponent: Text {
+                textFormat: Text.PlainText
+                font.weight: Font.Light
+                font.pixelSize: 20
+                fontSizeMode: Text.HorizontalFit
+                minimumPixelSize: 10
+                horizontalAlignment: Text.AlignHCenter
+                verticalAlignment: Text.AlignVCenter
+                Accessible.role: Accessible.StaticText
+                Accessible.name: text
+            }
+        }
+        // The line's words and colour are handed in from here: its
+        // component is checked without the screen's ids in reach.
+        Binding {
+            target: weekdayLine.item
+            property: "text"
+            value: weekday.text
+        }
+        Binding {
+            target: weekdayLine.item
+            property: "color"
+            value: root.controller.theme.labelColor
+        }
     }
 
     DragHandler {
