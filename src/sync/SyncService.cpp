@@ -93,7 +93,10 @@ QString SyncService::user() const
 void SyncService::start()
 {
     m_started = true;
-    watchNetwork();
+    // Without an account there is nothing to try again; the network is
+    // watched from the set-up on.
+    if (hasAccount())
+        watchNetwork();
     run();
 }
 
