@@ -58,6 +58,30 @@ QString dayAndMonthFormat(Language language)
     return Translations::of(language).translate("Dates", "MMMM dd");
 }
 
+// A list formats every row's birthday with the same pattern: it is read
+// once for each language, locale and choice of weekday, not once a row.
+const DatePattern &rowPattern(Language language, const QLocale &locale, bool withYear,
+                              bool showWeekday)
+{
+    struct Made
+    {
+        QString language;
+        QLocale locale;
+        bool showWeekday;
+        DatePattern pattern;
+    };
+    thread_local std::optional<Made> last[2];
+    std::optional<Made> &made = last[withYear ? 1 : 0];
+    if (!made || made->language != language.code() || made->locale != locale ||
+        made->showWeekday != showWeekday) {
+        made.emplace(Made{language.code(), locale, showWeekday,
+                          DatePattern(withYear ? birthdayFormat(language, showWeekday)
+                                               : dayAndMonthFormat(language),
+                                      locale)});
+    }
+    return made->pattern;
+}
+
 } // namespace
 
 QString FavoriteCards::displayName(const QString &name)
@@ -106,12 +130,11 @@ FavoriteCard FavoriteCards::card(const Favorite &favorite, const QDateTime &now,
         return card;
     }
     if (const std::optional<QDate> birth = day->date()) {
-        card.birthdayText =
-            DatePattern(birthdayFormat(language, showWeekday), deviceLocale).format(*birth);
+        card.birthdayText = rowPattern(language, deviceLocale, true, showWeekday).format(*birth);
         card.age = CalendarDifference::count(birth->startOfDay(), now, CalendarUnit::Years);
     } else {
         card.birthdayText =
-            DatePattern(dayAndMonthFormat(language), deviceLocale).format(day->inLeapYear());
+            rowPattern(language, deviceLocale, false, false).format(day->inLeapYear());
     }
     if (const std::optional<QString> picture = signPicture(day->day(), day->month())) {
         card.signKey = *picture;
