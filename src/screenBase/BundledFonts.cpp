@@ -1,10 +1,17 @@
 // SPDX-License-Identifier: MIT
 #include "screenBase/BundledFonts.h"
 
+#include "platform/linux/FontconfigFolder.h"
+
+#include <QDateTime>
 #include <QDir>
+#include <QFileInfo>
 #include <QFontDatabase>
 #include <QGuiApplication>
 #include <QResource>
+#include <QSaveFile>
+#include <QStandardPaths>
+#include <unistd.h>
 
 namespace {
 
@@ -18,6 +25,78 @@ QStringList fallbacks()
             QStringLiteral("Noto Color Emoji")};
 }
 
+const QString resources = QStringLiteral(":/qt/qml/Tavlo/screenBase/fonts");
+
+// The faces as files in the user's cache, for fontconfig to keep what it
+// learns of them: $XDG_CACHE_HOME/tavlo/fonts-<version>-<size>-<time>, one
+// folder for each set of bundled faces. Made whole beside its place and
+// renamed into it, so a folder under that name is always complete; checked
+// by the files' sizes at every start. Empty when it cannot be had (no
+// cache to write to, a full disk): the faces are then registered from
+// memory.
+QString cachedCopies(const QStringList &files)
+{
+    qint64 size = 0;
+    qint64 newest = 0;
+    for (const QString &file : files) {
+        const QResource resource(resources + u'/' + file);
+        size += resource.size();
+        newest = std::max(newest, resource.lastModified().toSecsSinceEpoch());
+    }
+    QDir cache(QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation) +
+               QStringLiteral("/tavlo"));
+    const QString name =
+        QStringLiteral("fonts-%1-%2-%3").arg(QStringLiteral(TAVLO_VERSION)).arg(size).arg(newest);
+    const auto complete = [&files](const QDir &folder) {
+        for (const QString &file : files) {
+            if (QFileInfo(folder.filePath(file)).size() !=
+                QResource(resources + u'/' + file).uncompressedSize())
+                return false;
+        }
+        return true;
+    };
+    if (complete(QDir(cache.filePath(name))))
+        return cache.filePath(name);
+
+    // Earlier sets, and a damaged copy of this one, go; then this one is
+    // written anew.
+    for (const QString &old : cache.entryList({QStringLiteral("fonts-*")}, QDir::Dirs))
+        QDir(cache.filePath(old)).removeRecursively();
+    const QString part = name + QStringLiteral(".part-%1").arg(::getpid());
+    if (!cache.mkpath(part))
+        return {};
+    QDir written(cache.filePath(part));
+    for (const QString &file : files) {
+        QFile from(resources + u'/' + file);
+        QSaveFile to(written.filePath(file));
+        if (!from.open(QIODevice::ReadOnly) || !to.open(QIODevice::WriteOnly) ||
+            to.write(from.readAll()) != from.size() || !to.commit()) {
+            written.removeRecursively();
+            return {};
+        }
+    }
+    // Another start may have put the same set in place first: either is whole.
+    if (!cache.rename(part, name))
+        written.removeRecursively();
+    return complete(QDir(cache.filePath(name))) ? cache.filePath(name) : QString();
+}
+
+// From memory, as any Qt platform can: read in place where the resource is
+// stored as is, so that the faces take memory only for the parts of them
+// that are drawn, not a copy of each whole file.
+void registerFromMemory(const QStringList &files)
+{
+    for (const QString &file : files) {
+        const QResource resource(resources + u'/' + file);
+        const int id = resource.compressionAlgorithm() == QResource::NoCompression
+                           ? QFontDatabase::addApplicationFontFromData(QByteArray::fromRawData(
+                                 reinterpret_cast<const char *>(resource.data()), resource.size()))
+                           : QFontDatabase::addApplicationFont(resource.fileName());
+        if (id < 0)
+            qWarning("tavlo: the bundled font %s could not be loaded", qPrintable(file));
+    }
+}
+
 } // namespace
 
 namespace BundledFonts {
@@ -28,20 +107,11 @@ void install()
     if (installed)
         return;
     installed = true;
-    const QDir folder(QStringLiteral(":/qt/qml/Tavlo/screenBase/fonts"));
-    for (const QString &file :
-         folder.entryList({QStringLiteral("*.otf"), QStringLiteral("*.ttf")}, QDir::Files)) {
-        // Read in place where the resource is stored as is: the faces then
-        // take memory only for the parts of them that are drawn, not a copy
-        // of each whole file.
-        const QResource resource(folder.filePath(file));
-        const int id = resource.compressionAlgorithm() == QResource::NoCompression
-                           ? QFontDatabase::addApplicationFontFromData(QByteArray::fromRawData(
-                                 reinterpret_cast<const char *>(resource.data()), resource.size()))
-                           : QFontDatabase::addApplicationFont(folder.filePath(file));
-        if (id < 0)
-            qWarning("tavlo: the bundled font %s could not be loaded", qPrintable(file));
-    }
+    const QStringList files =
+        QDir(resources).entryList({QStringLiteral("*.otf"), QStringLiteral("*.ttf")}, QDir::Files);
+    const QString folder = cachedCopies(files);
+    if (folder.isEmpty() || !FontconfigFolder::add(folder, int(files.size())))
+        registerFromMemory(files);
     QFont::insertSubstitutions(sans, fallbacks());
     QFont font(sans);
     font.setFamilies(QStringList{sans} + fallbacks());

@@ -12,18 +12,29 @@ ScreenController::ScreenController(Session &session, QObject *parent)
       m_wheels(new DateWheelModel(session, this)), m_texts(new QQmlPropertyMap(this))
 {
     connect(this, &ScreenController::languageChanged, m_wheels, &DateWheelModel::languageChanged);
-    connect(this, &ScreenController::languageChanged, this, &ScreenController::fillTexts);
-    fillTexts();
+    connect(this, &ScreenController::languageChanged, this, [this] {
+        m_accessibleNames = accessibleNames(m_session.strings, m_session.language());
+        if (m_textsFilled)
+            fillTexts();
+    });
+    m_accessibleNames = accessibleNames(m_session.strings, m_session.language());
 }
 
-void ScreenController::fillTexts()
+QVariant ScreenController::texts() const
 {
+    if (!m_textsFilled)
+        fillTexts();
+    return QVariant::fromValue<QObject *>(m_texts);
+}
+
+void ScreenController::fillTexts() const
+{
+    m_textsFilled = true;
     const QMetaEnum names = QMetaEnum::fromType<UiText>();
     QVariantHash texts;
     for (int i = 0; i < UiTextCount; ++i)
         texts.insert(QLatin1String(names.key(i)), m_session.strings[UiText(names.value(i))]);
     m_texts->insert(texts);
-    m_accessibleNames = accessibleNames(m_session.strings, m_session.language());
 }
 
 QString ScreenController::accessibleName(const QString &key) const

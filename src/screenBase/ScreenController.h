@@ -24,8 +24,10 @@ class ScreenController : public QObject
     QML_UNCREATABLE("A screen's controller is made by the screen host.")
 
     Q_PROPERTY(ScreenTheme *theme READ theme CONSTANT)
-    // Every interface text by its name in UiText: texts.Cancel. Filled once
-    // per language; a binding on one text follows that text alone.
+    // Every interface text by its name in UiText: texts.Cancel. Filled on
+    // first read and again for each language; a binding on one text follows
+    // that text alone. (The main screen's first frame reads none: each text
+    // put in the map costs it a rebuilt meta-object.)
     // (A variant, as tools that check QML know no property map.)
     Q_PROPERTY(QVariant texts READ texts CONSTANT)
     Q_PROPERTY(DateWheelModel *wheels READ wheels CONSTANT)
@@ -38,7 +40,7 @@ class ScreenController : public QObject
 
 public:
     ScreenTheme *theme() const { return m_theme; }
-    QVariant texts() const { return QVariant::fromValue<QObject *>(m_texts); }
+    QVariant texts() const;
     DateWheelModel *wheels() const { return m_wheels; }
     bool screenReaderOn() const;
     bool dimmed() const { return m_dimmed; }
@@ -65,9 +67,10 @@ protected:
     DateWheelModel *const m_wheels;
 
 private:
-    void fillTexts();
+    void fillTexts() const;
 
     QQmlPropertyMap *const m_texts;
+    mutable bool m_textsFilled = false;
     QVariantMap m_accessibleNames;
     bool m_dimmed = false;
 };

@@ -10,11 +10,17 @@
 #include <algorithm>
 
 ScreenTheme::ScreenTheme(Appearance appearance, QObject *parent)
-    : QObject(parent), m_appearance(appearance),
-      m_switches(SwitchColors::of(appearance, SystemColors::of(appearance).red, {})),
+    : QObject(parent), m_appearance(appearance), m_switchAccent(SystemColors::of(appearance).red),
       m_accent(toColor(SystemColors::of(appearance).red)),
       m_backgroundImage(imageUrl(QStringLiteral("space")))
 {}
+
+const SwitchColors &ScreenTheme::switches() const
+{
+    if (!m_switches)
+        m_switches = SwitchColors::of(m_appearance, m_switchAccent, m_backdrop);
+    return *m_switches;
+}
 
 QColor ScreenTheme::toColor(Rgb c)
 {
@@ -164,7 +170,8 @@ void ScreenTheme::apply(const ThemeLook &look)
     } else {
         m_backdrop = {look.backgroundColor.value_or(system().background)};
     }
-    m_switches = SwitchColors::of(m_appearance, look.accent, m_backdrop);
+    m_switchAccent = look.accent;
+    m_switches.reset();
     m_thinWeight = Contrast::thinReads(system().label, m_backdrop) ? QFont::Thin : QFont::Light;
     emit changed();
 }

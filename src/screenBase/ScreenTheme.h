@@ -87,10 +87,10 @@ public:
     QColor panelBackground() const { return toColor(system().panelBackground); }
     // A switch's tracks: the accent and the system's grey, unless they
     // would not be seen on this screen (SwitchColors).
-    QColor switchOnColor() const { return toColor(m_switches.on); }
-    QColor switchOffColor() const { return toColor(m_switches.off); }
+    QColor switchOnColor() const { return toColor(switches().on); }
+    QColor switchOffColor() const { return toColor(switches().off); }
     QColor knobColor() const { return toColor(system().knob); }
-    QColor switchOnKnobColor() const { return toColor(m_switches.onKnob); }
+    QColor switchOnKnobColor() const { return toColor(switches().onKnob); }
     // The system red as a word on an alert's card or a row's buttons.
     QColor alertRedColor() const;
     // The weight of the screen's thin texts: thin where the label's thin
@@ -122,10 +122,14 @@ signals:
 
 private:
     SystemColors system() const { return SystemColors::of(m_appearance); }
+    // Worked out when a switch first asks: the main screen has none, and
+    // the search for colours that stand out costs its first frame.
+    const SwitchColors &switches() const;
 
     Appearance m_appearance;
     QList<Rgb> m_backdrop;
-    SwitchColors m_switches;
+    Rgb m_switchAccent;
+    mutable std::optional<SwitchColors> m_switches;
     int m_thinWeight = QFont::Thin;
     QColor m_accent;
     QUrl m_backgroundImage;

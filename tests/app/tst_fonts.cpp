@@ -4,11 +4,16 @@
 
 #include <QDir>
 #include <QFontDatabase>
+#include <QFontInfo>
 #include <QGlyphRun>
+#include <QProcess>
 #include <QRawFont>
+#include <QResource>
 #include <QStyleHints>
+#include <QTemporaryDir>
 #include <QTextDocumentFragment>
 #include <QTextLayout>
+#include <cstdio>
 
 namespace {
 
@@ -177,6 +182,23 @@ Drawing drawnWith(const QString &fontconfigFile)
     return drawing;
 }
 
+// A start of its own, with `environment` added: the family that a text
+// asking for Tavlo Sans is drawn in.
+QString familyDrawnAtStart(const QStringList &environment)
+{
+    QProcess child;
+    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+    env.remove(u"FONTCONFIG_FILE"_qs);
+    for (const QString &pair : environment)
+        env.insert(pair.section(u'=', 0, 0), pair.section(u'=', 1));
+    child.setProcessEnvironment(env);
+    child.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    child.start(QCoreApplication::applicationFilePath(), {u"--bundled-family"_qs});
+    if (!child.waitForFinished(60000) || child.exitCode() != 0)
+        return u"(no answer)"_qs;
+    return QString::fromUtf8(child.readAllStandardOutput()).trimmed();
+}
+
 } // namespace
 
 class TestFonts : public QObject
@@ -224,6 +246,58 @@ private slots:
         QVERIFY2(wrong.isEmpty(), qPrintable(wrong.join(u'\n')));
     }
 
+    // The faces are kept as files in the user's cache, where fontconfig's
+    // own cache learns them; whatever is wrong with that folder, or with
+    // fontconfig's taking it, they are still there to draw with.
+    void facesStayWhateverTheCacheHolds_data()
+    {
+        QTest::addColumn<QString>("damage");
+        QTest::addColumn<bool>("copiesKept");
+        QTest::newRow("first start") << QString() << true;
+        QTest::newRow("a copy cut short") << u"truncate"_qs << true;
+        QTest::newRow("an earlier set of faces") << u"old set"_qs << true;
+        QTest::newRow("no cache to write to") << u"unwritable"_qs << false;
+        QTest::newRow("files turned away by the configuration") << u"rejected"_qs << true;
+    }
+    void facesStayWhateverTheCacheHolds()
+    {
+        QFETCH(QString, damage);
+        QFETCH(bool, copiesKept);
+        QTemporaryDir home;
+        const QDir cache(home.filePath(u"cache/tavlo"_qs));
+        QStringList environment{u"XDG_CACHE_HOME="_qs + home.filePath(u"cache"_qs)};
+        if (damage == u"unwritable") {
+            // A file where the cache folder should be: nothing can go below it.
+            QFile blocker(home.filePath(u"cache"_qs));
+            QVERIFY(blocker.open(QIODevice::WriteOnly));
+        } else if (damage == u"rejected") {
+            environment << u"FONTCONFIG_FILE="_qs + QStringLiteral(TAVLO_BUNDLED_FONTS_ONLY);
+        } else if (!damage.isEmpty()) {
+            QCOMPARE(familyDrawnAtStart(environment), BundledFonts::families().first());
+            const QStringList sets = cache.entryList({u"fonts-*"_qs}, QDir::Dirs);
+            QCOMPARE(sets.size(), 1);
+            if (damage == u"truncate") {
+                QFile face(cache.filePath(sets.first() + u"/TavloSans-Light.otf"_qs));
+                QVERIFY(face.resize(1000));
+            } else {
+                QVERIFY(QDir().rename(cache.filePath(sets.first()),
+                                      cache.filePath(u"fonts-0.0.1-1-1"_qs)));
+            }
+        }
+        QCOMPARE(familyDrawnAtStart(environment), BundledFonts::families().first());
+        const QStringList sets = cache.entryList({u"fonts-*"_qs}, QDir::Dirs);
+        QCOMPARE(sets.size(), copiesKept ? 1 : 0);
+        if (copiesKept) {
+            const QDir copies(cache.filePath(sets.first()));
+            for (const QString &face : QDir(u":/qt/qml/Tavlo/screenBase/fonts"_qs).entryList()) {
+                if (face.endsWith(u".otf") || face.endsWith(u".ttf"))
+                    QCOMPARE(QFileInfo(copies.filePath(face)).size(),
+                             QResource(u":/qt/qml/Tavlo/screenBase/fonts/"_qs + face)
+                                 .uncompressedSize());
+            }
+        }
+    }
+
     // The same pixels whether the system offers many fonts or none but the
     // colour emoji: nothing Tavlo draws depends on what else is installed.
     void drawsTheSameWhateverFontsAreInstalled()
@@ -254,6 +328,12 @@ int main(int argc, char *argv[])
     const QStringList arguments = app.arguments();
     if (arguments.size() == 3 && arguments.at(1) == u"--draw-every-screen")
         return drawEveryScreen(arguments.at(2));
+    if (arguments.size() == 2 && arguments.at(1) == u"--bundled-family") {
+        BundledFonts::install();
+        std::printf("%s\n",
+                    qPrintable(QFontInfo(QFont(BundledFonts::families().first())).family()));
+        return 0;
+    }
     TestFonts test;
     QTEST_SET_MAIN_SOURCE_PATH
     return QTest::qExec(&test, argc, argv);
