@@ -3,7 +3,6 @@
 
 #include "platform/linux/FontconfigFolder.h"
 
-#include <QDateTime>
 #include <QDir>
 #include <QFileInfo>
 #include <QFontDatabase>
@@ -28,7 +27,7 @@ QStringList fallbacks()
 const QString resources = QStringLiteral(":/qt/qml/Tavlo/screenBase/fonts");
 
 // The faces as files in the user's cache, for fontconfig to keep what it
-// learns of them: $XDG_CACHE_HOME/tavlo/fonts-<version>-<size>-<time>, one
+// learns of them: $XDG_CACHE_HOME/tavlo/fonts-<version>-<size>, one
 // folder for each set of bundled faces. Made whole beside its place and
 // renamed into it, so a folder under that name is always complete; checked
 // by the files' sizes at every start. Empty when it cannot be had (no
@@ -36,17 +35,14 @@ const QString resources = QStringLiteral(":/qt/qml/Tavlo/screenBase/fonts");
 // memory.
 QString cachedCopies(const QStringList &files)
 {
+    // Named by the faces' sizes, not their times: each build of the same
+    // faces shares the folder.
     qint64 size = 0;
-    qint64 newest = 0;
-    for (const QString &file : files) {
-        const QResource resource(resources + u'/' + file);
-        size += resource.size();
-        newest = std::max(newest, resource.lastModified().toSecsSinceEpoch());
-    }
+    for (const QString &file : files)
+        size += QResource(resources + u'/' + file).uncompressedSize();
     QDir cache(QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation) +
                QStringLiteral("/tavlo"));
-    const QString name =
-        QStringLiteral("fonts-%1-%2-%3").arg(QStringLiteral(TAVLO_VERSION)).arg(size).arg(newest);
+    const QString name = QStringLiteral("fonts-%1-%2").arg(QStringLiteral(TAVLO_VERSION)).arg(size);
     const auto complete = [&files](const QDir &folder) {
         for (const QString &file : files) {
             if (QFileInfo(folder.filePath(file)).size() !=

@@ -16,6 +16,8 @@ Tumbler {
     // first entry (1, or the first year).
     property string spokenLabel
     property int firstValue: 1
+    // The entry the wheel stands on when it is made, and follows.
+    property int shownIndex: 0
     // What a screen reader says after a turn, besides the new entry: the
     // report that the turn changed.
     property string spokenResult
@@ -36,7 +38,7 @@ Tumbler {
     activeFocusOnTab: false
     // The stepper below stands for the wheel.
     Accessible.ignored: true
-    palette.windowText: textColor
+    currentIndex: shownIndex
     onCurrentIndexChanged: stepper.value = currentIndex + firstValue
 
     // To a screen reader and the keyboard a wheel is a value to step up and
@@ -110,19 +112,40 @@ Tumbler {
         }
     }
 
+    // The labels' list, standing on the entry shown as it is made. Made with
+    // the wheel, not deferred to its completion as a control's parts are:
+    // the wheel would then set a list made later back on its first entry.
+    // qmllint disable deferred-property-id
+    contentItem: WheelList {
+        id: labels
+
+        model: wheel.model
+        delegate: wheel.delegate
+        currentIndex: wheel.shownIndex
+        rows: wheel.visibleItemCount
+        textColor: wheel.textColor
+        fadedOpacity: wheel.fadedOpacity
+    }
+    // qmllint enable deferred-property-id
+
+    // A label reads its place from the list itself, as the wheel's attached
+    // properties would, but without looking the wheel's type up each time
+    // the wheel moves (Qt compiles no read of an attached property).
     delegate: Text {
         required property int index
         required property var modelData
-        // The label's wheel, looked up once: a type named in a binding
-        // (Tumbler, DateWheel) costs a search of the imports each time it is
-        // evaluated, and the colour and fading below are evaluated for every
-        // label each time the wheel moves.
-        readonly property DateWheel owner: Tumbler.tumbler as DateWheel
+        // The label's list, looked up once.
+        readonly property WheelList labels: ListView.view as WheelList
+        // How many rows this label is away from the middle.
+        readonly property real displacement: (labels.contentY + labels.preferredHighlightBegin - y)
+                                             / height
 
+        width: labels.width
+        height: labels.height / labels.rows
         text: typeof modelData === "number" ? index + 1 : modelData
-        color: owner.palette.windowText
-        opacity: Math.max(owner.fadedOpacity, 1.0 - Math.abs(Tumbler.displacement)
-                          / (owner.visibleItemCount / 2) * 0.8)
+        color: labels.textColor
+        opacity: Math.max(labels.fadedOpacity,
+                          1.0 - Math.abs(displacement) / (labels.rows / 2) * 0.8)
         font.weight: Font.Light
         font.pixelSize: 21
         horizontalAlignment: Text.AlignHCenter

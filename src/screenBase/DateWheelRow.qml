@@ -105,7 +105,7 @@ Item {
         spokenLabel: row.controller.accessibleName("day")
         spokenResult: row.spokenResult
         keysTo: row.keysTo
-        currentIndex: row.shownDay - 1
+        shownIndex: row.shownDay - 1
         onMovingChanged: row.turned()
         onCurrentIndexChanged: row.turned()
         onStepRequested: index => row.dateRequested(index + 1, row.month, row.year)
@@ -120,7 +120,7 @@ Item {
         textColor: row.controller.theme.labelColor
         fadedOpacity: row.fadedOpacity
         model: row.controller.wheels.monthNames
-        currentIndex: row.shownMonth - 1
+        shownIndex: row.shownMonth - 1
         spokenLabel: row.controller.accessibleName("month")
         spokenResult: row.spokenResult
         keysTo: row.keysTo
@@ -138,7 +138,7 @@ Item {
         textColor: row.controller.theme.labelColor
         fadedOpacity: row.fadedOpacity
         model: row.controller.wheels.yearLabels
-        currentIndex: row.controller.wheels.yearIndex(row.shownYear)
+        shownIndex: row.controller.wheels.yearIndex(row.shownYear)
         firstValue: row.controller.wheels.firstYear
         spokenLabel: row.controller.accessibleName("year")
         spokenResult: row.spokenResult

@@ -281,7 +281,7 @@ private slots:
                 QVERIFY(face.resize(1000));
             } else {
                 QVERIFY(QDir().rename(cache.filePath(sets.first()),
-                                      cache.filePath(u"fonts-0.0.1-1-1"_qs)));
+                                      cache.filePath(u"fonts-0.0.1-1"_qs)));
             }
         }
         QCOMPARE(familyDrawnAtStart(environment), BundledFonts::families().first());
