@@ -18,6 +18,7 @@
 #include "screenBase/AccessibleItems.h"
 #include "screenBase/BundledFonts.h"
 #include "screenBase/FallbackFileDialog.h"
+#include "screenBase/TintedSymbols.h"
 #include "session/Session.h"
 #include "settings/FileSettingsStore.h"
 #include "sync/SyncService.h"
@@ -115,6 +116,7 @@ int AppStartup::run(QGuiApplication &app, const Options &options)
     QQmlApplicationEngine engine;
     engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
     FallbackFileDialog::install(engine);
+    TintedSymbols::install(engine);
     engine.setInitialProperties({{QStringLiteral("screens"), QVariant::fromValue(&screens)}});
     engine.load(QUrl(QStringLiteral("qrc:/qt/qml/Tavlo/app/Main.qml")));
     if (engine.rootObjects().isEmpty())

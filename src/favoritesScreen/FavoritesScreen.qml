@@ -219,7 +219,7 @@ Item {
         y: -4
         width: 42
         height: 42
-        iconSource: "qrc:/qt/qml/Tavlo/screenBase/icons/chevron_left.svg"
+        iconName: "chevron_left"
         iconColor: root.controller.theme.labelColor
         Accessible.name: root.controller.accessibleName("back")
         onClicked: root.controller.backPressed()
@@ -272,7 +272,7 @@ Item {
         y: -4
         width: 42
         height: 42
-        iconSource: "qrc:/qt/qml/Tavlo/screenBase/icons/add.svg"
+        iconName: "add"
         iconColor: root.controller.theme.labelColor
         Accessible.name: root.controller.texts.ImportVCardFile
         onClicked: importMenu.open()

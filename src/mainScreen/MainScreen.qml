@@ -179,7 +179,7 @@ Item {
             objectName: "btnReset"
             width: bottomBar.buttonWidth
             height: bottomBar.height
-            iconSource: "qrc:/qt/qml/Tavlo/screenBase/icons/restart_alt.svg"
+            iconName: "restart_alt"
             iconColor: root.controller.theme.labelColor
             Accessible.name: root.controller.accessibleName("today")
             Keys.forwardTo: [root]
@@ -190,7 +190,7 @@ Item {
             width: bottomBar.buttonWidth
             height: bottomBar.height
             enabled: root.controller.plusEnabled
-            iconSource: "qrc:/qt/qml/Tavlo/screenBase/icons/add.svg"
+            iconName: "add"
             iconColor: root.controller.theme.labelColor
             Accessible.name: root.controller.accessibleName("add")
             Keys.forwardTo: [root]
@@ -201,7 +201,7 @@ Item {
             visible: !root.favoritesBeside
             width: bottomBar.buttonWidth
             height: bottomBar.height
-            iconSource: "qrc:/qt/qml/Tavlo/screenBase/icons/star.svg"
+            iconName: "star"
             iconColor: root.controller.theme.labelColor
             Accessible.name: root.controller.accessibleName("favorites")
             Keys.forwardTo: [root]
@@ -211,7 +211,7 @@ Item {
             objectName: "btnSet"
             width: bottomBar.buttonWidth
             height: bottomBar.height
-            iconSource: "qrc:/qt/qml/Tavlo/screenBase/icons/settings.svg"
+            iconName: "settings"
             iconColor: root.controller.theme.labelColor
             Accessible.name: root.controller.accessibleName("settings")
             Keys.forwardTo: [root]

@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 import QtQuick
 import QtQuick.Controls
-import QtQuick.Controls.impl
 
 // A symbol-only button, tinted, that shrinks a little while pressed.
 AbstractButton {
     id: button
 
-    property url iconSource
+    // A symbol of screenBase/icons by its file's name: "add", "settings".
+    property string iconName
     property color iconColor: "white"
     property int iconSize: 26
 
@@ -27,14 +27,14 @@ AbstractButton {
     }
 
     contentItem: Item {
-        IconImage {
+        Image {
             anchors.centerIn: parent
             width: button.iconSize
             height: button.iconSize
             sourceSize.width: button.iconSize * 2
             sourceSize.height: button.iconSize * 2
-            source: button.iconSource
-            color: button.iconColor
+            fillMode: Image.PreserveAspectFit
+            source: "image://symbol/" + button.iconName + "/" + button.iconColor
         }
     }
 

@@ -152,7 +152,7 @@ FileDialogImpl {
                 x: 0
                 width: 44
                 height: 44
-                iconSource: "qrc:/qt/qml/Tavlo/screenBase/icons/chevron_left.svg"
+                iconName: "chevron_left"
                 iconColor: FallbackFileDialog.textColor
                 rotation: 90
                 focusPolicy: Qt.TabFocus

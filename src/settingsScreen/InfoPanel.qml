@@ -114,7 +114,7 @@ Item {
         y: 2
         width: 42
         height: 42
-        iconSource: "qrc:/qt/qml/Tavlo/screenBase/icons/close.svg"
+        iconName: "close"
         iconColor: panel.controller.theme.labelColor
         Accessible.name: panel.controller.accessibleName("close")
         onClicked: panel.controller.scrollViewHide()

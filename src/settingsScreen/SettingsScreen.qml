@@ -394,7 +394,7 @@ Item {
         y: -4
         width: 42
         height: 42
-        iconSource: "qrc:/qt/qml/Tavlo/screenBase/icons/chevron_left.svg"
+        iconName: "chevron_left"
         visible: !root.controller.infoVisible
         iconColor: root.labelColor
         Accessible.name: root.controller.accessibleName("back")
@@ -416,7 +416,7 @@ Item {
         y: -4
         width: 42
         height: 42
-        iconSource: "qrc:/qt/qml/Tavlo/screenBase/icons/info.svg"
+        iconName: "info"
         iconColor: root.labelColor
         Accessible.name: root.controller.accessibleName("info")
         onClicked: root.controller.infoPressed()

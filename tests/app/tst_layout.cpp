@@ -18,7 +18,7 @@ bool isText(const QQuickItem *item)
 
 bool isSymbol(const QQuickItem *item)
 {
-    return item->inherits("QQuickIconImage");
+    return isSymbolPicture(item);
 }
 
 bool isControl(const QQuickItem *item)
@@ -126,6 +126,9 @@ Faults layoutFaults(QQuickWindow *window, bool popups)
             faults << u"%1 reaches out of the window"_qs.arg(describe(item));
         if (item->property("truncated").toBool())
             faults << u"%1 is cut short"_qs.arg(describe(item));
+        // Image.Ready: a symbol named wrongly draws nothing.
+        if (isSymbol(item) && item->property("status").toInt() != 1)
+            faults << u"%1 has no picture"_qs.arg(describe(item));
         marks.append({item, shown & windowRect, floatingLayer(item)});
     }
     for (qsizetype i = 0; i < marks.size(); ++i) {

@@ -90,7 +90,7 @@ Kind kindOf(const QQuickItem *item)
         return Kind::Track;
     if (item->objectName() == u"switchKnob")
         return Kind::Knob;
-    if (item->inherits("QQuickIconImage") || item->objectName() == u"signPicture")
+    if (isSymbolPicture(item) || item->objectName() == u"signPicture")
         return Kind::Symbol;
     return Kind::Text;
 }
@@ -102,7 +102,7 @@ bool isMark(const QQuickItem *item)
     // A picture that is not there (a card whose birthday cannot be read).
     if (item->inherits("QQuickImage") && item->property("status").toInt() != 1)
         return false;
-    return item->inherits("QQuickIconImage") ||
+    return isSymbolPicture(item) ||
            QSet<QString>{u"signPicture"_qs, u"switchTrack"_qs, u"switchKnob"_qs}.contains(
                item->objectName());
 }

@@ -7,6 +7,7 @@
 #include "core/DebugLog.h"
 #include "screenBase/BundledFonts.h"
 #include "screenBase/FallbackFileDialog.h"
+#include "screenBase/TintedSymbols.h"
 #include "session/Session.h"
 #include "settings/MemorySettingsStore.h"
 
@@ -71,6 +72,7 @@ public:
         m_engine = std::make_unique<QQmlEngine>();
         m_engine->addImportPath(u"qrc:/qt/qml"_qs);
         FallbackFileDialog::install(*m_engine);
+        TintedSymbols::install(*m_engine);
         m_window = std::make_unique<QQuickWindow>();
         window = m_window.get();
         window->resize(390, 844);
@@ -105,6 +107,7 @@ public:
         m_engine.reset(engine);
         engine->addImportPath(u"qrc:/qt/qml"_qs);
         FallbackFileDialog::install(*engine);
+        TintedSymbols::install(*engine);
         QVariantMap initial{{u"screens"_qs, QVariant::fromValue(m_factory.get())}};
         if (size.isValid()) {
             initial.insert(u"width"_qs, size.width());

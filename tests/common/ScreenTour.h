@@ -9,6 +9,15 @@
 
 // An item as a finding names it: its own or its nearest named parent's
 // objectName, and the start of its text.
+// A symbol drawn in one colour: Qt's icon item, or one of Tavlo's tinted
+// symbols (image://symbol/).
+inline bool isSymbolPicture(const QQuickItem *item)
+{
+    return item->inherits("QQuickIconImage") ||
+           (item->inherits("QQuickImage") &&
+            item->property("source").toUrl().toString().startsWith(u"image://symbol/"));
+}
+
 inline QString describe(const QQuickItem *item)
 {
     QString name = item->objectName();
