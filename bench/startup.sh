@@ -7,8 +7,15 @@
 #   bench/startup.sh [RUNS] [FAVORITES...]      (default: 9 runs; 0 1000 10000)
 # With TAVLO_BENCH_CPU=25 each start (not Xvfb) gets a quarter of one core,
 # through a cgroup of its own (as root), for what a phone's slow cores see.
+# Both run on a session message bus of their own, as on a phone.
 set -euo pipefail
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+# A phone's session always has its message bus, which Tavlo talks to (its
+# reminders, the file chooser): without one, each start would first launch
+# a bus of its own, which no phone does.
+if [[ -z ${DBUS_SESSION_BUS_ADDRESS:-} ]]; then
+    exec dbus-run-session -- "$0" "$@"
+fi
 runs=${1:-9}
 shift || true
 counts=("$@")
