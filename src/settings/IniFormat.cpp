@@ -705,6 +705,13 @@ void appendEscapedKey(QByteArray &out, QStringView key)
     }
 }
 
+// A character written as it is: printable ASCII but the quote and the
+// backslash, which are escaped.
+bool isPlainAscii(char16_t c)
+{
+    return c >= 0x20 && c < 0x80 && c != u'"' && c != u'\\';
+}
+
 void appendEscapedText(QByteArray &out, QStringView text)
 {
     const qsizetype start = out.size();
@@ -720,6 +727,20 @@ void appendEscapedText(QByteArray &out, QStringView text)
             continue;
         }
         afterNumericEscape = false;
+        if (isPlainAscii(c)) {
+            // A run of them goes in at once: most texts are nothing else, and
+            // the whole file is written again with each change.
+            QVarLengthArray<char, 64> run;
+            for (; i < text.size() && isPlainAscii(text.at(i).unicode()); ++i) {
+                const char16_t plain = text.at(i).unicode();
+                if (plain == u';' || plain == u',' || plain == u'=')
+                    needsQuotes = true;
+                run.append(char(plain));
+            }
+            out.append(run.constData(), run.size());
+            --i;
+            continue;
+        }
         switch (c) {
         case u'\0':
             out += "\\0";
