@@ -730,14 +730,18 @@ void appendEscapedText(QByteArray &out, QStringView text)
         if (isPlainAscii(c)) {
             // A run of them goes in at once: most texts are nothing else, and
             // the whole file is written again with each change.
-            QVarLengthArray<char, 64> run;
-            for (; i < text.size() && isPlainAscii(text.at(i).unicode()); ++i) {
+            qsizetype end = i + 1;
+            while (end < text.size() && isPlainAscii(text.at(end).unicode()))
+                ++end;
+            const qsizetype written = out.size();
+            out.resize(written + (end - i));
+            char *to = out.data() + written;
+            for (; i < end; ++i) {
                 const char16_t plain = text.at(i).unicode();
                 if (plain == u';' || plain == u',' || plain == u'=')
                     needsQuotes = true;
-                run.append(char(plain));
+                *to++ = char(plain);
             }
-            out.append(run.constData(), run.size());
             --i;
             continue;
         }
