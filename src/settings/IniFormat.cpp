@@ -743,18 +743,19 @@ void appendEscapedText(QByteArray &out, QStringView text)
         if (isPlainAscii(c)) {
             // A run of them goes in at once: most texts are nothing else, and
             // the whole file is written again with each change.
-            qsizetype end = i + 1;
-            while (end < text.size() && isPlainAscii(text.at(end).unicode()))
-                ++end;
+            // Room for the rest of the text, one byte a character, cut back
+            // to what the run took.
             const qsizetype written = out.size();
-            out.resize(written + (end - i));
-            char *to = out.data() + written;
-            for (; i < end; ++i) {
+            out.resize(written + (text.size() - i));
+            char *const from = out.data() + written;
+            char *to = from;
+            for (; i < text.size() && isPlainAscii(text.at(i).unicode()); ++i) {
                 const char16_t plain = text.at(i).unicode();
                 if (plain == u';' || plain == u',' || plain == u'=')
                     needsQuotes = true;
                 *to++ = char(plain);
             }
+            out.truncate(written + (to - from));
             --i;
             continue;
         }
