@@ -22,14 +22,15 @@ namespace {
 const QUuid derivedIdNamespace(u"6f1b0c2e-5a4d-4c1e-9a7b-3d2f8e6c1a90"_s);
 
 // A birthday stored in a placeholder year ("2 3 1604") as the day and month
-// it stands for; any other text as it is. Only a text that ends in such a
-// year is read at all, so that 10,000 rows cost nothing.
-QString withoutPlaceholderYear(const QString &birthday)
+// it stands for; nothing for any other text, which stays as it is. Only a
+// text that ends in such a year is read at all, so that 10,000 rows cost
+// nothing.
+std::optional<QString> withoutPlaceholderYear(const QString &birthday)
 {
     if (!(birthday.endsWith(u"1604") || birthday.endsWith(u"0000") || birthday.endsWith(u"0001")))
-        return birthday;
+        return std::nullopt;
     const std::optional<DayOfBirth> day = DayOfBirth::fromStored(birthday);
-    return day && !day->hasYear() ? day->stored() : birthday;
+    return day && !day->hasYear() ? std::optional(day->stored()) : std::nullopt;
 }
 
 // Stored rows as this version reads them: each with its identity, the
@@ -45,7 +46,9 @@ QList<QStringList> withIdentities(QList<QStringList> rows)
             int &repeat = repeats[row.at(0) + u'\x1f' + row.at(1)];
             row.append(FavoritesStore::derivedId(row.at(0), row.at(1), repeat++));
         }
-        row[1] = withoutPlaceholderYear(row.at(1));
+        // Written only when it changes: a row left alone stays shared.
+        if (std::optional<QString> birthday = withoutPlaceholderYear(row.at(1)))
+            row[1] = std::move(*birthday);
     }
     return rows;
 }

@@ -106,6 +106,10 @@ Item {
     Text {
         id: report
 
+        // Whether the screen is built: the report is fitted only from then
+        // on (see fontSizeMode).
+        property bool built: false
+
         objectName: "lblDisplay"
         anchors.top: parent.top
         anchors.topMargin: 42
@@ -119,7 +123,12 @@ Item {
         color: root.controller.theme.labelColor
         font.weight: root.controller.theme.thinWeight
         font.pixelSize: 26
-        fontSizeMode: Text.Fit
+        // Qt fits a text again at the next polish whenever this mode is
+        // set. Set as the screen is built, the report would be fitted twice
+        // before the first frame (when its anchors place it, then at that
+        // polish), each time trying sizes from 26 px down; set once it is
+        // built, only the polish fits it.
+        fontSizeMode: report.built ? Text.Fit : Text.FixedSize
         minimumPixelSize: 13
         maximumLineCount: 30
         wrapMode: Text.Wrap
@@ -137,6 +146,7 @@ Item {
         Accessible.onPreviousPageAction: root.controller.handleGesture(MainScreenController.Right)
         Accessible.onNextPageAction: root.controller.handleGesture(MainScreenController.Left)
         Keys.forwardTo: [root]
+        Component.onCompleted: report.built = true
 
         FocusRing {
             shown: report.activeFocus && root.keyboardUsed

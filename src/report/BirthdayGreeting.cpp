@@ -37,6 +37,19 @@ bool isDayOrWeekMilestone(qint64 days)
     return days >= 0 && days <= last && table.test(size_t(days));
 }
 
+// Whether a count of months is a round one; looked up as the days are.
+bool isMonthMilestone(qint64 months)
+{
+    constexpr qint64 last = monthMilestones.back();
+    static const std::bitset<last + 1> table = [] {
+        std::bitset<last + 1> milestones;
+        for (const qint64 m : monthMilestones)
+            milestones.set(size_t(m));
+        return milestones;
+    }();
+    return months >= 0 && months <= last && table.test(size_t(months));
+}
+
 } // namespace
 
 bool birthdayGreetingMayApply(QDate birthDate, QDate today)
@@ -62,12 +75,14 @@ bool birthdayGreetingMayApply(QDate birthDate, QDate today)
     // Months are counted to that day, give or take one.
     int year = 0;
     int month = 0;
-    int day = 0;
-    today.getDate(&year, &month, &day);
-    const qint64 months = (qint64(year) - birthDate.year()) * 12 + month - birthDate.month();
+    int birthYear = 0;
+    int birthMonth = 0;
+    today.getDate(&year, &month, nullptr);
+    birthDate.getDate(&birthYear, &birthMonth, nullptr);
+    const qint64 months = (qint64(year) - birthYear) * 12 + month - birthMonth;
     bool nearRoundMonths = false;
     for (qint64 m = months - 3; m <= months + 3 && !nearRoundMonths; ++m)
-        nearRoundMonths = isMilestone(monthMilestones, m < 0 ? -m : m);
+        nearRoundMonths = isMonthMilestone(m < 0 ? -m : m);
     if (!nearRoundMonths)
         return false;
     for (qint64 shift = -1; shift <= 1; ++shift) {

@@ -134,6 +134,19 @@ QString unescapedKey(QByteArrayView text)
     return key;
 }
 
+// The full key of an entry under `section` ("person/" + "1\\2"): a key with
+// nothing to decode is made in one go, as 10,000 favorites have 40,000.
+QString keyUnder(const QString &section, QByteArrayView text)
+{
+    if (!std::all_of(text.begin(), text.end(), isPlainKeyChar))
+        return section + unescapedKey(text);
+    QString key(section.size() + text.size(), Qt::Uninitialized);
+    QChar *to = std::copy(section.cbegin(), section.cend(), key.data());
+    for (const char c : text)
+        *to++ = QLatin1Char(c == '\\' ? '/' : c);
+    return key;
+}
+
 void chopTrailingBlanks(QString &text, qsizetype limit)
 {
     qsizetype end = text.size();
@@ -666,7 +679,7 @@ QHash<QString, Entries> rowGroupsLineByLine(QByteArrayView text)
         const qsizetype equals = line.indexOf('=');
         if (section.isEmpty() || equals <= 0 || line.startsWith(';'))
             continue;
-        const QString key = section + unescapedKey(line.first(equals).trimmed());
+        const QString key = keyUnder(section, line.first(equals).trimmed());
         if (!rowPlace(pathInGroup(key)))
             continue;
         const QByteArrayView raw = line.sliced(equals + 1);
@@ -705,6 +718,13 @@ void appendEscapedKey(QByteArray &out, QStringView key)
     }
 }
 
+// A character written as it is: printable ASCII but the quote and the
+// backslash, which are escaped.
+bool isPlainAscii(char16_t c)
+{
+    return c >= 0x20 && c < 0x80 && c != u'"' && c != u'\\';
+}
+
 void appendEscapedText(QByteArray &out, QStringView text)
 {
     const qsizetype start = out.size();
@@ -720,6 +740,25 @@ void appendEscapedText(QByteArray &out, QStringView text)
             continue;
         }
         afterNumericEscape = false;
+        if (isPlainAscii(c)) {
+            // A run of them goes in at once: most texts are nothing else, and
+            // the whole file is written again with each change.
+            // Room for the rest of the text, one byte a character, cut back
+            // to what the run took.
+            const qsizetype written = out.size();
+            out.resize(written + (text.size() - i));
+            char *const from = out.data() + written;
+            char *to = from;
+            for (; i < text.size() && isPlainAscii(text.at(i).unicode()); ++i) {
+                const char16_t plain = text.at(i).unicode();
+                if (plain == u';' || plain == u',' || plain == u'=')
+                    needsQuotes = true;
+                *to++ = char(plain);
+            }
+            out.truncate(written + (to - from));
+            --i;
+            continue;
+        }
         switch (c) {
         case u'\0':
             out += "\\0";
@@ -879,6 +918,7 @@ Values parse(QByteArrayView text, QStringList *problems)
     // Entries under a group ("person/1/1"), by group, to find the lists.
     QHash<QString, qsizetype> groupIndex;
     QList<std::pair<QString, Entries>> groups;
+    qsizetype lastGroup = -1;
     QString section;
     bool spansLines = false;
     qsizetype pos = 0;
@@ -890,7 +930,7 @@ Values parse(QByteArrayView text, QStringList *problems)
         }
         if (line->equals < 0)
             continue;
-        QString key = section + unescapedKey(line->text.first(line->equals).trimmed());
+        QString key = keyUnder(section, line->text.first(line->equals).trimmed());
         const QByteArrayView raw = line->text.sliced(line->equals + 1);
         QVariant value = typedValue(unescapedValue(raw), raw.trimmed());
         const qsizetype slash = key.indexOf(u'/');
@@ -898,13 +938,18 @@ Values parse(QByteArrayView text, QStringList *problems)
             values.insert(key, value);
             continue;
         }
-        const QString group = key.first(slash);
-        auto found = groupIndex.constFind(group);
-        if (found == groupIndex.cend()) {
-            found = groupIndex.insert(group, groups.size());
-            groups.append({group, {}});
+        // Entries of a group mostly follow one another: the last one's place
+        // is looked up again only when the group changes.
+        if (lastGroup < 0 || QStringView(key).first(slash) != groups.at(lastGroup).first) {
+            const QString group = key.first(slash);
+            auto found = groupIndex.constFind(group);
+            if (found == groupIndex.cend()) {
+                found = groupIndex.insert(group, groups.size());
+                groups.append({group, {}});
+            }
+            lastGroup = *found;
         }
-        groups[*found].second.append({std::move(key), std::move(value)});
+        groups[lastGroup].second.append({std::move(key), std::move(value)});
     }
     // A line that swallowed the lines after it may have taken rows, or a
     // whole group of them, along: those read a line at a time.

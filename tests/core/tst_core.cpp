@@ -8,12 +8,14 @@
 #include "core/ChineseZodiac.h"
 #include "core/DatePattern.h"
 #include "core/DateWheels.h"
+#include "core/DayOfBirth.h"
 #include "core/NumberText.h"
 #include "core/WesternZodiac.h"
 
 #include <QTest>
 
 using DateWheels::Field;
+using namespace Qt::Literals::StringLiterals;
 
 namespace {
 const QDateTime now = at(2026, 11, 22, 12);
@@ -320,6 +322,47 @@ private slots:
         QFETCH(QDate, expected);
         const std::optional<QDate> parsed = DatePattern(pattern).parse(text);
         QCOMPARE(parsed.value_or(QDate()), expected);
+    }
+
+    // Record texts as written read straight from their digits; every other
+    // shape through the patterns. Both ways must agree on what each text is.
+    void dayOfBirthFromRecordText_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("expected"); // as stored again; empty: unreadable
+        const auto row = [](const char *name, const QString &text, const char *expected) {
+            QTest::newRow(name) << text << QString::fromUtf8(expected);
+        };
+        row("as written", u"12 3 1985"_s, "12 3 1985");
+        row("padded fields", u"06 02 1977"_s, "6 2 1977");
+        row("last day there is", u"31 12 9999"_s, "31 12 9999");
+        row("placeholder 1604", u"2 3 1604"_s, "2 3");
+        row("leap day in 1604", u"29 2 1604"_s, "29 2");
+        row("placeholder 0001", u"1 1 0001"_s, "1 1");
+        row("leap day in the year 1, which has none", u"29 2 0001"_s, "");
+        row("leap day in the year 0", u"29 2 0000"_s, "29 2");
+        row("leap day in a common year", u"29 2 2023"_s, "");
+        row("31 April", u"31 4 1990"_s, "");
+        row("day 0", u"0 1 1985"_s, "");
+        row("month 13", u"1 13 1985"_s, "");
+        row("without a year", u"12 3"_s, "12 3");
+        row("year left out, blank kept", u"12 3 "_s, "12 3");
+        row("trailing blank", u"12 3 1985 "_s, "12 3 1985");
+        row("hyphens", u"12-3-1985"_s, "12 3 1985");
+        row("tabs", u"12\t3\t1985"_s, "12 3 1985");
+        row("Arabic-Indic digits", u"\u0661\u0662 \u0663 \u0661\u0669\u0668\u0665"_s, "12 3 1985");
+        row("two blanks", u"12  3 1985"_s, "");
+        row("three-digit day", u"123 4 1985"_s, "");
+        row("three-digit year", u"12 3 985"_s, "12 3 0985");
+        row("five-digit year", u"12 3 19850"_s, "");
+        row("letters", u"hello"_s, "");
+        row("empty", QString(), "");
+    }
+    void dayOfBirthFromRecordText()
+    {
+        QFETCH(QString, text);
+        const std::optional<DayOfBirth> day = DayOfBirth::fromStored(text);
+        QTEST(day ? day->stored() : QString(), "expected");
     }
 
     void format_data()
