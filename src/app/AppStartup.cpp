@@ -31,6 +31,7 @@
 #include <QQmlApplicationEngine>
 #include <QQuickStyle>
 #include <QQuickWindow>
+#include <QTimer>
 
 Appearance AppStartup::appearance()
 {
@@ -53,6 +54,9 @@ int AppStartup::run(QGuiApplication &app, const Options &options)
     // A change shows at once; the checked write of the file follows on the
     // store's own thread, so a long favorites list never holds up a frame.
     settings.writeInBackground();
+    // Held until the first frame is shown (below): nothing written at start
+    // is anything the user did.
+    settings.holdWrites();
     SystemClock clock;
     Session session(settings, clock, QLocale::system().uiLanguages(), appearance());
     // So is the birthdays calendar, which takes longer still.
@@ -139,6 +143,19 @@ int AppStartup::run(QGuiApplication &app, const Options &options)
             window->requestActivate();
         });
     }
+
+    // The changes made while starting (the start count, a list read from an
+    // older version) are written once the window shows; a second at most.
+    if (window) {
+        QObject::connect(
+            window, &QQuickWindow::frameSwapped, window, [&settings] { settings.releaseWrites(); },
+            Qt::SingleShotConnection);
+    }
+    QTimer release;
+    release.setSingleShot(true);
+    QObject::connect(&release, &QTimer::timeout, &release,
+                     [&settings] { settings.releaseWrites(); });
+    release.start(1000);
 
     if (window && options.traceStartup)
         StartupTrace::followFirstFrame(*window, options.screenshotPath.isEmpty());

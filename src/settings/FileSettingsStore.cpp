@@ -64,8 +64,26 @@ void FileSettingsStore::writeInBackground()
     m_thread = std::thread([this] { runWriter(); });
 }
 
+void FileSettingsStore::holdWrites()
+{
+    const std::lock_guard lock(m_mutex);
+    m_held = true;
+}
+
+void FileSettingsStore::releaseWrites()
+{
+    {
+        const std::lock_guard lock(m_mutex);
+        if (!m_held)
+            return;
+        m_held = false;
+    }
+    m_wake.notify_one();
+}
+
 void FileSettingsStore::waitForWrites()
 {
+    releaseWrites();
     {
         std::unique_lock lock(m_mutex);
         m_idle.wait(lock, [this] { return !m_pending && !m_writing; });
@@ -78,6 +96,7 @@ SettingsStore::WrittenCheck FileSettingsStore::untilWritten()
     if (!m_thread.joinable())
         return SettingsStore::untilWritten();
     return [this, change = m_handedOver] {
+        releaseWrites();
         std::unique_lock lock(m_mutex);
         m_idle.wait(lock, [&] { return m_writtenChange >= change || (!m_pending && !m_writing); });
         return m_writtenChange >= change ? WriteResult() : m_lastFailure;
@@ -409,7 +428,7 @@ void FileSettingsStore::runWriter()
 {
     std::unique_lock lock(m_mutex);
     for (;;) {
-        m_wake.wait(lock, [this] { return m_stopping || m_pending; });
+        m_wake.wait(lock, [this] { return m_stopping || (m_pending && !m_held); });
         if (!m_pending)
             return;
         Write write = std::move(*m_pending);

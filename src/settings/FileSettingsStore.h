@@ -77,6 +77,12 @@ public:
     // return at once (reporting success: a failure comes later, through the
     // failure handler, on this thread's event loop).
     void writeInBackground();
+    // The writer thread waits with what it was handed until released: the
+    // app holds its writes while it makes its first frame, which a phone's
+    // slow cores would otherwise share with writing the whole file (the
+    // start count changes at every start). Waiting for writes releases them.
+    void holdWrites();
+    void releaseWrites();
     // Without a writer thread, as the plain store; with one, until the
     // write of the last change handed over so far has ended.
     WrittenCheck untilWritten() override;
@@ -192,6 +198,7 @@ private:
     std::optional<Write> m_pending;
     bool m_writing = false;
     bool m_stopping = false;
+    bool m_held = false;
     QList<WriteResult> m_failures;
     std::condition_variable m_wake;
     std::condition_variable m_idle;

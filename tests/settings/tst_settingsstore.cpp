@@ -427,6 +427,44 @@ private slots:
         QCOMPARE(reader.value(year), 1950);
     }
 
+    // Writes held while the app makes its first frame reach the disk once
+    // released, or as soon as anything waits for them: nothing is lost.
+    void heldWritesReachTheDiskOnceReleased_data()
+    {
+        QTest::addColumn<QString>("release");
+        for (const char *way : {"released", "waited for", "checked as written", "store closed"})
+            QTest::newRow(way) << QString::fromLatin1(way);
+    }
+    void heldWritesReachTheDiskOnceReleased()
+    {
+        QFETCH(QString, release);
+        const QString path = freshIniPath();
+        TestDisk disk;
+        auto store = std::make_unique<FileSettingsStore>(path, disk.writer());
+        store->writeInBackground();
+        store->holdWrites();
+        QVERIFY(store->set(day, 12).ok());
+        store->set(year, 1985);
+        // Given the time a write takes here, none is made while held.
+        QTest::qWait(200);
+        QCOMPARE(disk.renames.load(), 0);
+        if (release == u"released") {
+            store->releaseWrites();
+            QTRY_COMPARE(disk.renames.load(), 1);
+            store->waitForWrites();
+        } else if (release == u"waited for") {
+            store->waitForWrites();
+        } else if (release == u"checked as written") {
+            QVERIFY(store->untilWritten()().ok());
+        } else {
+            store.reset();
+        }
+        QCOMPARE(disk.renames.load(), 1);
+        FileSettingsStore reader(copyOf(path));
+        QCOMPARE(reader.value(day), 12);
+        QCOMPARE(reader.value(year), 1985);
+    }
+
     // The update lock stays ours until the background write is done, so
     // another process's change waits and lands on top of ours, not under it.
     void aBackgroundWriteHoldsOtherProcessesBack()
