@@ -10,7 +10,7 @@
 #include <QResource>
 #include <QSaveFile>
 #include <QStandardPaths>
-#include <unistd.h>
+#include <numeric>
 
 namespace {
 
@@ -37,16 +37,16 @@ QString cachedCopies(const QStringList &files)
 {
     // Named by the faces' sizes, not their times: each build of the same
     // faces shares the folder.
-    qint64 size = 0;
+    QList<qint64> sizes;
     for (const QString &file : files)
-        size += QResource(resources + u'/' + file).uncompressedSize();
+        sizes.append(QResource(resources + u'/' + file).uncompressedSize());
+    const qint64 size = std::accumulate(sizes.cbegin(), sizes.cend(), qint64(0));
     QDir cache(QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation) +
                QStringLiteral("/tavlo"));
     const QString name = QStringLiteral("fonts-%1-%2").arg(QStringLiteral(TAVLO_VERSION)).arg(size);
-    const auto complete = [&files](const QDir &folder) {
-        for (const QString &file : files) {
-            if (QFileInfo(folder.filePath(file)).size() !=
-                QResource(resources + u'/' + file).uncompressedSize())
+    const auto complete = [&files, &sizes](const QDir &folder) {
+        for (qsizetype i = 0; i < files.size(); ++i) {
+            if (QFileInfo(folder.filePath(files.at(i))).size() != sizes.at(i))
                 return false;
         }
         return true;
@@ -58,7 +58,7 @@ QString cachedCopies(const QStringList &files)
     // written anew.
     for (const QString &old : cache.entryList({QStringLiteral("fonts-*")}, QDir::Dirs))
         QDir(cache.filePath(old)).removeRecursively();
-    const QString part = name + QStringLiteral(".part-%1").arg(::getpid());
+    const QString part = name + QStringLiteral(".part-%1").arg(QCoreApplication::applicationPid());
     if (!cache.mkpath(part))
         return {};
     QDir written(cache.filePath(part));
