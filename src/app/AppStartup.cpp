@@ -3,6 +3,7 @@
 
 #include "app/ScreenFactory.h"
 #include "app/Screenshot.h"
+#include "app/StartupPreload.h"
 #include "app/StartupTrace.h"
 #include "contacts/ContactsFolder.h"
 #include "contacts/ContactsFollower.h"
@@ -29,8 +30,10 @@
 #include <QGuiApplication>
 #include <QPalette>
 #include <QQmlApplicationEngine>
+#include <QQmlComponent>
 #include <QQuickStyle>
 #include <QQuickWindow>
+#include <QScopeGuard>
 #include <QTimer>
 
 Appearance AppStartup::appearance()
@@ -47,8 +50,16 @@ Appearance AppStartup::appearance()
 int AppStartup::run(QGuiApplication &app, const Options &options)
 {
     QQuickStyle::setStyle(QStringLiteral("Basic"));
+    // The window's QML types are read on the engine's own thread, from here,
+    // while the fonts and the session are put together; the window is made
+    // once they are (below).
+    const QUrl mainQml(QStringLiteral("qrc:/qt/qml/Tavlo/app/Main.qml"));
+    auto engine = std::make_unique<QQmlApplicationEngine>();
+    engine->addImportPath(QStringLiteral("qrc:/qt/qml"));
+    new QQmlComponent(engine.get(), mainQml, QQmlComponent::Asynchronous, engine.get());
     AccessibleItems::install();
     BundledFonts::install();
+    const StartupPreload preload;
 
     FileSettingsStore settings;
     // A change shows at once; the checked write of the file follows on the
@@ -117,15 +128,17 @@ int AppStartup::run(QGuiApplication &app, const Options &options)
     session.favoritesStored = [&sync] { sync.favoritesChanged(); };
     ScreenFactory screens(session);
 
-    QQmlApplicationEngine engine;
-    engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
-    FallbackFileDialog::install(engine);
-    TintedSymbols::install(engine);
-    engine.setInitialProperties({{QStringLiteral("screens"), QVariant::fromValue(&screens)}});
-    engine.load(QUrl(QStringLiteral("qrc:/qt/qml/Tavlo/app/Main.qml")));
-    if (engine.rootObjects().isEmpty())
+    // The window and its engine go before the session they show.
+    const auto windowFirst = qScopeGuard([&engine] { engine.reset(); });
+    FallbackFileDialog::install(*engine);
+    TintedSymbols::install(*engine);
+    engine->setInitialProperties({{QStringLiteral("screens"), QVariant::fromValue(&screens)}});
+    // Waits for the reading begun above, and for nothing else: no event is
+    // handled before the window is there.
+    engine->load(mainQml);
+    if (engine->rootObjects().isEmpty())
         return 1;
-    auto *window = qobject_cast<QQuickWindow *>(engine.rootObjects().constFirst());
+    auto *window = qobject_cast<QQuickWindow *>(engine->rootObjects().constFirst());
     // The portal puts its chooser over Tavlo's window where it can name it
     // (X11; Wayland needs a handle exported by the compositor).
     fileChooser.setParentWindow([window]() -> QString {

@@ -10,6 +10,8 @@
 #include <QResource>
 #include <QSaveFile>
 #include <QStandardPaths>
+#include <QThread>
+#include <future>
 #include <numeric>
 
 namespace {
@@ -93,9 +95,37 @@ void registerFromMemory(const QStringList &files)
     }
 }
 
+QStringList bundledFiles()
+{
+    return QDir(resources).entryList({QStringLiteral("*.otf"), QStringLiteral("*.ttf")},
+                                     QDir::Files);
+}
+
+// Whether fontconfig has the faces from their folder. Its first call reads
+// the system's font configuration and caches, the longest part of a start.
+bool addedAsFolder(const QStringList &files)
+{
+    const QString folder = cachedCopies(files);
+    return !folder.isEmpty() && FontconfigFolder::add(folder, int(files.size()));
+}
+
+std::future<bool> &ahead()
+{
+    static std::future<bool> added;
+    return added;
+}
+
 } // namespace
 
 namespace BundledFonts {
+
+void prepareAhead()
+{
+    // Qt takes the first thread that asks for its thread data for the main
+    // thread; the preparing thread must not be first.
+    QThread::currentThread();
+    ahead() = std::async(std::launch::async, [] { return addedAsFolder(bundledFiles()); });
+}
 
 void install()
 {
@@ -103,10 +133,9 @@ void install()
     if (installed)
         return;
     installed = true;
-    const QStringList files =
-        QDir(resources).entryList({QStringLiteral("*.otf"), QStringLiteral("*.ttf")}, QDir::Files);
-    const QString folder = cachedCopies(files);
-    if (folder.isEmpty() || !FontconfigFolder::add(folder, int(files.size())))
+    const QStringList files = bundledFiles();
+    const bool added = ahead().valid() ? ahead().get() : addedAsFolder(files);
+    if (!added)
         registerFromMemory(files);
     QFont::insertSubstitutions(sans, fallbacks());
     QFont font(sans);
