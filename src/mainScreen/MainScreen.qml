@@ -15,7 +15,7 @@ Item {
 
     // An open dialog covers the screen: the host shows a still picture of
     // it, so that only the dialog can be reached.
-    readonly property bool covered: (addDialog.item as AddFavoriteDialog)?.visible === true
+    readonly property bool covered: addDialog.shown
 
     // Whether keys have been used here: only then does the report show
     // that it has the keyboard.
@@ -36,10 +36,7 @@ Item {
         target: root.controller
         function onScreenRequested(screen) { root.screenRequested(screen) }
         function onAddFavoriteDialogRequested() {
-            if (!addDialog.item)
-                addDialog.setSource("AddFavoriteDialog.qml", {controller: root.controller})
-            const dialog = addDialog.item as AddFavoriteDialog
-            dialog.open()
+            addDialog.open(Qt.resolvedUrl("AddFavoriteDialog.qml"), {controller: root.controller})
         }
         function onAnnouncement(words) { announcer.say(words) }
     }
@@ -315,15 +312,12 @@ Item {
     }
 
     // Made when first asked for: nothing of it is in the first frame.
-    Loader {
+    DialogSlot {
         id: addDialog
 
         anchors.fill: parent
-    }
-    Connections {
-        target: addDialog.item as AddFavoriteDialog
         // "+" is off once the birthday is added: the report has the keyboard.
-        function onClosedWithoutFocus() { root.focusFirst() }
+        onClosedWithoutFocus: root.focusFirst()
     }
 
     Rectangle {

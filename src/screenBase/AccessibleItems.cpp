@@ -20,6 +20,13 @@ bool hasShownText(const QObject *object)
     return object->metaObject()->indexOfProperty(shownTextProperty) >= 0;
 }
 
+// A button made of Qt Quick alone: it answers a screen reader's press by
+// the function Qt looks for by name.
+bool pressedByName(const QObject *object)
+{
+    return object->metaObject()->indexOfMethod("accessiblePressAction()") >= 0;
+}
+
 // Qt's interface for an item, with a truthful disabled state and, for a
 // text item, the Text interface over its text.
 class AccessibleItem : public QAccessibleInterface,
@@ -156,7 +163,7 @@ QAccessibleInterface *accessibleItem(const QString &, QObject *object)
 {
     if (object == makingQtInterfaceFor || !object->inherits("QQuickItem") ||
         !(object->inherits("QQuickText") || object->inherits("QQuickControl") ||
-          object->inherits("QQuickTextInput") || hasShownText(object)))
+          object->inherits("QQuickTextInput") || hasShownText(object) || pressedByName(object)))
         return nullptr;
     // Qt's own interface, made by its factory and kept in its registry under an
     // id of its own; ours stands for the item and hands everything else to it.

@@ -17,6 +17,8 @@ Dialog {
     // Where the keyboard starts in the alert, if not on the alert itself.
     property Item firstFocus: null
     property Item opener: null
+    // The slot the alert was made in, when a screen holds it in one.
+    property DialogSlot slot: null
 
     signal closedWithoutFocus()
 
@@ -33,6 +35,8 @@ Dialog {
         else
             closedWithoutFocus()
     }
+    onVisibleChanged: if (slot) slot.shown = visible
+    onClosedWithoutFocus: if (slot) slot.closedWithoutFocus()
     anchors.centerIn: parent
     width: Math.min(parent ? parent.width - 48 : 300, 320)
     padding: 16
@@ -44,6 +48,11 @@ Dialog {
     background: Rectangle {
         radius: 14
         color: alert.theme.alertBackground
+    }
+
+    Connections {
+        target: alert.slot
+        function onOpenRequested() { alert.open() }
     }
 
     // False for an alert whose title is there only for a screen reader.

@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: MIT
 import QtQuick
-import QtQuick.Controls
 import Tavlo
 
 // One wheel of the birth date: its labels, the selected index, and a text
-// colour for the labels.
-Tumbler {
+// colour for the labels. A list of Qt Quick's own that stands its chosen
+// entry in the middle row: a screen whose first frame needs no Qt Quick
+// Controls opens without loading them.
+Item {
     id: wheel
 
-    // With a count for a model, the labels count from 1 (days of a month).
     property color textColor: "white"
     // The lowest opacity the outer labels may fade to and still read.
     property real fadedOpacity: 0.2
@@ -18,6 +18,14 @@ Tumbler {
     property int firstValue: 1
     // The entry the wheel stands on when it is made, and follows.
     property int shownIndex: 0
+    // The entry in the middle row; set, it moves the wheel there.
+    property alias currentIndex: labels.currentIndex
+    // With a count for a model, the labels count from 1 (days of a month).
+    property alias model: labels.model
+    readonly property alias count: labels.count
+    readonly property alias moving: labels.moving
+    // How many rows are seen.
+    property int visibleItemCount: 5
     // What a screen reader says after a turn, besides the new entry: the
     // report that the turn changed.
     property string spokenResult
@@ -32,14 +40,46 @@ Tumbler {
     // owner of the wheel's date moves it there.
     signal stepRequested(int index)
 
-    visibleItemCount: 5
-    wrap: false
-    focusPolicy: Qt.NoFocus
-    activeFocusOnTab: false
-    // The stepper below stands for the wheel.
-    Accessible.ignored: true
-    currentIndex: shownIndex
+    // Stands entry `index` at `mode` (ListView.Center) at once.
+    function positionViewAtIndex(index, mode) {
+        labels.positionViewAtIndex(index, mode)
+    }
+
     onCurrentIndexChanged: stepper.value = currentIndex + firstValue
+
+    // The labels' list, standing on the entry shown as it is made. The
+    // stepper below stands for the wheel.
+    WheelList {
+        id: labels
+
+        anchors.fill: parent
+        currentIndex: wheel.shownIndex
+        rows: wheel.visibleItemCount
+        textColor: wheel.textColor
+        fadedOpacity: wheel.fadedOpacity
+        Accessible.ignored: true
+        delegate: Text {
+            required property int index
+            required property var modelData
+            // The label's list, looked up once.
+            readonly property WheelList labels: ListView.view as WheelList
+            // How many rows this label is away from the middle.
+            readonly property real displacement: (labels.contentY + labels.preferredHighlightBegin - y)
+                                                 / height
+
+            width: labels.width
+            height: labels.height / labels.rows
+            text: typeof modelData === "number" ? index + 1 : modelData
+            color: labels.textColor
+            opacity: Math.max(labels.fadedOpacity,
+                              1.0 - Math.abs(displacement) / (labels.rows / 2) * 0.8)
+            font.weight: Font.Light
+            font.pixelSize: 21
+            horizontalAlignment: Text.AlignHCenter
+            verticalAlignment: Text.AlignVCenter
+            elide: Text.ElideRight
+        }
+    }
 
     // To a screen reader and the keyboard a wheel is a value to step up and
     // down: a spin button whose name says the entry, announced as it changes.
@@ -110,46 +150,5 @@ Tumbler {
             shown: stepper.activeFocus
             ringColor: wheel.textColor
         }
-    }
-
-    // The labels' list, standing on the entry shown as it is made. Made with
-    // the wheel, not deferred to its completion as a control's parts are:
-    // the wheel would then set a list made later back on its first entry.
-    // qmllint disable deferred-property-id
-    contentItem: WheelList {
-        id: labels
-
-        model: wheel.model
-        delegate: wheel.delegate
-        currentIndex: wheel.shownIndex
-        rows: wheel.visibleItemCount
-        textColor: wheel.textColor
-        fadedOpacity: wheel.fadedOpacity
-    }
-    // qmllint enable deferred-property-id
-
-    // A label reads its place from the list itself, as the wheel's attached
-    // properties would, but without looking the wheel's type up each time
-    // the wheel moves (Qt compiles no read of an attached property).
-    delegate: Text {
-        required property int index
-        required property var modelData
-        // The label's list, looked up once.
-        readonly property WheelList labels: ListView.view as WheelList
-        // How many rows this label is away from the middle.
-        readonly property real displacement: (labels.contentY + labels.preferredHighlightBegin - y)
-                                             / height
-
-        width: labels.width
-        height: labels.height / labels.rows
-        text: typeof modelData === "number" ? index + 1 : modelData
-        color: labels.textColor
-        opacity: Math.max(labels.fadedOpacity,
-                          1.0 - Math.abs(displacement) / (labels.rows / 2) * 0.8)
-        font.weight: Font.Light
-        font.pixelSize: 21
-        horizontalAlignment: Text.AlignHCenter
-        verticalAlignment: Text.AlignVCenter
-        elide: Text.ElideRight
     }
 }

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 import QtQuick
-import QtQuick.Controls
 import Tavlo
 
 // A birth date as three wheels, day, month and year, side by side in the
@@ -58,26 +57,26 @@ Item {
     // leave the wheel drawn on the first day even where its index is kept.
     function placeDay(day) {
         dayWheel.currentIndex = day - 1
-        dayWheel.positionViewAtIndex(day - 1, Tumbler.Center)
+        dayWheel.positionViewAtIndex(day - 1, ListView.Center)
     }
 
     // Stands the year wheel where it is bound to at once: "no year" lies
     // two centuries past the years of birth, too far to ride to.
     function showYearAtOnce() {
-        yearWheel.positionViewAtIndex(yearWheel.currentIndex, Tumbler.Center)
+        yearWheel.positionViewAtIndex(yearWheel.currentIndex, ListView.Center)
     }
 
     // Stands the wheels where they are bound to at once.
     function showAtOnce() {
         for (const wheel of [dayWheel, monthWheel, yearWheel])
-            wheel.positionViewAtIndex(wheel.currentIndex, Tumbler.Center)
+            wheel.positionViewAtIndex(wheel.currentIndex, ListView.Center)
     }
 
     // Stands the wheels on a date at once, without a ride across the years.
     function jumpTo(day, month, year) {
         setDate(day, month, year)
         for (const wheel of [dayWheel, monthWheel, yearWheel])
-            wheel.positionViewAtIndex(wheel.currentIndex, Tumbler.Center)
+            wheel.positionViewAtIndex(wheel.currentIndex, ListView.Center)
     }
 
     function xOf(field) {

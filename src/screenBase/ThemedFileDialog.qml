@@ -147,16 +147,38 @@ FileDialogImpl {
                 height: 44
                 verticalAlignment: Text.AlignVCenter
             }
-            upButton: SymbolButton {
+            // The crumbs take a control of Qt Quick Controls here, drawn as
+            // the symbol buttons are.
+            upButton: AbstractButton {
+                id: upButton
+
                 objectName: "fileDialogUp"
                 x: 0
                 width: 44
                 height: 44
-                iconName: "chevron_left"
-                iconColor: FallbackFileDialog.textColor
                 rotation: 90
                 focusPolicy: Qt.TabFocus
                 Accessible.name: FallbackFileDialog.upText
+                contentItem: Item {
+                    Image {
+                        anchors.centerIn: parent
+                        width: 26
+                        height: 26
+                        sourceSize.width: 52
+                        sourceSize.height: 52
+                        fillMode: Image.PreserveAspectFit
+                        source: "image://symbol/chevron_left/" + FallbackFileDialog.textColor
+                    }
+                }
+                background: Item {}
+                HoverRing {
+                    shown: upButton.hovered && !upButton.visualFocus
+                    ringColor: FallbackFileDialog.textColor
+                }
+                FocusRing {
+                    shown: upButton.visualFocus
+                    ringColor: FallbackFileDialog.textColor
+                }
             }
             // Typing a path (Ctrl+L) shows it instead of the crumbs.
             textField: TextField {

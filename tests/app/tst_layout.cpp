@@ -23,8 +23,7 @@ bool isSymbol(const QQuickItem *item)
 
 bool isControl(const QQuickItem *item)
 {
-    return item->inherits("QQuickAbstractButton") || item->inherits("QQuickTumbler") ||
-           item->inherits("QQuickTextField");
+    return isButton(item) || isTavloType(item, "DateWheel") || item->inherits("QQuickTextField");
 }
 
 bool inPopup(const QQuickItem *item)

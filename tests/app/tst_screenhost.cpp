@@ -40,7 +40,7 @@ QMap<QString, Control> controls(const QStringList &preferred)
         // The rows of the list fly in.
         QTest::qWait(screen == u"favView" ? 1500 : 0);
         for (QQuickItem *item : h.window->findChildren<QQuickItem *>()) {
-            if (item->inherits("QQuickAbstractButton") || item->inherits("QQuickTextField") ||
+            if (isButton(item) || item->inherits("QQuickTextField") ||
                 item->objectName().endsWith(u"Stepper"_qs)) {
                 const QString name = item->objectName();
                 found.insert(

@@ -18,6 +18,19 @@ inline bool isSymbolPicture(const QQuickItem *item)
             item->property("source").toUrl().toString().startsWith(u"image://symbol/"));
 }
 
+// An item of one of Tavlo's own QML types (SymbolButton, DateWheel).
+inline bool isTavloType(const QQuickItem *item, const char *type)
+{
+    return QByteArray(item->metaObject()->className()).startsWith(QByteArray(type) + "_QMLTYPE_");
+}
+
+// A control a tap presses: Qt Quick Controls' buttons, and the symbol
+// buttons made of Qt Quick alone.
+inline bool isButton(const QQuickItem *item)
+{
+    return item->inherits("QQuickAbstractButton") || isTavloType(item, "SymbolButton");
+}
+
 inline QString describe(const QQuickItem *item)
 {
     QString name = item->objectName();

@@ -467,6 +467,45 @@ private slots:
         QCOMPARE(reminders.count(), confirm ? 1 : 0);
     }
 
+    // A button's focus ring shows when the keyboard brought it there, not
+    // after a tap or where a screen placed the focus; a tap takes the
+    // keyboard, so that a dialog it opened hands it back.
+    void focusRingOnlyFromTheKeyboard_data()
+    {
+        QTest::addColumn<int>("reason");
+        QTest::addColumn<bool>("ring");
+        QTest::newRow("Tab") << int(Qt::TabFocusReason) << true;
+        QTest::newRow("Shift+Tab") << int(Qt::BacktabFocusReason) << true;
+        QTest::newRow("placed by the screen") << int(Qt::OtherFocusReason) << false;
+        QTest::newRow("tap") << int(Qt::MouseFocusReason) << false;
+    }
+    void focusRingOnlyFromTheKeyboard()
+    {
+        QFETCH(int, reason);
+        QFETCH(bool, ring);
+        start();
+        QQuickItem *button = h->find("btnReset");
+        if (reason == Qt::MouseFocusReason)
+            h->tap(button);
+        else
+            button->forceActiveFocus(Qt::FocusReason(reason));
+        QTRY_VERIFY(button->hasActiveFocus());
+        QCOMPARE(button->property("visualFocus").toBool(), ring);
+        // Focus elsewhere takes the ring away.
+        h->find("dayWheelStepper")->forceActiveFocus(Qt::TabFocusReason);
+        QVERIFY(!button->property("visualFocus").toBool());
+    }
+    void dialogHandsTheKeyboardBackToTheTappedButton()
+    {
+        start();
+        openAddDialog();
+        QVERIFY(h->find("mainView")->property("covered").toBool());
+        h->tap("addCancelButton");
+        QTRY_VERIFY(h->find("btnPlus")->hasActiveFocus());
+        QVERIFY(!h->find("btnPlus")->property("visualFocus").toBool());
+        QVERIFY(!h->find("mainView")->property("covered").toBool());
+    }
+
     // The name field: a clear button while something is typed, and capitals
     // asked for where a word begins.
     void nameFieldClearsAndCapitalises()
