@@ -13,7 +13,6 @@ Item {
     property color iconColor: "white"
     property int iconSize: 26
     readonly property bool hovered: hover.hovered
-    readonly property bool pressed: tap.pressed
     // Keyboard focus that came from the keyboard: only then the ring shows.
     // (KeyboardFocus read first: it is made when first read, and must be
     // there before the focus comes.)
