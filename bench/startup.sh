@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: MIT
-# Time from process start to the first frame of the main screen, and peak
+# Time from process start to the first frame of the main screen, the processor
+# time all threads used by then (what a slow core has to give), and peak
 # memory, under Xvfb with Qt Quick's software renderer; medians of RUNS runs,
 # side by side: the smallest Qt Quick Controls window (the floor), then Tavlo
 # with each number of favorites, and its first frame against that with none.
@@ -53,14 +54,16 @@ fi
 
 median() { printf '%s\n' "$@" | sort -n | awk '{a[NR]=$1} END {print a[int((NR+1)/2)]}'; }
 
-# once COMMAND...: one start; prints its first frame (ms from start) and peak memory (MB).
+# once COMMAND...: one start; prints its first frame (ms from start), the
+# processor time all its threads used by then (ms), and peak memory (MB).
 once() {
-    local start output frame peak
+    local start output frame cpu peak
     start=$(date +%s%3N)
     output=$("${throttled[@]}" "$@")
     frame=$(awk '/^first-frame-epoch-ms/ {print $2}' <<<"$output")
+    cpu=$(awk '/^first-frame-cpu-ms/ {print $2}' <<<"$output")
     peak=$(awk '/^peak-rss-kb/ {print $2}' <<<"$output")
-    echo "$((frame - start)) $((peak / 1024))"
+    echo "$((frame - start)) $cpu $((peak / 1024))"
 }
 
 # A settings file with N favorites, as the app keeps them, past its first start:
@@ -99,15 +102,16 @@ for n in "${counts[@]}"; do
     labels+=("Tavlo, $n favorites")
     dirs+=("$(settings_with "$n")")
 done
-declare -A frames peaks
+declare -A frames cpus peaks
 for ((i = 0; i < runs; i++)); do
     for c in "${!labels[@]}"; do
         if ((c == 0)); then
-            read -r frame peak < <(once "$root/build/bench/minimal_window")
+            read -r frame cpu peak < <(once "$root/build/bench/minimal_window")
         else
-            read -r frame peak < <(XDG_CONFIG_HOME=${dirs[c]} once "$root/build/tavlo")
+            read -r frame cpu peak < <(XDG_CONFIG_HOME=${dirs[c]} once "$root/build/tavlo")
         fi
         frames[$c]+="$frame "
+        cpus[$c]+="$cpu "
         peaks[$c]+="$peak "
     done
 done
@@ -115,13 +119,16 @@ for c in "${!labels[@]}"; do
     # shellcheck disable=SC2086
     frame=$(median ${frames[$c]})
     # shellcheck disable=SC2086
+    cpu=$(median ${cpus[$c]})
+    # shellcheck disable=SC2086
     peak=$(median ${peaks[$c]})
-    ((c == 0)) && bare=$frame bareMemory=$peak
+    ((c == 0)) && bare=$frame bareCpu=$cpu bareMemory=$peak
     ((c == 1)) && none=$frame
     # Against the bare window, and against Tavlo with no favorites.
-    ratio=""
+    ratio="" cpuRatio=""
     ((c >= 1)) && ratio=$(awk -v a="$frame" -v b="$bare" -v n="$none" -v m="$((peak - bareMemory))" \
         'BEGIN {printf "(%.2fx bare, %.2fx none, %+d MB)", a / b, a / n, m}')
-    printf '%-28s first frame %5d ms %-34s  peak memory %4d MB   (frames: %s)\n' "${labels[c]}" \
-        "$frame" "$ratio" "$peak" "${frames[$c]% }"
+    ((c >= 1)) && cpuRatio=$(awk -v a="$cpu" -v b="$bareCpu" 'BEGIN {printf "(%.2fx)", a / b}')
+    printf '%-28s first frame %5d ms %-34s  processor %4d ms %-8s  peak memory %4d MB   (frames: %s)\n' \
+        "${labels[c]}" "$frame" "$ratio" "$cpu" "$cpuRatio" "$peak" "${frames[$c]% }"
 done

@@ -157,6 +157,10 @@ int AppStartup::run(QGuiApplication &app, const Options &options)
         });
     }
 
+    // Told before the held writes start, so that their thread's work is not
+    // counted as the first frame's.
+    if (window && options.traceStartup)
+        StartupTrace::followFirstFrame(*window, options.screenshotPath.isEmpty());
     // The changes made while starting (the start count, a list read from an
     // older version) are written once the window shows; a second at most.
     if (window) {
@@ -170,8 +174,6 @@ int AppStartup::run(QGuiApplication &app, const Options &options)
                      [&settings] { settings.releaseWrites(); });
     release.start(1000);
 
-    if (window && options.traceStartup)
-        StartupTrace::followFirstFrame(*window, options.screenshotPath.isEmpty());
     if (window && !options.screenshotPath.isEmpty())
         Screenshot::takeAfterFirstFrame(*window, options.screenshotPath);
 

@@ -7,6 +7,7 @@
 #include <QQuickWindow>
 #include <QTimer>
 #include <cstdio>
+#include <sys/resource.h>
 
 namespace {
 
@@ -23,6 +24,18 @@ QByteArray peakResidentKilobytes()
     return "unknown";
 }
 
+// Processor time the whole process (every thread) has used so far: what a
+// slow or shared core has to give before the first frame.
+long long processorMilliseconds()
+{
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    const auto ms = [](const timeval &t) {
+        return static_cast<long long>(t.tv_sec) * 1000 + t.tv_usec / 1000;
+    };
+    return ms(usage.ru_utime) + ms(usage.ru_stime);
+}
+
 } // namespace
 
 void StartupTrace::followFirstFrame(QQuickWindow &window, bool thenQuit)
@@ -32,6 +45,7 @@ void StartupTrace::followFirstFrame(QQuickWindow &window, bool thenQuit)
         [&window, thenQuit] {
             std::printf("first-frame-epoch-ms %lld\n",
                         static_cast<long long>(QDateTime::currentMSecsSinceEpoch()));
+            std::printf("first-frame-cpu-ms %lld\n", processorMilliseconds());
             std::fflush(stdout);
             if (thenQuit)
                 QTimer::singleShot(1000, &window, &QCoreApplication::quit);

@@ -4,8 +4,9 @@
 class QQuickWindow;
 
 // Measuring start-up (TAVLO_STARTUP_TRACE): one line on standard output when
-// the window's first frame was drawn ("first-frame-epoch-ms N"), and one with
-// the most memory the process held ("peak-rss-kb N") at the end.
+// the window's first frame was drawn ("first-frame-epoch-ms N"), one with the
+// processor time all its threads had used by then ("first-frame-cpu-ms N"),
+// and one with the most memory the process held ("peak-rss-kb N") at the end.
 namespace StartupTrace {
 
 // Prints the first frame's moment once it is drawn; with `thenQuit`, the app
