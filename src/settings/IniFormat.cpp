@@ -398,19 +398,53 @@ std::optional<QVariantList> asList(const Tree &tree, qsizetype at)
 // The entries of one top-level group in file order, full keys.
 using Entries = QList<std::pair<QString, QVariant>>;
 
-// An index as QSettings writes one: digits without a leading zero, here at
-// most `limit`.
-std::optional<qsizetype> indexOf(QStringView text, qsizetype limit)
+char16_t codeOf(QChar c)
 {
-    if (text.isEmpty() || text.size() > 9 || text.front() == u'0')
+    return c.unicode();
+}
+
+char16_t codeOf(char c)
+{
+    return char16_t(uchar(c));
+}
+
+// An index as QSettings writes one: digits without a leading zero, here at
+// most `limit`. In a full key or as the file has it.
+template <typename View>
+std::optional<qsizetype> indexOf(View text, qsizetype limit)
+{
+    if (text.isEmpty() || text.size() > 9 || codeOf(text.front()) == u'0')
         return std::nullopt;
     qsizetype number = 0;
-    for (const QChar c : text) {
-        if (c < u'0' || c > u'9')
+    for (const auto c : text) {
+        const char16_t code = codeOf(c);
+        if (code < u'0' || code > u'9')
             return std::nullopt;
-        number = number * 10 + (c.unicode() - u'0');
+        number = number * 10 + (code - u'0');
     }
     return number <= limit ? std::optional(number) : std::nullopt;
+}
+
+// An entry's path within its group comes two ways: from its full key, its
+// parts between '/' ("1/2"), or as the file has it, between '\\' ("1\\2").
+char separatorIn(QByteArrayView)
+{
+    return '\\';
+}
+
+char16_t separatorIn(QStringView)
+{
+    return u'/';
+}
+
+bool isSizeName(QByteArrayView name)
+{
+    return name == "size";
+}
+
+bool isSizeName(QStringView name)
+{
+    return name == u"size";
 }
 
 // The size entry of a list of `children` entries in all, if it is one.
@@ -427,8 +461,11 @@ std::optional<qsizetype> listSize(const QVariant *entry, qsizetype children)
 
 // The favorites' shape ("1/1", "1/2", "1/size" ... "size") read straight
 // into rows: the answer the tree gives, without the tree. Nothing when the
-// entries have another shape; then the tree decides.
-std::optional<std::optional<QVariantList>> asListOfRows(const Entries &entries)
+// entries have another shape; then the tree decides. `pathOf` gives an
+// entry's path within the group, `valueOf` its value.
+template <typename Range, typename PathOf, typename ValueOf>
+std::optional<std::optional<QVariantList>> asListOfRows(const Range &entries, PathOf pathOf,
+                                                        ValueOf valueOf)
 {
     // Rows are short; a longer one goes the general way.
     constexpr qsizetype longestRow = 64;
@@ -444,13 +481,14 @@ std::optional<std::optional<QVariantList>> asListOfRows(const Entries &entries)
     std::vector<Row> rows;
     const QVariant *size = nullptr;
     qsizetype rowCount = 0;
-    for (const auto &[key, value] : entries) {
-        const QStringView path = QStringView(key).sliced(key.indexOf(u'/') + 1);
-        if (path == u"size") {
+    for (const auto &entry : entries) {
+        const auto path = pathOf(entry);
+        const QVariant &value = valueOf(entry);
+        if (isSizeName(path)) {
             size = &value;
             continue;
         }
-        const qsizetype slash = path.indexOf(u'/');
+        const qsizetype slash = path.indexOf(separatorIn(path));
         const std::optional<qsizetype> row =
             slash < 0 ? std::nullopt : indexOf(path.first(slash), entries.size());
         if (!row)
@@ -462,8 +500,8 @@ std::optional<std::optional<QVariantList>> asListOfRows(const Entries &entries)
             r.seen = true;
             ++rowCount;
         }
-        const QStringView rest = path.sliced(slash + 1);
-        if (rest == u"size") {
+        const auto rest = path.sliced(slash + 1);
+        if (isSizeName(rest)) {
             r.size = &value;
             continue;
         }
@@ -500,11 +538,15 @@ std::optional<std::optional<QVariantList>> asListOfRows(const Entries &entries)
     return list;
 }
 
-// The group as one list, if it is one.
-std::optional<QVariantList> asList(const Entries &entries)
+QStringView pathInGroup(const QString &key)
 {
-    if (std::optional<std::optional<QVariantList>> rows = asListOfRows(entries))
-        return std::move(*rows);
+    return QStringView(key).sliced(key.indexOf(u'/') + 1);
+}
+
+// The group as one list, if it is one: found by taking its entries' keys
+// apart, the way any shape is found.
+std::optional<QVariantList> asListOfTree(const Entries &entries)
+{
     Tree tree(1);
     tree.reserve(size_t(entries.size()) * 2 + 1);
     for (const auto &[key, value] : entries) {
@@ -524,6 +566,15 @@ std::optional<QVariantList> asList(const Entries &entries)
     return asList(tree, 0);
 }
 
+// The group as one list, if it is one.
+std::optional<QVariantList> asList(const Entries &entries)
+{
+    const auto rows = asListOfRows(
+        entries, [](const auto &entry) { return pathInGroup(entry.first); },
+        [](const auto &entry) -> const QVariant & { return entry.second; });
+    return rows ? *rows : asListOfTree(entries);
+}
+
 // "[name]" as the prefix of the keys under it: "" for [General].
 QString sectionPrefix(QByteArrayView line)
 {
@@ -537,6 +588,49 @@ QString sectionPrefix(QByteArrayView line)
         return QString::fromLatin1(name.sliced(1)) + u'/';
     return unescapedKey(name) + u'/';
 }
+
+// An entry of a group as it was read. A key with nothing to decode in the
+// group's own section keeps its path as the file has it ("12\\1"): the full
+// key is made only when the group is not a list as Tavlo writes one, which
+// saves a list of 10,000 favorites making 40,000 keys to take apart again.
+struct GroupEntry
+{
+    QByteArrayView path;
+    bool plain = false;
+    QString key;
+    QVariant value;
+};
+
+struct Group
+{
+    QString name;
+    QList<GroupEntry> entries;
+
+    // The entries with their full keys ("person/12/1"), in file order.
+    Entries keyed() const
+    {
+        const QString section = name + u'/';
+        Entries all;
+        all.reserve(entries.size());
+        for (const GroupEntry &entry : entries)
+            all.append({entry.plain ? keyUnder(section, entry.path) : entry.key, entry.value});
+        return all;
+    }
+
+    // The group as one list, if it is one; a list of rows straight from the
+    // paths as read, when every key was plain.
+    std::optional<QVariantList> asList() const
+    {
+        const bool allPlain = std::all_of(entries.cbegin(), entries.cend(),
+                                          [](const GroupEntry &entry) { return entry.plain; });
+        if (!allPlain)
+            return IniFormat::asList(keyed());
+        const auto rows = asListOfRows(
+            entries, [](const GroupEntry &entry) { return entry.path; },
+            [](const GroupEntry &entry) -> const QVariant & { return entry.value; });
+        return rows ? *rows : asListOfTree(keyed());
+    }
+};
 
 // ---- Recovering damaged lists of rows ---------------------------------------
 
@@ -566,11 +660,6 @@ std::optional<std::optional<RowPlace>> rowPlace(QStringView path)
     if (!item)
         return std::nullopt;
     return std::optional(RowPlace{*row, *item});
-}
-
-QStringView pathInGroup(const QString &key)
-{
-    return QStringView(key).sliced(key.indexOf(u'/') + 1);
 }
 
 // Whether every entry has a row's shape and at least one holds a row item.
@@ -917,39 +1006,54 @@ Values parse(QByteArrayView text, QStringList *problems)
     Values values;
     // Entries under a group ("person/1/1"), by group, to find the lists.
     QHash<QString, qsizetype> groupIndex;
-    QList<std::pair<QString, Entries>> groups;
+    QList<Group> groups;
     qsizetype lastGroup = -1;
     QString section;
+    // The section is one group's own ("[person]"): its plain keys are paths
+    // within the group as they stand.
+    bool groupSection = false;
     bool spansLines = false;
     qsizetype pos = 0;
     while (const std::optional<Line> line = nextLine(text, pos)) {
         spansLines = spansLines || line->spansLines;
         if (line->text.startsWith('[')) {
             section = sectionPrefix(line->text);
+            groupSection = !section.isEmpty() && section.indexOf(u'/') == section.size() - 1;
             continue;
         }
         if (line->equals < 0)
             continue;
-        QString key = keyUnder(section, line->text.first(line->equals).trimmed());
+        const QByteArrayView keyText = line->text.first(line->equals).trimmed();
         const QByteArrayView raw = line->text.sliced(line->equals + 1);
         QVariant value = typedValue(unescapedValue(raw), raw.trimmed());
-        const qsizetype slash = key.indexOf(u'/');
-        if (slash < 0) {
-            values.insert(key, value);
-            continue;
+        GroupEntry entry;
+        QStringView group;
+        if (groupSection && std::all_of(keyText.begin(), keyText.end(), isPlainKeyChar)) {
+            entry.path = keyText;
+            entry.plain = true;
+            group = QStringView(section).chopped(1);
+        } else {
+            entry.key = keyUnder(section, keyText);
+            const qsizetype slash = entry.key.indexOf(u'/');
+            if (slash < 0) {
+                values.insert(entry.key, value);
+                continue;
+            }
+            group = QStringView(entry.key).first(slash);
         }
+        entry.value = std::move(value);
         // Entries of a group mostly follow one another: the last one's place
         // is looked up again only when the group changes.
-        if (lastGroup < 0 || QStringView(key).first(slash) != groups.at(lastGroup).first) {
-            const QString group = key.first(slash);
-            auto found = groupIndex.constFind(group);
+        if (lastGroup < 0 || group != groups.at(lastGroup).name) {
+            const QString name = group.toString();
+            auto found = groupIndex.constFind(name);
             if (found == groupIndex.cend()) {
-                found = groupIndex.insert(group, groups.size());
-                groups.append({group, {}});
+                found = groupIndex.insert(name, groups.size());
+                groups.append({name, {}});
             }
             lastGroup = *found;
         }
-        groups[lastGroup].second.append({std::move(key), std::move(value)});
+        groups[lastGroup].entries.append(std::move(entry));
     }
     // A line that swallowed the lines after it may have taken rows, or a
     // whole group of them, along: those read a line at a time.
@@ -963,32 +1067,35 @@ Values parse(QByteArrayView text, QStringList *problems)
             }
         }
     }
-    for (const auto &[group, entries] : std::as_const(groups)) {
+    for (const Group &group : std::as_const(groups)) {
+        const QString &name = group.name;
         // A value under the group's own name is what a read of it finds.
-        if (values.contains(group)) {
-            for (const auto &[key, value] : entries)
+        if (values.contains(name)) {
+            for (const auto &[key, value] : group.keyed())
                 values.insert(key, value);
             continue;
         }
-        const auto lines = lineByLine.constFind(group);
-        const bool swallowed = lines != lineByLine.cend() && lines->size() != entries.size();
-        std::optional<QVariantList> list = entries.isEmpty() ? std::nullopt : asList(entries);
+        const auto lines = lineByLine.constFind(name);
+        const qsizetype count = group.entries.size();
+        const bool swallowed = lines != lineByLine.cend() && lines->size() != count;
+        std::optional<QVariantList> list = count == 0 ? std::nullopt : group.asList();
         // Every entry used once: nothing left over, nothing twice.
-        if (list && !swallowed && entries.size() == entryCount(*list)) {
-            values.insert(group, QVariant(std::move(*list)));
+        if (list && !swallowed && count == entryCount(*list)) {
+            values.insert(name, QVariant(std::move(*list)));
             continue;
         }
+        const Entries entries = group.keyed();
         const Entries &found = swallowed ? *lines : entries;
         if (isRowShaped(found)) {
             const QVariantList rows = recoveredRows(found);
             if (problems)
-                problems->append(u"[%1]: %2; %3 rows read"_s.arg(group, damageOf(found, swallowed))
+                problems->append(u"[%1]: %2; %3 rows read"_s.arg(name, damageOf(found, swallowed))
                                      .arg(rows.size()));
-            values.insert(group, rows);
+            values.insert(name, rows);
             continue;
         }
         if (list) {
-            values.insert(group, QVariant(std::move(*list)));
+            values.insert(name, QVariant(std::move(*list)));
             continue;
         }
         for (const auto &[key, value] : entries)

@@ -784,6 +784,14 @@ private slots:
         QTest::newRow("favorites") << QByteArray("[person]\n1\\1=Anna\n1\\2=12 3 1985\n"
                                                  "1\\size=2\nsize=1\n")
                                    << QVariant(anna);
+        // The same rows keyed from [General] are taken apart the general way.
+        QTest::newRow("favorites keyed in full")
+            << QByteArray("[General]\nperson\\1\\1=Anna\nperson\\1\\2=12 3 1985\n"
+                          "person\\1\\size=2\nperson\\size=1\n")
+            << QVariant(anna);
+        QTest::newRow("rows under an escaped group name")
+            << QByteArray("[p%65rson]\n1\\1=Anna\n1\\2=12 3 1985\n1\\size=2\nsize=1\n")
+            << QVariant(anna);
         QTest::newRow("empty") << QByteArray("[person]\nsize=0\n") << QVariant(QVariantList());
         QTest::newRow("entry missing") << QByteArray("[person]\n2=A\nx=B\nsize=1\n") << QVariant();
         QTest::newRow("size not a number") << QByteArray("[person]\n1=A\nsize=one\n") << QVariant();
