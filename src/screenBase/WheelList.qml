@@ -16,4 +16,9 @@ ListView {
     preferredHighlightBegin: height / 2 - (height / rows / 2)
     preferredHighlightEnd: height / 2 + (height / rows / 2)
     clip: true
+    // Labels are made for the rows in sight and handed on as the wheel
+    // turns: a wheel made far from its first entry (a year) makes the rows
+    // it shows, not those it passed on the way.
+    reuseItems: true
+    cacheBuffer: 0
 }
