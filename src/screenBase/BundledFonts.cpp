@@ -17,6 +17,8 @@
 namespace {
 
 const QString sans = QStringLiteral("Tavlo Sans");
+// The title bar's size (TitleBar.qml).
+constexpr int titlePixelSize = 22;
 
 // After Tavlo Sans, in this order: the signs keep their plain bundled glyphs
 // before the emoji font could draw them in colour.
@@ -140,6 +142,10 @@ void install()
     QFont::insertSubstitutions(sans, fallbacks());
     QFont font(sans);
     font.setFamilies(QStringList{sans} + fallbacks());
+    // Every text names its own size. Qt Quick's first text still opens the
+    // default font once, so the default is the title bar's: the first frame
+    // then opens one font fewer.
+    font.setPixelSize(titlePixelSize);
     QGuiApplication::setFont(font);
 }
 

@@ -33,6 +33,7 @@ Item {
         minimumPixelSize: 14
         elide: Text.ElideRight
         color: bar.theme.labelColor
+        // The application's default size too (BundledFonts).
         font.pixelSize: 22
         horizontalAlignment: Text.AlignHCenter
         verticalAlignment: Text.AlignVCenter
