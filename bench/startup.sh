@@ -129,6 +129,6 @@ for c in "${!labels[@]}"; do
     ((c >= 1)) && ratio=$(awk -v a="$frame" -v b="$bare" -v n="$none" -v m="$((peak - bareMemory))" \
         'BEGIN {printf "(%.2fx bare, %.2fx none, %+d MB)", a / b, a / n, m}')
     ((c >= 1)) && cpuRatio=$(awk -v a="$cpu" -v b="$bareCpu" 'BEGIN {printf "(%.2fx)", a / b}')
-    printf '%-28s first frame %5d ms %-34s  processor %4d ms %-8s  peak memory %4d MB   (frames: %s)\n' \
+    printf '%-28s first frame %5d ms %-34s  processor %5.1f ms %-8s  peak memory %4d MB   (frames: %s)\n' \
         "${labels[c]}" "$frame" "$ratio" "$cpu" "$cpuRatio" "$peak" "${frames[$c]% }"
 done

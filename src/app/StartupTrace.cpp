@@ -7,7 +7,7 @@
 #include <QQuickWindow>
 #include <QTimer>
 #include <cstdio>
-#include <sys/resource.h>
+#include <ctime>
 
 namespace {
 
@@ -24,16 +24,14 @@ QByteArray peakResidentKilobytes()
     return "unknown";
 }
 
-// Processor time the whole process (every thread) has used so far: what a
-// slow or shared core has to give before the first frame.
-long long processorMilliseconds()
+// Processor time the whole process (every thread, those ended too) has
+// used so far, as the scheduler counts it: what a slow or shared core has
+// to give before the first frame.
+double processorMilliseconds()
 {
-    rusage usage{};
-    getrusage(RUSAGE_SELF, &usage);
-    const auto ms = [](const timeval &t) {
-        return static_cast<long long>(t.tv_sec) * 1000 + t.tv_usec / 1000;
-    };
-    return ms(usage.ru_utime) + ms(usage.ru_stime);
+    timespec time{};
+    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
+    return double(time.tv_sec) * 1000 + double(time.tv_nsec) / 1e6;
 }
 
 } // namespace
@@ -45,7 +43,7 @@ void StartupTrace::followFirstFrame(QQuickWindow &window, bool thenQuit)
         [&window, thenQuit] {
             std::printf("first-frame-epoch-ms %lld\n",
                         static_cast<long long>(QDateTime::currentMSecsSinceEpoch()));
-            std::printf("first-frame-cpu-ms %lld\n", processorMilliseconds());
+            std::printf("first-frame-cpu-ms %.1f\n", processorMilliseconds());
             std::fflush(stdout);
             if (thenQuit)
                 QTimer::singleShot(1000, &window, &QCoreApplication::quit);
