@@ -18,6 +18,7 @@
 #include "reminders/ReminderScheduler.h"
 #include "screenBase/AccessibleItems.h"
 #include "screenBase/BundledFonts.h"
+#include "screenBase/BundledPictures.h"
 #include "screenBase/FallbackFileDialog.h"
 #include "screenBase/TintedSymbols.h"
 #include "session/Session.h"
@@ -132,6 +133,7 @@ int AppStartup::run(QGuiApplication &app, const Options &options)
     const auto windowFirst = qScopeGuard([&engine] { engine.reset(); });
     FallbackFileDialog::install(*engine);
     TintedSymbols::install(*engine);
+    BundledPictures::install(*engine);
     engine->setInitialProperties({{QStringLiteral("screens"), QVariant::fromValue(&screens)}});
     // Waits for the reading begun above, and for nothing else: no event is
     // handled before the window is there.

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "screenBase/ScreenTheme.h"
 
+#include "screenBase/BundledPictures.h"
 #include "themes/Contrast.h"
 
 #include <QFile>
@@ -55,7 +56,8 @@ QUrl ScreenTheme::backgroundImageAt(int width, int height) const
     // Decoding the drawing takes longer than the rest of the first frame's
     // pictures together; the copy is decoded in a fraction of that.
     const QUrl copy = drawnAheadUrl(m_backgroundImage, width, height);
-    return QFile::exists(u':' + copy.path()) ? copy : m_backgroundImage;
+    return QFile::exists(u':' + copy.path()) ? BundledPictures::urlOf(copy.fileName())
+                                             : m_backgroundImage;
 }
 
 QColor ScreenTheme::labelColor() const

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "ScreenTour.h"
+#include "screenBase/BundledPictures.h"
 #include "screenBase/ScreenTheme.h"
 #include "themes/Contrast.h"
 
@@ -555,6 +556,11 @@ private slots:
         QVERIFY2(kept == drawn,
                  qPrintable(copy.fileName() + u" differs from its picture; the "
                                               u"right one is in the test's folder"_qs));
+        // The window shows the copy as it is, read by its type alone.
+        QSize size;
+        const QImage shown = BundledPictures().requestImage(copy.fileName(), &size, phone);
+        QCOMPARE(size, phone);
+        QCOMPARE(shown.convertToFormat(drawn.format()), drawn);
     }
 };
 

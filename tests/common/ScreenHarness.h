@@ -6,6 +6,7 @@
 #include "app/ScreenFactory.h"
 #include "core/DebugLog.h"
 #include "screenBase/BundledFonts.h"
+#include "screenBase/BundledPictures.h"
 #include "screenBase/FallbackFileDialog.h"
 #include "screenBase/TintedSymbols.h"
 #include "session/Session.h"
@@ -73,6 +74,7 @@ public:
         m_engine->addImportPath(u"qrc:/qt/qml"_qs);
         FallbackFileDialog::install(*m_engine);
         TintedSymbols::install(*m_engine);
+        BundledPictures::install(*m_engine);
         m_window = std::make_unique<QQuickWindow>();
         window = m_window.get();
         window->resize(390, 844);
@@ -108,6 +110,7 @@ public:
         engine->addImportPath(u"qrc:/qt/qml"_qs);
         FallbackFileDialog::install(*engine);
         TintedSymbols::install(*engine);
+        BundledPictures::install(*engine);
         QVariantMap initial{{u"screens"_qs, QVariant::fromValue(m_factory.get())}};
         if (size.isValid()) {
             initial.insert(u"width"_qs, size.width());
