@@ -294,7 +294,7 @@ bool isTypedForm(const QString &text)
 
 // QSettings' own markers: "@@" for a text that starts with '@', and the
 // typed forms, which Tavlo keeps as they are.
-QVariant typedValue(const QVariant &unescaped, QByteArrayView raw)
+QVariant typedValue(QVariant unescaped, QByteArrayView raw)
 {
     if (unescaped.typeId() == QMetaType::QStringList) {
         QStringList items = unescaped.toStringList();
@@ -307,9 +307,11 @@ QVariant typedValue(const QVariant &unescaped, QByteArrayView raw)
         }
         return items;
     }
-    const QString text = unescaped.toString();
+    if (unescaped.typeId() != QMetaType::QString)
+        return unescaped;
+    const QString &text = *static_cast<const QString *>(unescaped.constData());
     if (!text.startsWith(u'@'))
-        return text;
+        return unescaped;
     if (text == u"@Invalid()")
         return {};
     if (text.startsWith(u"@String(") && text.endsWith(u')'))

@@ -129,7 +129,7 @@ std::optional<QList<QStringList>> SettingsStore::tableOf(const QVariant &stored)
         std::optional<QStringList> strings = toStringList(row);
         if (!strings)
             return std::nullopt;
-        result.append(*strings);
+        result.append(std::move(*strings));
     }
     return result;
 }
