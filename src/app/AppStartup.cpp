@@ -36,6 +36,7 @@
 #include <QQuickWindow>
 #include <QScopeGuard>
 #include <QTimer>
+#include <utility>
 
 Appearance AppStartup::appearance()
 {
@@ -103,7 +104,6 @@ int AppStartup::run(QGuiApplication &app, const Options &options)
         // back for: what is due is shown now.
         if (platform.power)
             platform.power->answerCallbacks([&platform] { platform.center.deliverDue(); });
-        platform.center.start();
     }
     // After a change from the address books, reminders are planned again,
     // as after any change (the birthdays calendar follows every change).
@@ -163,17 +163,25 @@ int AppStartup::run(QGuiApplication &app, const Options &options)
     // counted as the first frame's.
     if (window && options.traceStartup)
         StartupTrace::followFirstFrame(*window, options.screenshotPath.isEmpty());
-    // The changes made while starting (the start count, a list read from an
-    // older version) are written once the window shows; a second at most.
+    // What waits for the window to show, a second at most, as each writes
+    // to the disk: the changes made while starting (the start count, a list
+    // read from an older version), and the reminders' own upkeep (the lock
+    // that tells a background delivery the app runs, and what is due).
+    bool shown = false;
+    const auto afterFirstFrame = [&] {
+        if (std::exchange(shown, true))
+            return;
+        settings.releaseWrites();
+        if (remindersOn)
+            platform.center.start();
+    };
     if (window) {
-        QObject::connect(
-            window, &QQuickWindow::frameSwapped, window, [&settings] { settings.releaseWrites(); },
-            Qt::SingleShotConnection);
+        QObject::connect(window, &QQuickWindow::frameSwapped, window, afterFirstFrame,
+                         Qt::SingleShotConnection);
     }
     QTimer release;
     release.setSingleShot(true);
-    QObject::connect(&release, &QTimer::timeout, &release,
-                     [&settings] { settings.releaseWrites(); });
+    QObject::connect(&release, &QTimer::timeout, &release, afterFirstFrame);
     release.start(1000);
 
     if (window && !options.screenshotPath.isEmpty())
