@@ -7,6 +7,7 @@
 
 #include <QSignalSpy>
 #include <QWheelEvent>
+#include <algorithm>
 #include <optional>
 
 using namespace SettingsKeys;
@@ -40,6 +41,57 @@ class TestMainScreen : public QObject
     }
 
     void swipe(int dx) { h->drag(QPoint(195 - dx / 2, 200), QPoint(dx, 0)); }
+
+    // What the rows in sight on `wheel` read, top to bottom, against the
+    // wheel's entries around its chosen one: the labels are handed on from
+    // row to row as it turns, and each must say its own entry.
+    QByteArray misreadRows(const QString &wheel) const
+    {
+        QQuickItem *list = nullptr;
+        for (QQuickItem *item : h->find(wheel)->findChildren<QQuickItem *>()) {
+            if (item->inherits("QQuickListView"))
+                list = item;
+        }
+        const QRectF view = list->mapRectToScene(QRectF(0, 0, list->width(), list->height()));
+        QList<QQuickItem *> rows;
+        for (QQuickItem *row : list->property("contentItem").value<QQuickItem *>()->childItems()) {
+            if (row->isVisible() && row->inherits("QQuickText") &&
+                view.contains(row->mapRectToScene(row->boundingRect()).center()))
+                rows.append(row);
+        }
+        std::sort(rows.begin(), rows.end(), [](QQuickItem *a, QQuickItem *b) {
+            return a->mapToScene({}).y() < b->mapToScene({}).y();
+        });
+        const QVariant model = h->find(wheel)->property("model");
+        const int entries =
+            model.typeId() == QMetaType::Int ? model.toInt() : int(model.toStringList().size());
+        const int chosen = wheelIndex(wheel);
+        // The chosen entry stands in the middle row; the wheel's ends have
+        // fewer rows beside it.
+        qsizetype middle = 0;
+        for (qsizetype i = 1; i < rows.size(); ++i) {
+            const auto off = [&](qsizetype r) {
+                return qAbs(rows.at(r)->mapRectToScene(rows.at(r)->boundingRect()).center().y() -
+                            view.center().y());
+            };
+            if (off(i) < off(middle))
+                middle = i;
+        }
+        QByteArrayList wrong;
+        for (qsizetype i = 0; i < rows.size(); ++i) {
+            const int entry = chosen + int(i - middle);
+            const QString expected = model.typeId() == QMetaType::Int
+                                         ? QString::number(entry + 1)
+                                         : model.toStringList().value(entry);
+            const QString shown = rows.at(i)->property("text").toString();
+            if (shown != expected)
+                wrong.append(shown.toUtf8() + " for " + expected.toUtf8());
+        }
+        const int reachable = std::min(chosen + 2, entries - 1) - std::max(chosen - 2, 0) + 1;
+        if (rows.size() != reachable)
+            wrong.append(QByteArray::number(rows.size()) + " rows");
+        return wrong.join(", ");
+    }
 
     void openAddDialog()
     {
@@ -180,6 +232,10 @@ private slots:
         // Turning the month or the year keeps the day.
         if (wheel != "dayWheel")
             QCOMPARE(picked.day(), 6);
+        QTRY_COMPARE(misreadRows(wheel), QByteArray());
+        // A jump far along (the year by decades) shows the rows there.
+        turnWheels(23, 11, 1990);
+        QTRY_COMPARE(misreadRows(wheel), QByteArray());
     }
 
     // The mouse wheel turns a wheel one entry a notch: away from you to the
