@@ -163,17 +163,23 @@ int AppStartup::run(QGuiApplication &app, const Options &options)
     // counted as the first frame's.
     if (window && options.traceStartup)
         StartupTrace::followFirstFrame(*window, options.screenshotPath.isEmpty());
-    // What waits for the window to show, a second at most, as each writes
-    // to the disk: the changes made while starting (the start count, a list
-    // read from an older version), and the reminders' own upkeep (the lock
-    // that tells a background delivery the app runs, and what is due).
+    // What waits for the window to show, a second at most: the changes made
+    // while starting (the start count, a list read from an older version)
+    // and the reminders' own upkeep (the lock that tells a background
+    // delivery the app runs, and what is due), as each writes to the disk;
+    // following the address books (which loads evolution-data-server's
+    // client library) and the CardDAV account, which the first frame does not
+    // show. A screenshot leaves the user's reminders and favorites alone.
     bool shown = false;
     const auto afterFirstFrame = [&] {
         if (std::exchange(shown, true))
             return;
         settings.releaseWrites();
-        if (remindersOn)
+        if (remindersOn) {
             platform.center.start();
+            follower.start();
+            sync.start();
+        }
     };
     if (window) {
         QObject::connect(window, &QQuickWindow::frameSwapped, window, afterFirstFrame,
@@ -187,11 +193,6 @@ int AppStartup::run(QGuiApplication &app, const Options &options)
     if (window && !options.screenshotPath.isEmpty())
         Screenshot::takeAfterFirstFrame(*window, options.screenshotPath);
 
-    // A screenshot leaves the user's favorites alone, too.
-    if (remindersOn) {
-        follower.start();
-        sync.start();
-    }
     const int status = app.exec();
     session.favoritesStored = {};
     // The last changes reach the disk before we go, and a failure among
