@@ -8,6 +8,7 @@
 #include <QStringList>
 #include <QVarLengthArray>
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <iterator>
 #include <optional>
@@ -61,10 +62,22 @@ std::optional<Line> nextLine(QByteArrayView data, qsizetype &pos)
             ++pos;
     }
 
+    // The characters that mean something in a line; runs of the others
+    // (most of every line) are passed over at once.
+    static constexpr std::array<bool, 256> meaningful = [] {
+        std::array<bool, 256> table{};
+        for (const char c : {'"', '\\', '\n', '\r', ';', '='})
+            table[uchar(c)] = true;
+        return table;
+    }();
     Line line;
     const qsizetype start = pos;
     bool quoted = false;
     while (pos < size) {
+        while (pos < size && !meaningful[uchar(data[pos])])
+            ++pos;
+        if (pos >= size)
+            break;
         const char c = data[pos];
         if (c == '"') {
             quoted = !quoted;
@@ -97,8 +110,16 @@ std::optional<Line> nextLine(QByteArrayView data, qsizetype &pos)
 
 bool isPlainKeyChar(char c)
 {
-    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_' ||
-           c == '-' || c == '.' || c == '\\';
+    static constexpr std::array<bool, 256> plain = [] {
+        std::array<bool, 256> table{};
+        for (int c = 0; c < 256; ++c) {
+            table[size_t(c)] = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') ||
+                               (c >= '0' && c <= '9') || c == '_' || c == '-' || c == '.' ||
+                               c == '\\';
+        }
+        return table;
+    }();
+    return plain[uchar(c)];
 }
 
 QString unescapedKey(QByteArrayView text)
