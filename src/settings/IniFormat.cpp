@@ -314,7 +314,7 @@ bool isTypedForm(const QString &text)
 }
 
 // QSettings' own markers: "@@" for a text that starts with '@', and the
-// typed forms, which Tavlo keeps as they are.
+// typed forms, which Tavlo keeps as they are (`raw`, blanks around it aside).
 QVariant typedValue(QVariant unescaped, QByteArrayView raw)
 {
     if (unescaped.typeId() == QMetaType::QStringList) {
@@ -322,7 +322,7 @@ QVariant typedValue(QVariant unescaped, QByteArrayView raw)
         for (QString &item : items) {
             if (item.startsWith(u'@')) {
                 if (!item.startsWith(u"@@"))
-                    return raw.toByteArray();
+                    return raw.trimmed().toByteArray();
                 item.remove(0, 1);
             }
         }
@@ -338,7 +338,7 @@ QVariant typedValue(QVariant unescaped, QByteArrayView raw)
     if (text.startsWith(u"@String(") && text.endsWith(u')'))
         return text.sliced(8).chopped(1);
     if (isTypedForm(text))
-        return raw.toByteArray();
+        return raw.trimmed().toByteArray();
     if (text.startsWith(u"@@"))
         return text.sliced(1);
     return text;
@@ -493,11 +493,12 @@ std::optional<std::optional<QVariantList>> asListOfRows(const Range &entries, Pa
     // Rows are short; a longer one goes the general way.
     constexpr qsizetype longestRow = 64;
     // The entries stay where they are; a row points at its own. A favorite
-    // has two texts and a size, which fit in the row itself.
+    // has three texts (items 1 to 3; 0 is unused) and a size, which fit in
+    // the row itself.
     struct Row
     {
         const QVariant *size = nullptr;
-        QVarLengthArray<const QVariant *, 3> items;
+        QVarLengthArray<const QVariant *, 4> items;
         qsizetype itemCount = 0;
         bool seen = false;
     };
@@ -795,7 +796,7 @@ QHash<QString, Entries> rowGroupsLineByLine(QByteArrayView text)
         if (!rowPlace(pathInGroup(key)))
             continue;
         const QByteArrayView raw = line.sliced(equals + 1);
-        groups[section.chopped(1)].append({key, typedValue(unescapedValue(raw), raw.trimmed())});
+        groups[section.chopped(1)].append({key, typedValue(unescapedValue(raw), raw)});
     }
     for (auto it = groups.begin(); it != groups.end();) {
         if (isRowShaped(*it))
@@ -1048,7 +1049,7 @@ Values parse(QByteArrayView text, QStringList *problems)
             continue;
         const QByteArrayView keyText = line->text.first(line->equals).trimmed();
         const QByteArrayView raw = line->text.sliced(line->equals + 1);
-        QVariant value = typedValue(unescapedValue(raw), raw.trimmed());
+        QVariant value = typedValue(unescapedValue(raw), raw);
         GroupEntry entry;
         QStringView group;
         if (groupSection && std::all_of(keyText.begin(), keyText.end(), isPlainKeyChar)) {
