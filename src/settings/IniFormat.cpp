@@ -1036,6 +1036,8 @@ Values parse(QByteArrayView text, QStringList *problems)
     // The section is one group's own ("[person]"): its plain keys are paths
     // within the group as they stand.
     bool groupSection = false;
+    // Where that section's group stands in `groups`, once known.
+    qsizetype sectionGroup = -1;
     bool spansLines = false;
     qsizetype pos = 0;
     while (const std::optional<Line> line = nextLine(text, pos)) {
@@ -1043,6 +1045,7 @@ Values parse(QByteArrayView text, QStringList *problems)
         if (line->text.startsWith('[')) {
             section = sectionPrefix(line->text);
             groupSection = !section.isEmpty() && section.indexOf(u'/') == section.size() - 1;
+            sectionGroup = -1;
             continue;
         }
         if (line->equals < 0)
@@ -1067,8 +1070,11 @@ Values parse(QByteArrayView text, QStringList *problems)
         }
         entry.value = std::move(value);
         // Entries of a group mostly follow one another: the last one's place
-        // is looked up again only when the group changes.
-        if (lastGroup < 0 || group != groups.at(lastGroup).name) {
+        // is looked up again only when the group changes. A section's own
+        // keys are all of its group.
+        if (entry.plain && sectionGroup >= 0) {
+            lastGroup = sectionGroup;
+        } else if (lastGroup < 0 || group != groups.at(lastGroup).name) {
             const QString name = group.toString();
             auto found = groupIndex.constFind(name);
             if (found == groupIndex.cend()) {
@@ -1077,6 +1083,8 @@ Values parse(QByteArrayView text, QStringList *problems)
             }
             lastGroup = *found;
         }
+        if (entry.plain)
+            sectionGroup = lastGroup;
         groups[lastGroup].entries.append(std::move(entry));
     }
     // A line that swallowed the lines after it may have taken rows, or a
