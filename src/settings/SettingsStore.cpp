@@ -56,7 +56,8 @@ std::optional<QStringList> toStringList(const QVariant &value)
     for (const QVariant &item : items) {
         if (item.typeId() != QMetaType::QString)
             return std::nullopt;
-        result.append(item.toString());
+        // A text already: shared, not converted.
+        result.append(*static_cast<const QString *>(item.constData()));
     }
     return result;
 }
