@@ -4,7 +4,6 @@
 #include "app/EventLoopStalls.h"
 #include "platform/linux/ReminderCommands.h"
 #include "platform/linux/TerminationSignals.h"
-#include "screenBase/BundledFonts.h"
 #include "settings/FileSettingsStore.h"
 
 #include <QCoreApplication>
@@ -61,10 +60,8 @@ int main(int argc, char *argv[])
         return runCommandLineProcess();
     }
 
-    // The birthdays are read, and the fonts made known, while the window
-    // system comes up.
+    // The birthdays are read while the window system comes up.
     FileSettingsStore::readAhead();
-    BundledFonts::prepareAhead();
     QGuiApplication app(argc, argv);
     describeApplication();
     QGuiApplication::setApplicationDisplayName(QStringLiteral("Tavlo"));

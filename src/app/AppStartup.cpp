@@ -3,7 +3,6 @@
 
 #include "app/ScreenFactory.h"
 #include "app/Screenshot.h"
-#include "app/StartupPreload.h"
 #include "app/StartupTrace.h"
 #include "contacts/ContactsFolder.h"
 #include "contacts/ContactsFollower.h"
@@ -61,7 +60,6 @@ int AppStartup::run(QGuiApplication &app, const Options &options)
     new QQmlComponent(engine.get(), mainQml, QQmlComponent::Asynchronous, engine.get());
     AccessibleItems::install();
     BundledFonts::install();
-    const StartupPreload preload;
 
     FileSettingsStore settings;
     // A change shows at once; the checked write of the file follows on the

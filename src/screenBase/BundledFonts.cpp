@@ -10,8 +10,6 @@
 #include <QResource>
 #include <QSaveFile>
 #include <QStandardPaths>
-#include <QThread>
-#include <future>
 #include <numeric>
 
 namespace {
@@ -99,8 +97,12 @@ void registerFromMemory(const QStringList &files)
 
 QStringList bundledFiles()
 {
-    return QDir(resources).entryList({QStringLiteral("*.otf"), QStringLiteral("*.ttf")},
-                                     QDir::Files);
+    // By suffix, not by name filters: those are made into regular
+    // expressions, compiled at every start.
+    QStringList faces = QDir(resources).entryList(QDir::Files);
+    faces.removeIf(
+        [](const QString &file) { return !file.endsWith(u".otf") && !file.endsWith(u".ttf"); });
+    return faces;
 }
 
 // Whether fontconfig has the faces from their folder. Its first call reads
@@ -111,23 +113,9 @@ bool addedAsFolder(const QStringList &files)
     return !folder.isEmpty() && FontconfigFolder::add(folder, int(files.size()));
 }
 
-std::future<bool> &ahead()
-{
-    static std::future<bool> added;
-    return added;
-}
-
 } // namespace
 
 namespace BundledFonts {
-
-void prepareAhead()
-{
-    // Qt takes the first thread that asks for its thread data for the main
-    // thread; the preparing thread must not be first.
-    QThread::currentThread();
-    ahead() = std::async(std::launch::async, [] { return addedAsFolder(bundledFiles()); });
-}
 
 void install()
 {
@@ -136,8 +124,7 @@ void install()
         return;
     installed = true;
     const QStringList files = bundledFiles();
-    const bool added = ahead().valid() ? ahead().get() : addedAsFolder(files);
-    if (!added)
+    if (!addedAsFolder(files))
         registerFromMemory(files);
     QFont::insertSubstitutions(sans, fallbacks());
     QFont font(sans);

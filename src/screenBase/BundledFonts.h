@@ -14,12 +14,6 @@
 // system.
 namespace BundledFonts {
 
-// Makes the faces known to fontconfig on a thread of its own, while the
-// window system comes up: the first call into fontconfig reads the system's
-// whole font configuration. Optional; before QGuiApplication, and before
-// anything else calls fontconfig, which does not guard its first reading.
-void prepareAhead();
-
 // Registers the faces and makes Tavlo Sans, with its fallbacks, the
 // application font. Once, before the first window; later calls do nothing.
 void install();

@@ -17,11 +17,17 @@ Item {
         color: background.theme.backgroundColor
 
         Image {
+            // The size the picture is decoded at, from the background's own
+            // size: the image's sourceSize changes as it loads, and a source
+            // bound to it would be bound to itself.
+            readonly property size decoded: Qt.size(Math.max(24, Math.round(background.width / 16)),
+                                                    Math.max(48, Math.round(background.height / 16)))
+
             anchors.fill: parent
             visible: background.theme.blurVisible
-            source: visible ? background.theme.backgroundImageAt(sourceSize.width, sourceSize.height) : ""
-            sourceSize.width: Math.max(24, Math.round(background.width / 16))
-            sourceSize.height: Math.max(48, Math.round(background.height / 16))
+            source: visible ? background.theme.backgroundImageAt(decoded.width, decoded.height) : ""
+            sourceSize.width: decoded.width
+            sourceSize.height: decoded.height
             fillMode: Image.PreserveAspectCrop
             smooth: true
         }
