@@ -2,6 +2,7 @@
 #include "screenBase/TintedSymbols.h"
 
 #include <QColor>
+#include <QFile>
 #include <QImageReader>
 #include <QPainter>
 #include <QQmlEngine>
@@ -13,13 +14,28 @@ void TintedSymbols::install(QQmlEngine &engine)
     engine.addImageProvider(QStringLiteral("symbol"), new TintedSymbols);
 }
 
+QString TintedSymbols::drawingPath(const QString &name)
+{
+    return QStringLiteral(":/qt/qml/Tavlo/screenBase/icons/") + name + QStringLiteral(".svg");
+}
+
+QString TintedSymbols::drawnAheadPath(const QString &name, QSize size)
+{
+    return QStringLiteral(":/qt/qml/Tavlo/screenBase/icons/%1-%2x%3.png")
+        .arg(name)
+        .arg(size.width())
+        .arg(size.height());
+}
+
 QImage TintedSymbols::requestImage(const QString &id, QSize *size, const QSize &requestedSize)
 {
     const QString name = id.section(u'/', 0, 0);
     const QColor color(id.section(u'/', 1));
-    QImageReader reader(QStringLiteral(":/qt/qml/Tavlo/screenBase/icons/") + name +
-                        QStringLiteral(".svg"));
-    if (requestedSize.isValid())
+    const QString copy = drawnAheadPath(name, requestedSize);
+    const bool drawnAhead = requestedSize.isValid() && QFile::exists(copy);
+    QImageReader reader(drawnAhead ? copy : drawingPath(name), drawnAhead ? "png" : "svg");
+    reader.setAutoDetectImageFormat(false);
+    if (requestedSize.isValid() && !drawnAhead)
         reader.setScaledSize(requestedSize);
     QImage image = reader.read();
     if (image.isNull()) {

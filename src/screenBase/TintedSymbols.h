@@ -19,4 +19,11 @@ public:
     static void install(QQmlEngine &engine);
 
     QImage requestImage(const QString &id, QSize *size, const QSize &requestedSize) override;
+
+    // The symbol's drawing, and its copy drawn ahead at `size` (a PNG of the
+    // same pixels, which reads in a fraction of the time and needs no SVG
+    // reader): the main screen's bar has one for each screen scale a phone
+    // uses, so that its first frame draws no SVG.
+    static QString drawingPath(const QString &name);
+    static QString drawnAheadPath(const QString &name, QSize size);
 };

@@ -2,9 +2,11 @@
 #include "ScreenTour.h"
 #include "screenBase/BundledPictures.h"
 #include "screenBase/ScreenTheme.h"
+#include "screenBase/TintedSymbols.h"
 #include "themes/Contrast.h"
 
 #include <QDir>
+#include <QFileInfo>
 #include <QImageReader>
 #include <QQmlContext>
 #include <QQmlProperty>
@@ -561,6 +563,53 @@ private slots:
         const QImage shown = BundledPictures().requestImage(copy.fileName(), &size, phone);
         QCOMPARE(size, phone);
         QCOMPARE(shown.convertToFormat(drawn.format()), drawn);
+    }
+
+    // The main screen's bar: 26 px symbols, decoded at twice that, at the
+    // screen scales phones use (1, 1.5, 2, 3).
+    void barSymbolsAreDrawnAhead_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<int>("pixels");
+        for (const char *name : {"restart_alt", "add", "star", "settings"}) {
+            for (const int pixels : {52, 78, 104, 156})
+                QTest::addRow("%s %d", name, pixels) << QString::fromLatin1(name) << pixels;
+        }
+    }
+    void barSymbolsAreDrawnAhead()
+    {
+        QFETCH(QString, name);
+        QFETCH(int, pixels);
+        const QSize size(pixels, pixels);
+        QImageReader reader(TintedSymbols::drawingPath(name));
+        reader.setScaledSize(size);
+        const QImage drawn = reader.read().convertToFormat(QImage::Format_Alpha8);
+        QVERIFY(!drawn.isNull());
+        const QString copy = TintedSymbols::drawnAheadPath(name, size);
+        const QImage kept = QImage(copy).convertToFormat(QImage::Format_Alpha8);
+        if (kept != drawn) {
+            QImageReader again(TintedSymbols::drawingPath(name));
+            again.setScaledSize(size);
+            again.read().save(QFileInfo(copy).fileName());
+        }
+        QVERIFY2(kept == drawn, qPrintable(QFileInfo(copy).fileName() +
+                                           u" is missing or differs from its drawing; the "
+                                           u"right one is in the test's folder"_qs));
+        // The bar's request is answered from the copy, in the same shape.
+        QSize shownSize;
+        const QImage shown =
+            TintedSymbols().requestImage(name + u"/#ff336699"_qs, &shownSize, size);
+        QCOMPARE(shownSize, size);
+        QCOMPARE(shown.convertToFormat(QImage::Format_Alpha8), drawn);
+        // ... and in the colour asked for.
+        QSet<QRgb> opaque;
+        for (int y = 0; y < shown.height(); ++y) {
+            for (int x = 0; x < shown.width(); ++x) {
+                if (qAlpha(shown.pixel(x, y)) == 255)
+                    opaque.insert(shown.pixel(x, y));
+            }
+        }
+        QCOMPARE(opaque, QSet<QRgb>{qRgb(0x33, 0x66, 0x99)});
     }
 };
 
