@@ -137,14 +137,14 @@ void SyncEngine::start(Done done)
 {
     m_done = std::move(done);
     QDir().mkpath(QFileInfo(m_statePath).absolutePath());
-    m_lock = std::make_unique<QLockFile>(m_statePath + u".lock"_s);
-    // A sync that takes long is not broken into; one whose process is gone is.
-    m_lock->setStaleLockTime(0);
-    if (!m_lock->tryLock(0)) {
-        const bool held = m_lock->error() == QLockFile::LockFailedError;
-        m_lock.reset();
-        fail(SyncProblem::other(held ? u"another sync of these favorites is running"_s
-                                     : u"cannot lock %1.lock"_s.arg(m_statePath)));
+    // A sync that takes long is not broken into; one whose process is gone
+    // holds nothing.
+    SyncLock::Outcome locked = SyncLock::Outcome::Failed;
+    m_lock = SyncLock::tryTake(m_statePath + u".lock"_s, &locked);
+    if (!m_lock) {
+        fail(SyncProblem::other(locked == SyncLock::Outcome::Held
+                                    ? u"another sync of these favorites is running"_s
+                                    : u"cannot lock %1.lock"_s.arg(m_statePath)));
         return;
     }
     // Whether the token file speaks for the state and for the favorites as

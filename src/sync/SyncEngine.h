@@ -5,6 +5,7 @@
 #include "settings/AtomicFileWriter.h"
 #include "sync/DavClient.h"
 #include "sync/DavXml.h"
+#include "sync/SyncLock.h"
 #include "sync/SyncMerge.h"
 #include "sync/SyncProblem.h"
 #include "sync/SyncState.h"
@@ -12,7 +13,6 @@
 
 #include <QDate>
 #include <QHash>
-#include <QLockFile>
 #include <QObject>
 #include <QThreadPool>
 #include <QUrl>
@@ -181,7 +181,7 @@ private:
     SyncAccount m_account;
     DavClient *m_client;
     AtomicFileWriter m_writer;
-    std::unique_ptr<QLockFile> m_lock;
+    std::unique_ptr<SyncLock> m_lock;
     QDate m_today;
     QString m_conflictName = QStringLiteral("%1 (conflict copy)");
     std::function<void(Step)> m_stepHook;
