@@ -29,6 +29,21 @@ int lastError(int fallback = EIO)
 }
 
 #ifdef Q_OS_UNIX
+// Makes a rename or removal in `folder` durable: without this a power cut
+// can bring back the old entry even though we reported the change stored.
+int syncFolder(const QString &folder)
+{
+    const int handle =
+        ::open(QFile::encodeName(folder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (handle < 0)
+        return lastError();
+    const int error = ::fsync(handle) == 0 ? 0 : lastError();
+    ::close(handle);
+    return error;
+}
+#endif
+
+#ifdef Q_OS_UNIX
 // QSaveFile creates the temporary file of a new file as the umask allows
 // (often readable by everyone) and only then could it be narrowed: a reader
 // that opened it in between would see what is written later. While an
@@ -117,20 +132,28 @@ WriteResult AtomicFileWriter::write(const QString &path, const QByteArray &conte
     if (!file.commit())
         return WriteResult::failed(path, file.errorString());
 
-    // The rename is in the folder's entries; without this a power cut can
-    // bring back the old file even though we reported the new one stored.
     if (int fault = injectedFault(Step::SyncFolder))
         return failed(fault);
 #ifdef Q_OS_UNIX
-    const int folderHandle =
-        ::open(QFile::encodeName(folder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (folderHandle < 0)
-        return failed(lastError());
-    const bool synced = ::fsync(folderHandle) == 0;
-    const int syncError = errno;
-    ::close(folderHandle);
-    if (!synced)
-        return failed(syncError);
+    if (const int error = syncFolder(folder))
+        return failed(error);
+#endif
+    return {};
+}
+
+WriteResult AtomicFileWriter::remove(const QString &path)
+{
+#ifdef Q_OS_UNIX
+    if (::unlink(QFile::encodeName(path).constData()) != 0) {
+        if (errno == ENOENT)
+            return {};
+        return WriteResult::failed(path, systemReason(errno));
+    }
+    if (const int error = syncFolder(QFileInfo(path).absolutePath()))
+        return WriteResult::failed(path, systemReason(error));
+#else
+    if (QFile::exists(path) && !QFile::remove(path))
+        return WriteResult::failed(path, QStringLiteral("cannot remove"));
 #endif
     return {};
 }

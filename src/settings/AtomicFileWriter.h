@@ -42,6 +42,9 @@ public:
 
     // Creates the file's folder when it is missing.
     WriteResult write(const QString &path, const QByteArray &contents) const;
+    // Removes the file so that the removal survives a power cut (the folder
+    // is synced); a file that is not there is removed already.
+    static WriteResult remove(const QString &path);
 
 private:
     int injectedFault(Step step) const { return m_faults ? m_faults(step) : 0; }

@@ -112,5 +112,8 @@ inline const StringKey syncCardVersion{QStringLiteral("syncCardVersion")};
 inline const StringKey syncLastDone{QStringLiteral("syncLastDone")};
 inline const StringKey syncProblem{QStringLiteral("syncProblem")};
 inline const StringKey syncProblemKind{QStringLiteral("syncProblemKind")};
+// The mark of the favorites a sync stored last, written with them: the
+// sync state kept aside with the same mark goes with them (SyncState).
+inline const StringKey syncStored{QStringLiteral("syncStored")};
 
 } // namespace SettingsKeys

@@ -9,6 +9,7 @@
 #include <QFileInfo>
 #include <QFuture>
 #include <QSet>
+#include <QUuid>
 #include <QtConcurrent/QtConcurrentRun>
 #include <algorithm>
 
@@ -150,6 +151,7 @@ void SyncEngine::start(Done done)
     // Whether the token file speaks for the state and for the favorites as
     // they are now: a few hundred bytes, read here at once.
     m_favorites.load();
+    m_storedMark = m_settings.value(SettingsKeys::syncStored).value_or(QString());
     const std::optional<SyncTokenFile> token = SyncTokenFile::readCurrent(m_statePath);
     if (token && token->addressBook == m_account.addressBook.toString() &&
         token->favoritesDigest == SyncTokenFile::digestOf(m_favorites.all()))
@@ -159,20 +161,29 @@ void SyncEngine::start(Done done)
 
 void SyncEngine::readState(std::function<void()> then)
 {
-    offThread([path = m_statePath] { return SyncState::read(path); },
-              [this, then = std::move(then)](const SyncState &state) {
-                  m_state = state;
-                  m_saved = state;
-                  const QString book = m_account.addressBook.toString();
-                  if (m_state.addressBook != book) {
-                      // Another address book, or none yet: what is known of
-                      // cards starts afresh; favorites and cards are paired
-                      // again by UID and content.
-                      m_state = SyncState();
-                      m_state.addressBook = book;
-                  }
-                  then();
-              });
+    offThread(
+        [path = m_statePath, mark = m_storedMark] {
+            // A sync stopped after it stored favorites, before it put their
+            // state in place, left that state aside: it is the one that holds.
+            if (std::optional<SyncState> aside = SyncState::readAside(path, mark))
+                return std::pair(std::move(*aside), true);
+            return std::pair(SyncState::read(path), false);
+        },
+        [this, then = std::move(then)](const std::pair<SyncState, bool> &read) {
+            const auto &[state, aside] = read;
+            m_state = state;
+            // One taken from aside is written in place at the next write.
+            m_saved = aside ? SyncState() : state;
+            const QString book = m_account.addressBook.toString();
+            if (m_state.addressBook != book) {
+                // Another address book, or none yet: what is known of
+                // cards starts afresh; favorites and cards are paired
+                // again by UID and content.
+                m_state = SyncState();
+                m_state.addressBook = book;
+            }
+            then();
+        });
 }
 
 void SyncEngine::listChangesSince(const SyncTokenFile &token)
@@ -373,15 +384,46 @@ void SyncEngine::fetchNext(bool wholeAllowed)
         });
 }
 
-WriteResult SyncEngine::storeFavorites(const QList<Favorite> &before, const QList<Favorite> &after)
+WriteResult SyncEngine::storeFavorites(const QList<Favorite> &before, const QList<Favorite> &after,
+                                       const QString &mark)
 {
+    SettingsBatch batch(m_settings);
     m_favorites.load();
     m_storing = true;
-    const WriteResult stored = m_favorites.replaceAll(sameEdits(before, after, m_favorites.all()));
+    m_favorites.replaceAll(sameEdits(before, after, m_favorites.all()));
+    m_settings.set(SettingsKeys::syncStored, mark);
+    const WriteResult stored = batch.finish();
     m_storing = false;
     if (stored)
         emit favoritesStored();
     return stored;
+}
+
+void SyncEngine::storeWithState(const QList<Favorite> &before, const QList<Favorite> &after,
+                                std::function<void(const WriteResult &)> then)
+{
+    const QString mark = QUuid::createUuid().toString(QUuid::WithoutBraces);
+    m_wroteState = true;
+    QtConcurrent::run(&m_stateWrites, [state = m_state, mark, path = m_statePath,
+                                       writer = m_writer] {
+        // The token file speaks for the state in place, which is about to
+        // be another.
+        if (const WriteResult removed = SyncTokenFile::remove(path); !removed)
+            return removed;
+        return state.writeAside(path, mark, writer);
+    }).then(this, [this, before, after, mark, then = std::move(then)](const WriteResult &aside) {
+        if (!aside)
+            return then(aside);
+        if (m_stepHook)
+            m_stepHook(Step::Storing);
+        // A failure leaves the state aside with a mark that no favorites
+        // hold: nothing.
+        if (const WriteResult stored = storeFavorites(before, after, mark); !stored)
+            return then(stored);
+        if (m_stepHook)
+            m_stepHook(Step::Stored);
+        saveState(then);
+    });
 }
 
 void SyncEngine::saveState(std::function<void(const WriteResult &)> then)
@@ -453,11 +495,9 @@ void SyncEngine::applyServerChanges()
 
 void SyncEngine::applyMerged(std::optional<SyncMerge::Result> merged, const QList<Favorite> &before)
 {
+    QList<Favorite> after = before;
     if (merged) {
-        if (merged->favorites != before) {
-            if (const WriteResult stored = storeFavorites(before, merged->favorites); !stored)
-                return fail(SyncProblem::notSaved(stored.message()));
-        }
+        after = std::move(merged->favorites);
         m_state = std::move(merged->state);
         m_outcome.counts.received += merged->counts.received;
         m_outcome.counts.deleted += merged->counts.deleted;
@@ -465,13 +505,16 @@ void SyncEngine::applyMerged(std::optional<SyncMerge::Result> merged, const QLis
     }
     m_removed.clear();
     m_state.syncToken = m_newToken;
-    saveChangedState([this](const WriteResult &stored) {
-        if (!stored)
-            return fail(SyncProblem::notSaved(stored.message()));
+    const auto stored = [this](const WriteResult &written) {
+        if (!written)
+            return fail(SyncProblem::notSaved(written.message()));
         if (m_stepHook)
             m_stepHook(Step::Applied);
         send();
-    });
+    };
+    if (after != before)
+        return storeWithState(before, after, stored);
+    saveChangedState(stored);
 }
 
 void SyncEngine::send()
@@ -698,17 +741,9 @@ void SyncEngine::failSending(const SyncProblem &problem)
 void SyncEngine::finishSending()
 {
     const bool localChanged = m_local != m_localBefore;
-    if (localChanged) {
-        if (const WriteResult stored = storeFavorites(m_localBefore, m_local); !stored) {
-            // The state stays as last written: the next sync meets the same
-            // cards again.
-            failSending(SyncProblem::notSaved(stored.message()));
-            return finish();
-        }
-    }
-    saveChangedState([this, localChanged](const WriteResult &stored) {
-        if (!stored)
-            failSending(SyncProblem::notSaved(stored.message()));
+    const auto stored = [this, localChanged](const WriteResult &written) {
+        if (!written)
+            failSending(SyncProblem::notSaved(written.message()));
         if (m_failed)
             return finish();
         // Once more from the listing: what was sent moved the collection on,
@@ -725,7 +760,10 @@ void SyncEngine::finishSending()
             saveToken();
         m_outcome.ok = true;
         finish();
-    });
+    };
+    if (localChanged)
+        return storeWithState(m_localBefore, m_local, stored);
+    saveChangedState(stored);
 }
 
 void SyncEngine::fail(const SyncProblem &problem)

@@ -48,10 +48,11 @@ struct SyncOutcome
 //    500, ...), a listing of every card's ETag compared with the state.
 // 2. The changed cards, fetched by addressbook-multiget, or, when they are
 //    many (a first sync), by one addressbook-query for every card.
-// 3. Their changes put together with the favorites (SyncMerge), stored
-//    through the favorites store, then the state with the new token: the
-//    favorites first, so that a stop in between only makes the next sync
-//    fetch the same again.
+// 3. Their changes put together with the favorites (SyncMerge) and stored
+//    with the state and its new token, so that a stop anywhere leaves the
+//    two agreeing: the state goes aside first, the favorites are stored
+//    with its mark, then the state is put in place. The next sync takes
+//    the state aside only if the favorites hold its mark (SyncState).
 // 4. What changed here sent: deletes (recorded as pending before they go,
 //    dropped only once the server confirms), changes with If-Match and the
 //    stored ETag, new cards with If-None-Match: *. A 412 fetches the card
@@ -101,7 +102,7 @@ public:
 
     // Points between the steps, for tests that change the server meanwhile;
     // a sync that finds nothing changed through the token file has none.
-    enum class Step { Listed, Applied, Sending };
+    enum class Step { Listed, Applied, Sending, Storing, Stored };
     void setStepHook(std::function<void(Step)> hook) { m_stepHook = std::move(hook); }
 
     using Done = std::function<void(const SyncOutcome &)>;
@@ -169,8 +170,13 @@ private:
     // Leaves the token file for the state as written, after it.
     void saveToken();
     // Stores `after`, made of `before`, as the same edits on the favorites
-    // as they are stored now.
-    WriteResult storeFavorites(const QList<Favorite> &before, const QList<Favorite> &after);
+    // as they are stored now, marked `mark` in the same write.
+    WriteResult storeFavorites(const QList<Favorite> &before, const QList<Favorite> &after,
+                               const QString &mark);
+    // Stores the favorites and then the state as it is now, so that a stop
+    // anywhere between leaves the two agreeing.
+    void storeWithState(const QList<Favorite> &before, const QList<Favorite> &after,
+                        std::function<void(const WriteResult &)> then);
 
     QString hrefOf(const QString &serverHref) const;
     QUrl urlOf(const QString &href) const;
@@ -195,6 +201,8 @@ private:
     bool m_storing = false;
     SyncOutcome m_outcome;
     QString m_newToken;
+    // The mark of the favorites as this sync found them stored.
+    QString m_storedMark;
     QStringList m_toFetch;
     QStringList m_removed;
     QList<ServerCard> m_fetched;

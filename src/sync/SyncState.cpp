@@ -67,24 +67,17 @@ QList<SyncEntry> entriesOf(const QJsonArray &array)
     return entries;
 }
 
-} // namespace
-
-QString SyncState::defaultPath()
+// The state of `path`'s file, or nothing (with why) for one that cannot be
+// read; a missing file is an empty state.
+std::optional<QJsonObject> rootAt(const QString &path, QString *problem)
 {
-    return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +
-           u"/tavlo/sync-state.json"_s;
-}
-
-SyncState SyncState::read(const QString &path, QString *problem)
-{
-    SyncState state;
     QFile file(path);
     if (!file.exists())
-        return state;
+        return QJsonObject();
     if (!file.open(QIODevice::ReadOnly)) {
         if (problem)
             *problem = file.errorString();
-        return state;
+        return std::nullopt;
     }
     QJsonParseError error;
     const QJsonDocument document = QJsonDocument::fromJson(file.readAll(), &error);
@@ -94,8 +87,14 @@ SyncState SyncState::read(const QString &path, QString *problem)
         if (problem)
             *problem = error.error != QJsonParseError::NoError ? error.errorString()
                                                                : u"not a sync state"_s;
-        return state;
+        return std::nullopt;
     }
+    return root;
+}
+
+SyncState stateOf(const QJsonObject &root)
+{
+    SyncState state;
     state.addressBook = root.value(u"addressBook"_s).toString();
     state.syncToken = root.value(u"syncToken"_s).toString();
     state.removalsReported = root.value(u"removalsReported"_s).toBool();
@@ -106,23 +105,76 @@ SyncState SyncState::read(const QString &path, QString *problem)
     return state;
 }
 
+QJsonObject rootOf(const SyncState &state)
+{
+    return {{u"version"_s, formatVersion},
+            {u"addressBook"_s, state.addressBook},
+            {u"syncToken"_s, state.syncToken},
+            {u"removalsReported"_s, state.removalsReported},
+            {u"fullyListed"_s, state.fullyListed},
+            {u"cards"_s, arrayOf(state.entries)},
+            {u"pendingDeletes"_s, arrayOf(state.pendingDeletes)},
+            {u"sending"_s, arrayOf(state.sending)}};
+}
+
+QString asidePathOf(const QString &path)
+{
+    return path + u".next"_s;
+}
+
+} // namespace
+
+QString SyncState::defaultPath()
+{
+    return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +
+           u"/tavlo/sync-state.json"_s;
+}
+
+SyncState SyncState::read(const QString &path, QString *problem)
+{
+    const std::optional<QJsonObject> root = rootAt(path, problem);
+    return root ? stateOf(*root) : SyncState();
+}
+
 WriteResult SyncState::write(const QString &path, const AtomicFileWriter &writer) const
 {
-    const QJsonObject root{{u"version"_s, formatVersion},
-                           {u"addressBook"_s, addressBook},
-                           {u"syncToken"_s, syncToken},
-                           {u"removalsReported"_s, removalsReported},
-                           {u"fullyListed"_s, fullyListed},
-                           {u"cards"_s, arrayOf(entries)},
-                           {u"pendingDeletes"_s, arrayOf(pendingDeletes)},
-                           {u"sending"_s, arrayOf(sending)}};
-    return writer.write(path, QJsonDocument(root).toJson(QJsonDocument::Compact));
+    if (const WriteResult written =
+            writer.write(path, QJsonDocument(rootOf(*this)).toJson(QJsonDocument::Compact));
+        !written)
+        return written;
+    // Older than the state just written, whatever its mark.
+    return removeAside(path);
+}
+
+WriteResult SyncState::writeAside(const QString &path, const QString &mark,
+                                  const AtomicFileWriter &writer) const
+{
+    QJsonObject root = rootOf(*this);
+    root.insert(u"storedMark"_s, mark);
+    return writer.write(asidePathOf(path), QJsonDocument(root).toJson(QJsonDocument::Compact));
+}
+
+std::optional<SyncState> SyncState::readAside(const QString &path, const QString &mark)
+{
+    const QString aside = asidePathOf(path);
+    if (mark.isEmpty() || !QFile::exists(aside))
+        return std::nullopt;
+    const std::optional<QJsonObject> root = rootAt(aside, nullptr);
+    if (!root || root->value(u"storedMark"_s).toString() != mark)
+        return std::nullopt;
+    return stateOf(*root);
+}
+
+WriteResult SyncState::removeAside(const QString &path)
+{
+    return AtomicFileWriter::remove(asidePathOf(path));
 }
 
 void SyncState::remove(const QString &path)
 {
     // The token file first: never one beside no state.
     QFile::remove(SyncTokenFile::pathBeside(path));
+    QFile::remove(asidePathOf(path));
     QFile::remove(path);
 }
 

@@ -8,6 +8,7 @@
 #include <QHash>
 #include <QList>
 #include <QString>
+#include <optional>
 
 // What Tavlo knows of one card on the server since it last agreed with it.
 struct SyncEntry
@@ -64,9 +65,20 @@ public:
     // there could not be read (the state is then empty too).
     static SyncState read(const QString &path, QString *problem = nullptr);
     WriteResult write(const QString &path, const AtomicFileWriter &writer = {}) const;
-    // Forgets the state at `path` and the token file beside it (an account
+    // Forgets the state at `path` and the files beside it (an account
     // removed).
     static void remove(const QString &path);
+
+    // A sync that stores favorites it received keeps the state that goes
+    // with them aside first, marked, and stores the favorites with the same
+    // mark (SettingsKeys::syncStored): the state aside holds once the
+    // favorites hold its mark, and is nothing otherwise. Putting a state in
+    // place removes it.
+    WriteResult writeAside(const QString &path, const QString &mark,
+                           const AtomicFileWriter &writer = {}) const;
+    // The state aside of `path` when its mark is `mark`.
+    static std::optional<SyncState> readAside(const QString &path, const QString &mark);
+    static WriteResult removeAside(const QString &path);
 
     qsizetype indexOfHref(const QString &href) const;
     qsizetype pendingIndexOfHref(const QString &href) const;

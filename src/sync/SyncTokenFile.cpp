@@ -7,13 +7,9 @@
 #include <QFileInfo>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <cerrno>
-#include <cstring>
 
 #ifdef Q_OS_UNIX
-#include <fcntl.h>
 #include <sys/stat.h>
-#include <unistd.h>
 #endif
 
 using namespace Qt::Literals::StringLiterals;
@@ -66,28 +62,8 @@ WriteResult SyncTokenFile::write(const QString &statePath, const AtomicFileWrite
 
 WriteResult SyncTokenFile::remove(const QString &statePath)
 {
-    const QString path = pathBeside(statePath);
-#ifdef Q_OS_UNIX
-    if (::unlink(QFile::encodeName(path).constData()) != 0) {
-        if (errno == ENOENT)
-            return {};
-        return WriteResult::failed(path, QString::fromLocal8Bit(std::strerror(errno)));
-    }
     // The removal reaches the disk before the state that follows it.
-    const int folder = ::open(QFile::encodeName(QFileInfo(path).absolutePath()).constData(),
-                              O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (folder < 0 || ::fsync(folder) != 0) {
-        const int error = errno;
-        if (folder >= 0)
-            ::close(folder);
-        return WriteResult::failed(path, QString::fromLocal8Bit(std::strerror(error)));
-    }
-    ::close(folder);
-#else
-    if (QFile::exists(path) && !QFile::remove(path))
-        return WriteResult::failed(path, u"cannot remove"_s);
-#endif
-    return {};
+    return AtomicFileWriter::remove(pathBeside(statePath));
 }
 
 QByteArray SyncTokenFile::identityOf(const QString &path)

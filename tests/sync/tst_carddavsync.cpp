@@ -8,6 +8,7 @@
 #include "sync/SyncState.h"
 #include "sync/SyncTokenFile.h"
 
+#include <QDir>
 #include <QTest>
 #include <cerrno>
 
@@ -510,6 +511,61 @@ private slots:
         const QStringList expected{u"Ann|12 3 1985"_s, u"Bob|1 2 1990"_s};
         QCOMPARE(a.contents(), expected);
         QCOMPARE(world.viewOf(account).contents(), expected);
+    }
+
+    // A sync stopped (killed) while it stores what it received, before the
+    // favorites or after them, and the favorite received then changed here:
+    // the next sync keeps the change, makes no conflict copy and brings
+    // back nothing deleted.
+    void stoppedWhileStoring_data()
+    {
+        QTest::addColumn<SyncEngine::Step>("stoppedAt");
+        QTest::addColumn<QString>("change");
+        QTest::addColumn<QStringList>("expected");
+        const QStringList both{u"Ann|12 3 1985"_s, u"Bob|1 2 1990"_s, u"Cat|1 1 2000"_s};
+        QTest::newRow("before the favorites") << SyncEngine::Step::Storing << QString() << both;
+        QTest::newRow("after them") << SyncEngine::Step::Stored << QString() << both;
+        QTest::newRow("after them, renamed")
+            << SyncEngine::Step::Stored << u"rename:Anna"_s
+            << QStringList{u"Anna|12 3 1985"_s, u"Bob|1 2 1990"_s, u"Cat|1 1 2000"_s};
+        QTest::newRow("after them, deleted") << SyncEngine::Step::Stored << u"delete"_s
+                                             << QStringList{u"Bob|1 2 1990"_s, u"Cat|1 1 2000"_s};
+    }
+
+    void stoppedWhileStoring()
+    {
+        QFETCH(SyncEngine::Step, stoppedAt);
+        QFETCH(QString, change);
+        QFETCH(QStringList, expected);
+        const SyncAccount account = world.newAccount(Kind::Radicale);
+        const QString folder = world.newFolder();
+        SyncDevice a(folder);
+        SyncDevice b(world.newFolder());
+        // A has stored favorites received before (Cat), with their mark.
+        QVERIFY(b.addAndSync(account, {u"Cat|1 1 2000"_s}));
+        QVERIFY(a.addAndSync(account, {u"Bob|1 2 1990"_s}));
+        QVERIFY(b.addAndSync(account, {u"Ann|12 3 1985"_s}));
+
+        // What a kill at that moment leaves: every file a sync writes is on
+        // the disk when it says so.
+        const QString stopped = world.newFolder();
+        QVERIFY(QDir().mkpath(stopped + u"/tavlo"_s));
+        const SyncOutcome outcome = a.sync(account, [&](SyncEngine::Step step) {
+            if (step != stoppedAt)
+                return;
+            const QDir from(folder + u"/tavlo"_s);
+            for (const QString &file : from.entryList(QDir::Files))
+                QVERIFY(QFile::copy(from.filePath(file), stopped + u"/tavlo/"_s + file));
+        });
+        QVERIFY2(outcome.ok, qPrintable(outcome.problem));
+        QVERIFY(QFile::exists(stopped + u"/tavlo/sync-state.json.next"_s));
+
+        SyncDevice restarted(stopped);
+        restarted.change(change);
+        QVERIFY2(restarted.sync(account).ok, "sync after the stop");
+        QCOMPARE(restarted.contents(), expected);
+        QCOMPARE(world.viewOf(account).contents(), expected);
+        QVERIFY(!QFile::exists(stopped + u"/tavlo/sync-state.json.next"_s));
     }
 };
 
