@@ -43,11 +43,10 @@ BirthdayCalendar::~BirthdayCalendar()
 
 void BirthdayCalendar::writeInBackground(std::function<void(const QString &)> problems)
 {
-    if (m_thread.joinable())
+    if (m_home)
         return;
     m_tell = std::move(problems);
     m_home = std::make_unique<QObject>();
-    m_thread = std::thread([this] { runWriter(); });
 }
 
 void BirthdayCalendar::waitForWrites()
@@ -176,12 +175,16 @@ QString BirthdayCalendar::update(const QList<Favorite> &favorites)
 {
     if (!enabled())
         return {};
-    if (!m_thread.joinable())
+    if (!m_home)
         return publish(contents(favorites));
     {
         const std::lock_guard lock(m_mutex);
         m_pending = contents(favorites);
     }
+    // Started by the first write, not at the app's start, which has
+    // enough to do.
+    if (!m_thread.joinable())
+        m_thread = std::thread([this] { runWriter(); });
     m_wake.notify_one();
     return {};
 }

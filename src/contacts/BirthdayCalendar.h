@@ -100,7 +100,9 @@ private:
     std::condition_variable m_wake;
     std::condition_variable m_idle;
     std::thread m_thread;
-    // Lives on the thread that chose the background; problems are told there.
+    // Lives on the thread that chose the background, and says that it was
+    // chosen; problems are told there. The writer's thread starts with the
+    // first write.
     std::unique_ptr<QObject> m_home;
     std::function<void(const QString &)> m_tell;
 };

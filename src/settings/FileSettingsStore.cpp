@@ -58,10 +58,10 @@ QString FileSettingsStore::defaultPath()
 
 void FileSettingsStore::writeInBackground()
 {
-    if (m_thread.joinable())
+    if (m_home)
         return;
+    // The writer's thread starts with the first write.
     m_home = std::make_unique<QObject>();
-    m_thread = std::thread([this] { runWriter(); });
 }
 
 void FileSettingsStore::holdWrites()
@@ -93,7 +93,7 @@ void FileSettingsStore::waitForWrites()
 
 SettingsStore::WrittenCheck FileSettingsStore::untilWritten()
 {
-    if (!m_thread.joinable())
+    if (!m_home)
         return SettingsStore::untilWritten();
     return [this, change = m_handedOver] {
         releaseWrites();
@@ -338,7 +338,7 @@ void FileSettingsStore::setMerge(const QString &key, Merge merge)
 // and puts them on top of whatever another process wrote meanwhile.
 void FileSettingsStore::beginExclusive()
 {
-    if (m_thread.joinable())
+    if (m_home)
         return;
     const int handle = takeLock(m_lockWaitNotice);
     {
@@ -363,7 +363,7 @@ WriteResult FileSettingsStore::flush()
         return {};
     if (const WriteResult refused = refusal(); !refused)
         return refused;
-    if (m_thread.joinable()) {
+    if (m_home) {
         // Already on its way, or about to be: nothing new to hand over.
         if (m_handedOver == m_changeCount && (m_pending || m_writing))
             return {};
@@ -371,6 +371,9 @@ WriteResult FileSettingsStore::flush()
         // snapshot while we go on changing ours.
         m_pending = Write{m_values, m_changeCount, m_damagedText};
         m_handedOver = m_changeCount;
+        // It waits for the lock we hold.
+        if (!m_thread.joinable())
+            m_thread = std::thread([this] { runWriter(); });
         lock.unlock();
         m_wake.notify_one();
         return {};

@@ -73,9 +73,10 @@ public:
     void refresh() override;
     StoredState storedState() const override;
 
-    // From now on, batches hand their writes to the store's own thread and
-    // return at once (reporting success: a failure comes later, through the
-    // failure handler, on this thread's event loop).
+    // From now on, batches hand their writes to the store's own thread
+    // (started by the first of them) and return at once (reporting success:
+    // a failure comes later, through the failure handler, on this thread's
+    // event loop).
     void writeInBackground();
     // The writer thread waits with what it was handed until released: the
     // app holds its writes while it makes its first frame, which a phone's
@@ -203,6 +204,7 @@ private:
     std::condition_variable m_wake;
     std::condition_variable m_idle;
     std::thread m_thread;
-    // Lives on the thread that chose the background; failures are told there.
+    // Lives on the thread that chose the background, and says that it was
+    // chosen; failures are told there.
     std::unique_ptr<QObject> m_home;
 };
