@@ -179,9 +179,13 @@ void chopTrailingBlanks(QString &text, qsizetype limit)
 // The text after '=': quotes, escapes, and unquoted commas that make a list.
 QVariant unescapedValue(QByteArrayView text)
 {
-    // Most values ("Anna", "12 3 1985") are plain text between blanks.
-    if (std::none_of(text.begin(), text.end(),
-                     [](char c) { return c == '\\' || c == '"' || c == ','; })) {
+    // Most values ("Anna", "12 3 1985") are plain text between blanks, and
+    // most of those plain ASCII, which needs no decoding.
+    bool ascii = true;
+    if (std::none_of(text.begin(), text.end(), [&ascii](char c) {
+            ascii = ascii && uchar(c) < 0x80;
+            return c == '\\' || c == '"' || c == ',';
+        })) {
         const auto isBlank = [](char c) { return c == ' ' || c == '\t'; };
         qsizetype begin = 0;
         qsizetype end = text.size();
@@ -189,7 +193,8 @@ QVariant unescapedValue(QByteArrayView text)
             ++begin;
         while (end > begin && isBlank(text[end - 1]))
             --end;
-        return QString::fromUtf8(text.sliced(begin, end - begin));
+        const QByteArrayView plain = text.sliced(begin, end - begin);
+        return ascii ? QString::fromLatin1(plain) : QString::fromUtf8(plain);
     }
     QString current;
     QStringList items;
@@ -476,7 +481,8 @@ std::optional<qsizetype> listSize(const QVariant *entry, qsizetype children)
     if (!entry || entry->typeId() != QMetaType::QString)
         return std::nullopt;
     bool ok = false;
-    const qint64 size = entry->toString().toLongLong(&ok);
+    const qint64 size =
+        QStringView(*static_cast<const QString *>(entry->constData())).toLongLong(&ok);
     if (!ok || size < 0 || size > children - 1)
         return std::nullopt;
     return size;
