@@ -143,7 +143,7 @@ WriteResult SyncState::write(const QString &path, const AtomicFileWriter &writer
         !written)
         return written;
     // Older than the state just written, whatever its mark.
-    return removeAside(path);
+    return AtomicFileWriter::remove(asidePathOf(path));
 }
 
 WriteResult SyncState::writeAside(const QString &path, const QString &mark,
@@ -156,18 +156,13 @@ WriteResult SyncState::writeAside(const QString &path, const QString &mark,
 
 std::optional<SyncState> SyncState::readAside(const QString &path, const QString &mark)
 {
-    const QString aside = asidePathOf(path);
-    if (mark.isEmpty() || !QFile::exists(aside))
+    // A missing file reads as one without a mark.
+    if (mark.isEmpty())
         return std::nullopt;
-    const std::optional<QJsonObject> root = rootAt(aside, nullptr);
+    const std::optional<QJsonObject> root = rootAt(asidePathOf(path), nullptr);
     if (!root || root->value(u"storedMark"_s).toString() != mark)
         return std::nullopt;
     return stateOf(*root);
-}
-
-WriteResult SyncState::removeAside(const QString &path)
-{
-    return AtomicFileWriter::remove(asidePathOf(path));
 }
 
 void SyncState::remove(const QString &path)

@@ -78,7 +78,6 @@ public:
                            const AtomicFileWriter &writer = {}) const;
     // The state aside of `path` when its mark is `mark`.
     static std::optional<SyncState> readAside(const QString &path, const QString &mark);
-    static WriteResult removeAside(const QString &path);
 
     qsizetype indexOfHref(const QString &href) const;
     qsizetype pendingIndexOfHref(const QString &href) const;

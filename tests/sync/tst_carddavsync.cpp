@@ -524,7 +524,6 @@ private slots:
         QTest::addColumn<QStringList>("expected");
         const QStringList both{u"Ann|12 3 1985"_s, u"Bob|1 2 1990"_s, u"Cat|1 1 2000"_s};
         QTest::newRow("before the favorites") << SyncEngine::Step::Storing << QString() << both;
-        QTest::newRow("after them") << SyncEngine::Step::Stored << QString() << both;
         QTest::newRow("after them, renamed")
             << SyncEngine::Step::Stored << u"rename:Anna"_s
             << QStringList{u"Anna|12 3 1985"_s, u"Bob|1 2 1990"_s, u"Cat|1 1 2000"_s};
